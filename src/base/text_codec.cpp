@@ -1,0 +1,105 @@
+#include "base/text_codec.h"
+
+#include <QDir>
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+namespace base {
+
+namespace {
+
+// Length of the CP932 character that starts with lead byte b, or 0 for a byte that
+// cannot start one.
+int cp932CharLength(unsigned char b)
+{
+    if (b < 0x80) return 1;
+    if (b >= 0xA1 && b <= 0xDF) return 1;  // half-width katakana
+    if ((b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC)) return 2;
+    return 0;
+}
+
+bool isTrailByte(unsigned char b) { return b >= 0x40 && b <= 0xFC && b != 0x7F; }
+
+}  // namespace
+
+QString fromCp932(QByteArrayView bytes, bool* hadInvalid)
+{
+    QStringDecoder decoder("CP932", QStringConverter::Flag::Stateless);
+    QString out = decoder.decode(bytes);
+    const bool bad = decoder.hasError();
+    if (hadInvalid) *hadInvalid = bad;
+    if (!bad) return out;
+
+    // The converter drops what it cannot read; go character by character instead so
+    // each bad byte leaves a visible mark in its place.
+    out.clear();
+    out.reserve(bytes.size());
+    qsizetype i = 0;
+    while (i < bytes.size()) {
+        const auto b = static_cast<unsigned char>(bytes[i]);
+        const int len = cp932CharLength(b);
+        if (len == 1) {
+            QStringDecoder one("CP932", QStringConverter::Flag::Stateless);
+            out += one.decode(bytes.sliced(i, 1));
+            ++i;
+            continue;
+        }
+        if (len == 2 && i + 1 < bytes.size() && isTrailByte(static_cast<unsigned char>(bytes[i + 1]))) {
+            QStringDecoder two("CP932", QStringConverter::Flag::Stateless);
+            const QString ch = two.decode(bytes.sliced(i, 2));
+            if (!two.hasError() && !ch.isEmpty()) {
+                out += ch;
+                i += 2;
+                continue;
+            }
+        }
+        out += QChar(0xFFFD);
+        ++i;
+    }
+    return out;
+}
+
+QByteArray toCp932(QStringView text, bool* lossy)
+{
+    QStringEncoder encoder("CP932", QStringConverter::Flag::Stateless);
+    QByteArray out = encoder.encode(text);
+    const bool bad = encoder.hasError();
+    if (lossy) *lossy = bad;
+    if (!bad) return out;
+
+    out.clear();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        qsizetype n = (text[i].isHighSurrogate() && i + 1 < text.size()) ? 2 : 1;
+        QStringEncoder one("CP932", QStringConverter::Flag::Stateless);
+        QByteArray b = one.encode(text.sliced(i, n));
+        out += (one.hasError() || b.isEmpty()) ? QByteArray("?") : b;
+        i += n - 1;
+    }
+    return out;
+}
+
+QStringList splitLines(const QString& text)
+{
+    QStringList lines;
+    qsizetype start = 0;
+    const qsizetype n = text.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        const QChar c = text[i];
+        if (c == u'\r' || c == u'\n') {
+            lines.append(text.mid(start, i - start));
+            if (c == u'\r' && i + 1 < n && text[i + 1] == u'\n') ++i;
+            start = i + 1;
+        }
+    }
+    if (start < n) lines.append(text.mid(start));
+    return lines;
+}
+
+QString nativePath(const QString& path)
+{
+    QString p = path;
+    p.replace(u'\\', u'/');
+    return QDir::toNativeSeparators(p);
+}
+
+}  // namespace base
