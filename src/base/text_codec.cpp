@@ -6,17 +6,30 @@
 
 namespace base {
 
-namespace {
-
-// Length of the CP932 character that starts with lead byte b, or 0 for a byte that
-// cannot start one.
-int cp932CharLength(unsigned char b)
+int cp932CharBytes(unsigned char b)
 {
     if (b < 0x80) return 1;
     if (b >= 0xA1 && b <= 0xDF) return 1;  // half-width katakana
     if ((b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC)) return 2;
     return 0;
 }
+
+qsizetype cp932PrefixLength(QByteArrayView bytes, qsizetype maxBytes)
+{
+    qsizetype i = 0;
+    while (i < bytes.size()) {
+        // A byte that cannot lead stands alone, as the decoder shows it alone.
+        const int len = qMax(1, cp932CharBytes(static_cast<unsigned char>(bytes[i])));
+        const qsizetype next = qMin(i + len, bytes.size());
+        if (next > maxBytes) break;
+        i = next;
+    }
+    return i;
+}
+
+namespace {
+
+int cp932CharLength(unsigned char b) { return cp932CharBytes(b); }
 
 bool isTrailByte(unsigned char b) { return b >= 0x40 && b <= 0xFC && b != 0x7F; }
 

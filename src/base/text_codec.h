@@ -16,6 +16,15 @@ QString fromCp932(QByteArrayView bytes, bool* hadInvalid = nullptr);
 // conversion does); lossy tells.
 QByteArray toCp932(QStringView text, bool* lossy = nullptr);
 
+// Bytes in the CP932 character that starts with this lead byte: 1 or 2, and 0 for a
+// byte that cannot start a character.
+int cp932CharBytes(unsigned char lead);
+
+// Length of the longest start of bytes that holds whole CP932 characters only and is
+// at most maxBytes long: where a fixed byte buffer cuts a text, a double-byte
+// character is never split.
+qsizetype cp932PrefixLength(QByteArrayView bytes, qsizetype maxBytes);
+
 // Splits decoded text into lines at CR LF, lone LF or lone CR; a final line ending
 // does not make an empty last line.
 QStringList splitLines(const QString& text);
