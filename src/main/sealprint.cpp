@@ -1,1 +1,64 @@
-int main() { return 0; }
+// The program. With --script FILE it is the scenario runner: it drives the screens
+// with no display and prints a transcript.
+//
+//   sealprint [--app-dir DIR] RUNMODE
+//   sealprint --script FILE --app-dir DIR
+
+#include "app/scenario_runner.h"
+#include "base/text_codec.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+
+namespace {
+
+struct Arguments {
+    QString script;
+    QString appDir;
+    QString commandLine;
+};
+
+Arguments parse(const QStringList& args)
+{
+    Arguments a;
+    QStringList rest;
+    for (qsizetype i = 1; i < args.size(); ++i) {
+        if (args[i] == QLatin1String("--script") && i + 1 < args.size()) a.script = args[++i];
+        else if (args[i] == QLatin1String("--app-dir") && i + 1 < args.size()) a.appDir = args[++i];
+        else rest << args[i];
+    }
+    a.commandLine = rest.join(u' ');
+    return a;
+}
+
+void printLine(FILE* f, const QString& line)
+{
+    std::fputs(line.toUtf8().constData(), f);
+    std::fputc('\n', f);
+    std::fflush(f);
+}
+
+int runScript(const Arguments& a)
+{
+    QFile file(a.script);
+    if (!file.open(QIODevice::ReadOnly)) {
+        printLine(stderr, QStringLiteral("sealprint: cannot read the script %1: %2").arg(a.script, file.errorString()));
+        return 2;
+    }
+    const QStringList lines = base::splitLines(QString::fromUtf8(file.readAll()));
+    app::ScenarioRunner runner(lines, a.appDir, {});
+    return runner.run([](const QString& l) { printLine(stdout, l); }, [](const QString& l) { printLine(stderr, l); });
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication qapp(argc, argv);
+    const Arguments a = parse(QCoreApplication::arguments());
+    if (!a.script.isEmpty()) return runScript(a);
+    printLine(stderr, QStringLiteral("sealprint: the desktop window is not part of this build yet; use --script"));
+    return 2;
+}
