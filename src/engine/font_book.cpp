@@ -1,0 +1,88 @@
+#include "engine/font_book.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+
+namespace engine {
+
+namespace {
+
+constexpr int kMeasurePixels = 1000;
+
+QStringList fontDirs()
+{
+    QStringList dirs;
+    const QString env = qEnvironmentVariable("SEAL_FONT_DIR");
+    if (!env.isEmpty()) dirs.append(env);
+    dirs.append(QStringLiteral("/usr/share/fonts/opentype/ipaexfont-gothic"));
+    dirs.append(QStringLiteral("/usr/share/fonts/opentype/ipaexfont-mincho"));
+    dirs.append(QStringLiteral("/usr/share/fonts/truetype/ipaexfont-gothic"));
+    dirs.append(QStringLiteral("/usr/share/fonts/truetype/ipaexfont-mincho"));
+    return dirs;
+}
+
+}  // namespace
+
+FontBook::FontBook()
+{
+    const char* files[2] = {"ipaexg.ttf", "ipaexm.ttf"};
+    const char* fallback[2] = {"IPAexGothic", "IPAexMincho"};
+    for (int f = 0; f < 2; ++f) {
+        family_[f] = QString::fromLatin1(fallback[f]);
+        for (const QString& dir : fontDirs()) {
+            const QString path = QDir(dir).filePath(QString::fromLatin1(files[f]));
+            if (!QFile::exists(path)) continue;
+            const int id = QFontDatabase::addApplicationFont(path);
+            const QStringList families = QFontDatabase::applicationFontFamilies(id);
+            if (id >= 0 && !families.isEmpty()) {
+                family_[f] = families.first();
+                file_[f] = path;
+                raw_[f] = QRawFont(path, kMeasurePixels, QFont::PreferNoHinting);
+                break;
+            }
+        }
+        QFontMetricsF m(font(FontFace(f), false, kMeasurePixels));
+        const double em = m.ascent() + m.descent();
+        if (em > 0) ascent_[f] = m.ascent() / em;
+    }
+}
+
+QFont FontBook::font(FontFace face, bool bold, int sizeUnits) const
+{
+    QFont font(family_[int(face)]);
+    font.setPixelSize(std::max(1, sizeUnits));
+    font.setBold(bold);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setKerning(false);
+    return font;
+}
+
+double FontBook::advance(FontFace face, bool bold, char16_t c) const
+{
+    std::vector<float>& table = advances_[int(face) * 2 + (bold ? 1 : 0)];
+    if (table.empty()) table.assign(0x10000, -1.0f);
+    float& a = table[c];
+    if (a < 0) {
+        QFontMetricsF m(font(face, bold, kMeasurePixels));
+        a = float(m.horizontalAdvance(QChar(c)) / kMeasurePixels);
+    }
+    return a;
+}
+
+double FontBook::width(FontFace face, bool bold, QStringView text) const
+{
+    double w = 0;
+    for (QChar c : text) w += advance(face, bold, c.unicode());
+    return w;
+}
+
+bool FontBook::hasGlyph(FontFace face, char16_t c) const
+{
+    const QRawFont& raw = raw_[int(face)];
+    if (!raw.isValid()) return false;
+    return raw.supportsCharacter(QChar(c));
+}
+
+}  // namespace engine

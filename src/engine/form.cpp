@@ -1,0 +1,387 @@
+#include "engine/form.h"
+
+#include "base/text_codec.h"
+#include "engine/engine_error.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSet>
+
+namespace engine {
+
+namespace {
+
+constexpr char16_t kFormFormat[] = u"sealprint-form/1";
+constexpr char16_t kJoinedFormat[] = u"sealprint-joined/1";
+
+// Reads one JSON object, refusing keys it does not know: a misspelt key in a form
+// would otherwise silently print nothing.
+class Reader {
+public:
+    Reader(const QJsonObject& o, QString where, const QString& file) : o_(o), where_(std::move(where)), file_(file) {}
+
+    [[noreturn]] void fail(const QString& msg) const
+    {
+        throw EngineError(file_, 0, QStringLiteral("%1: %2").arg(where_, msg));
+    }
+    bool has(const char* key) const { return o_.contains(QLatin1String(key)); }
+    QJsonValue get(const char* key)
+    {
+        known_.insert(QString::fromUtf8(key));
+        return o_.value(QLatin1String(key));
+    }
+    double number(const char* key, std::optional<double> def = std::nullopt)
+    {
+        QJsonValue v = get(key);
+        if (v.isUndefined()) {
+            if (def) return *def;
+            fail(QStringLiteral("\"%1\" がありません。").arg(QLatin1String(key)));
+        }
+        if (!v.isDouble()) fail(QStringLiteral("\"%1\" は数値で書いてください。").arg(QLatin1String(key)));
+        return v.toDouble();
+    }
+    QString string(const char* key, const QString& def = QString())
+    {
+        QJsonValue v = get(key);
+        if (v.isUndefined()) return def;
+        if (!v.isString()) fail(QStringLiteral("\"%1\" は文字列で書いてください。").arg(QLatin1String(key)));
+        return v.toString();
+    }
+    bool boolean(const char* key, bool def)
+    {
+        QJsonValue v = get(key);
+        if (v.isUndefined()) return def;
+        if (!v.isBool()) fail(QStringLiteral("\"%1\" は true か false で書いてください。").arg(QLatin1String(key)));
+        return v.toBool();
+    }
+    template <typename E>
+    E choice(const char* key, E def, std::initializer_list<std::pair<const char*, E>> options)
+    {
+        const QString s = string(key);
+        if (s.isEmpty()) return def;
+        QStringList names;
+        for (auto& [name, value] : options) {
+            if (s == QLatin1String(name)) return value;
+            names.append(QLatin1String(name));
+        }
+        fail(QStringLiteral("\"%1\" は %2 のどれかです: %3").arg(QLatin1String(key), names.join(u'/'), s));
+    }
+    QJsonArray array(const char* key)
+    {
+        QJsonValue v = get(key);
+        if (v.isUndefined()) return {};
+        if (!v.isArray()) fail(QStringLiteral("\"%1\" は配列で書いてください。").arg(QLatin1String(key)));
+        return v.toArray();
+    }
+    QJsonObject object(const char* key)
+    {
+        QJsonValue v = get(key);
+        if (!v.isObject()) fail(QStringLiteral("\"%1\" はオブジェクトで書いてください。").arg(QLatin1String(key)));
+        return v.toObject();
+    }
+    const QString& where() const { return where_; }
+    const QString& file() const { return file_; }
+    void finish() const
+    {
+        for (auto it = o_.begin(); it != o_.end(); ++it)
+            if (!known_.contains(it.key())) fail(QStringLiteral("知らない設定です: \"%1\"").arg(it.key()));
+    }
+
+private:
+    QJsonObject o_;
+    QString where_;
+    const QString& file_;
+    QSet<QString> known_;
+};
+
+QColor parseColor(Reader& r, const char* key)
+{
+    const QString s = r.string(key, QStringLiteral("#000000"));
+    QColor c = QColor::fromString(s);
+    if (!c.isValid()) r.fail(QStringLiteral("色が読めません: %1").arg(s));
+    return c;
+}
+
+// The seven postal-code boxes, laid from the right: the last box's right edge stands
+// "right" mm from the field's right edge, the gaps run from the left.
+QList<QRectF> postalBoxes(Reader parent, const QJsonObject& o, double fieldWidth)
+{
+    Reader r(o, parent.where() + QStringLiteral(".boxes"), parent.file());
+    const double top = r.number("top");
+    const double right = r.number("right");
+    const double w = r.number("width");
+    const double h = r.number("height");
+    QJsonArray gaps = r.array("gaps");
+    r.finish();
+    if (gaps.size() != 6) r.fail(QStringLiteral("\"gaps\" には六つの間隔を書いてください。"));
+    QList<QRectF> boxes(7);
+    double x = fieldWidth - right - w;
+    for (int i = 6; i >= 0; --i) {
+        boxes[i] = QRectF(x, top, w, h);
+        if (i > 0) x -= gaps[i - 1].toDouble() + w;
+    }
+    return boxes;
+}
+
+Field parseField(const QJsonValue& v, const QString& where, const QString& file)
+{
+    if (!v.isObject()) throw EngineError(file, 0, QStringLiteral("%1: フィールドはオブジェクトで書いてください。").arg(where));
+    const QJsonObject o = v.toObject();
+    Field f;
+    f.name = o.value(QLatin1String("name")).toString();
+    Reader r(o, f.name.isEmpty() ? where : QStringLiteral("%1 (%2)").arg(where, f.name), file);
+    r.string("name");
+    f.type = r.choice<FieldType>("type", FieldType::Text,
+                                 {{"text", FieldType::Text}, {"postal", FieldType::Postal},
+                                  {"frame", FieldType::Frame}, {"line", FieldType::Line}});
+    f.rect = QRectF(r.number("x"), r.number("y"), r.number("width", 0.0), r.number("height", 0.0));
+    if (f.type != FieldType::Line && (f.rect.width() <= 0 || f.rect.height() <= 0))
+        r.fail(QStringLiteral("\"width\" と \"height\" は正の数で書いてください。"));
+
+    QJsonValue col = r.get("column");
+    if (col.isString()) {
+        f.columns = {col.toString()};
+    } else if (col.isArray()) {
+        for (const QJsonValue& c : col.toArray()) {
+            if (!c.isString()) r.fail(QStringLiteral("\"column\" の配列には列名を書いてください。"));
+            f.columns.append(c.toString());
+        }
+    } else if (!col.isUndefined()) {
+        r.fail(QStringLiteral("\"column\" は列名か列名の配列で書いてください。"));
+    }
+    f.join = r.string("join");
+    f.text = r.string("text");
+    f.item = r.string("item");
+    const int sources = (!f.columns.isEmpty()) + (!f.text.isEmpty()) + (!f.item.isEmpty());
+    if (sources > 1) r.fail(QStringLiteral("\"column\"、\"text\"、\"item\" はどれか一つにしてください。"));
+    if ((f.type == FieldType::Text || f.type == FieldType::Postal) && sources == 0)
+        r.fail(QStringLiteral("表示する内容（\"column\"、\"text\"、\"item\"）がありません。"));
+
+    f.face = r.choice<FontFace>("font", FontFace::Gothic, {{"gothic", FontFace::Gothic}, {"mincho", FontFace::Mincho}});
+    f.size = r.number("size", 10.0);
+    if (f.size <= 0) r.fail(QStringLiteral("\"size\" は正の数で書いてください。"));
+    f.bold = r.boolean("bold", false);
+    f.align = r.choice<HAlign>("align", HAlign::Left,
+                               {{"left", HAlign::Left}, {"center", HAlign::Center}, {"right", HAlign::Right}});
+    f.valign = r.choice<VAlign>("valign", VAlign::Top,
+                                {{"top", VAlign::Top}, {"middle", VAlign::Middle}, {"bottom", VAlign::Bottom}});
+    f.vertical = r.boolean("vertical", false);
+    f.wrap = r.boolean("wrap", true);
+    f.lineSpacing = r.number("lineSpacing", 1.15);
+    f.numerals = r.choice<Numerals>("numerals", Numerals::AsIs,
+                                    {{"asis", Numerals::AsIs}, {"fullwidth", Numerals::FullWidth}, {"kanji", Numerals::Kanji}});
+    f.keepWith = r.string("keepWith");
+    f.frame = r.boolean("frame", false);
+    f.frameWidth = r.number("frameWidth", 0.3);
+    f.padding = r.number("padding", 0.0);
+    f.color = parseColor(r, "color");
+    QJsonValue when = r.get("when");
+    if (!when.isUndefined()) {
+        if (!when.isObject()) r.fail(QStringLiteral("\"when\" はオブジェクトで書いてください。"));
+        Reader w(when.toObject(), r.where() + QStringLiteral(".when"), file);
+        Condition c;
+        c.column = w.string("column");
+        c.equals = w.string("equals");
+        c.notEmpty = w.boolean("notEmpty", false);
+        w.finish();
+        if (c.column.isEmpty()) w.fail(QStringLiteral("\"column\" がありません。"));
+        f.when = c;
+    }
+    QJsonValue boxes = r.get("boxes");
+    if (!boxes.isUndefined()) {
+        if (f.type != FieldType::Postal) r.fail(QStringLiteral("\"boxes\" は postal のフィールドだけに書けます。"));
+        if (!boxes.isObject()) r.fail(QStringLiteral("\"boxes\" はオブジェクトで書いてください。"));
+        f.boxes = postalBoxes(r, boxes.toObject(), f.rect.width());
+    }
+    r.finish();
+    return f;
+}
+
+QList<Field> parseFields(Reader& r, const char* key)
+{
+    QList<Field> out;
+    const QJsonArray a = r.array(key);
+    for (int i = 0; i < a.size(); ++i)
+        out.append(parseField(a[i], QStringLiteral("%1[%2]").arg(QLatin1String(key)).arg(i), r.file()));
+    return out;
+}
+
+QJsonObject parseJsonObject(const QByteArray& json, const QString& fileName)
+{
+    QJsonParseError err;
+    const QJsonDocument doc = QJsonDocument::fromJson(json, &err);
+    if (err.error != QJsonParseError::NoError) {
+        const int line = 1 + int(json.left(err.offset).count('\n'));
+        throw EngineError(fileName, line, QStringLiteral("フォームの JSON が読めません: %1").arg(err.errorString()));
+    }
+    if (!doc.isObject()) throw EngineError(fileName, 1, QStringLiteral("フォームは JSON のオブジェクトで書いてください。"));
+    return doc.object();
+}
+
+void addColumns(QStringList& out, const QList<Field>& fields)
+{
+    for (const Field& f : fields) {
+        for (const QString& c : f.columns)
+            if (!out.contains(c)) out.append(c);
+        if (f.when && !out.contains(f.when->column)) out.append(f.when->column);
+        if (!f.keepWith.isEmpty() && !out.contains(f.keepWith)) out.append(f.keepWith);
+    }
+}
+
+}  // namespace
+
+QRectF CellGrid::cell(int index) const
+{
+    const int c = index % columns;
+    const int r = index / columns;
+    return QRectF(left + c * (width + hgap), top + r * (height + vgap), width, height);
+}
+
+QStringList Form::boundColumns() const
+{
+    QStringList out;
+    addColumns(out, pageFields);
+    addColumns(out, cellFields);
+    addColumns(out, backFields);
+    addColumns(out, rowFields);
+    return out;
+}
+
+QStringList Form::itemPaths() const
+{
+    QStringList out;
+    for (const QList<Field>* list : {&pageFields, &cellFields, &backFields, &rowFields})
+        for (const Field& f : *list)
+            if (!f.item.isEmpty()) out.append(f.item);
+    return out;
+}
+
+QSizeF paperSize(const QString& name)
+{
+    if (name == u"A4") return {210, 297};
+    if (name == u"A5") return {148, 210};
+    if (name == u"B5") return {182, 257};
+    return {};
+}
+
+Form parseForm(const QByteArray& json, const QString& fileName)
+{
+    const QJsonObject root = parseJsonObject(json, fileName);
+    Reader r(root, QStringLiteral("フォーム"), fileName);
+    if (r.string("format") != QStringView(kFormFormat))
+        r.fail(QStringLiteral("\"format\" が \"%1\" ではありません。").arg(QStringView(kFormFormat)));
+    Form form;
+    form.path = fileName;
+    form.title = r.string("title");
+
+    {
+        Reader p(r.object("paper"), QStringLiteral("paper"), fileName);
+        form.paperName = p.string("size", QStringLiteral("A4"));
+        QSizeF size = paperSize(form.paperName);
+        if (form.paperName == u"custom") size = QSizeF(p.number("width"), p.number("height"));
+        else if (size.isEmpty()) p.fail(QStringLiteral("\"size\" は A4/A5/B5/custom のどれかです: %1").arg(form.paperName));
+        if (size.width() <= 0 || size.height() <= 0) p.fail(QStringLiteral("用紙の大きさが正しくありません。"));
+        form.landscape = p.choice<bool>("orientation", false, {{"portrait", false}, {"landscape", true}});
+        p.finish();
+        form.paper = form.landscape ? size.transposed() : size;
+    }
+
+    for (const QJsonValue& c : r.array("columns")) form.columns.append(c.toString());
+
+    if (r.has("cells")) {
+        Reader c(r.object("cells"), QStringLiteral("cells"), fileName);
+        CellGrid g;
+        g.columns = int(c.number("columns"));
+        g.rows = int(c.number("rows"));
+        g.left = c.number("left");
+        g.top = c.number("top");
+        g.width = c.number("width");
+        g.height = c.number("height");
+        g.hgap = c.number("hgap", 0.0);
+        g.vgap = c.number("vgap", 0.0);
+        c.finish();
+        if (g.columns < 1 || g.rows < 1 || g.width <= 0 || g.height <= 0)
+            c.fail(QStringLiteral("面の数と大きさは正の数で書いてください。"));
+        form.cells = g;
+    }
+    if (r.has("list")) {
+        Reader l(r.object("list"), QStringLiteral("list"), fileName);
+        ListSection s;
+        s.top = l.number("top");
+        s.rowHeight = l.number("rowHeight");
+        s.rows = int(l.number("rows"));
+        l.finish();
+        if (s.rowHeight <= 0 || s.rows < 1) l.fail(QStringLiteral("行の高さと行数は正の数で書いてください。"));
+        form.list = s;
+    }
+    if (form.cells.has_value() == form.list.has_value())
+        r.fail(QStringLiteral("\"cells\"（ラベル・封筒）か \"list\"（一覧）のどちらか一つを書いてください。"));
+
+    form.pageFields = parseFields(r, "pageFields");
+    form.cellFields = parseFields(r, "cellFields");
+    form.backFields = parseFields(r, "backFields");
+    form.rowFields = parseFields(r, "rowFields");
+    r.finish();
+    if (form.cells && form.cellFields.isEmpty()) r.fail(QStringLiteral("\"cellFields\" がありません。"));
+    if (form.list && form.rowFields.isEmpty()) r.fail(QStringLiteral("\"rowFields\" がありません。"));
+    if (!form.backFields.isEmpty() && form.cells && form.cells->perPage() != 1)
+        r.fail(QStringLiteral("\"backFields\" は一枚に一面のフォーム（封筒）だけに書けます。"));
+    return form;
+}
+
+Form loadForm(const QString& path)
+{
+    QFile f(base::nativePath(path));
+    if (!f.exists()) throw EngineError(path, 0, QStringLiteral("フォームファイルが見つかりません。"));
+    if (!f.open(QIODevice::ReadOnly))
+        throw EngineError(path, 0, QStringLiteral("フォームファイルを開けません: %1").arg(f.errorString()));
+    return parseForm(f.readAll(), path);
+}
+
+bool isJoinedForm(const QByteArray& json)
+{
+    const QJsonDocument doc = QJsonDocument::fromJson(json);
+    return doc.isObject() && doc.object().value(QLatin1String("format")).toString() == QStringView(kJoinedFormat);
+}
+
+JoinedForm parseJoinedForm(const QByteArray& json, const QString& fileName)
+{
+    Reader r(parseJsonObject(json, fileName), QStringLiteral("結合フォーム"), fileName);
+    if (r.string("format") != QStringView(kJoinedFormat))
+        r.fail(QStringLiteral("\"format\" が \"%1\" ではありません。").arg(QStringView(kJoinedFormat)));
+    JoinedForm j;
+    j.title = r.string("title");
+    const QJsonArray reports = r.array("reports");
+    for (int i = 0; i < reports.size(); ++i) {
+        Reader rr(reports[i].toObject(), QStringLiteral("reports[%1]").arg(i), fileName);
+        JoinedForm::Report rep;
+        rep.form = rr.string("form");
+        for (const QJsonValue& d : rr.array("data")) {
+            const QJsonObject o = d.toObject();
+            rep.data.append({o.value(QLatin1String("file")).toString(), o.value(QLatin1String("hasTitle")).toBool(true)});
+        }
+        rr.finish();
+        j.reports.append(rep);
+    }
+    r.finish();
+    return j;
+}
+
+QByteArray joinedFormJson(const JoinedForm& joined)
+{
+    QJsonArray reports;
+    for (const JoinedForm::Report& rep : joined.reports) {
+        QJsonArray data;
+        for (const auto& [file, hasTitle] : rep.data)
+            data.append(QJsonObject{{QStringLiteral("file"), file}, {QStringLiteral("hasTitle"), hasTitle}});
+        reports.append(QJsonObject{{QStringLiteral("form"), rep.form}, {QStringLiteral("data"), data}});
+    }
+    QJsonObject root{{QStringLiteral("format"), QString::fromUtf16(kJoinedFormat)},
+                     {QStringLiteral("title"), joined.title},
+                     {QStringLiteral("reports"), reports}};
+    return QJsonDocument(root).toJson(QJsonDocument::Indented);
+}
+
+}  // namespace engine
