@@ -59,6 +59,10 @@ public:
     void setTop(int twips) { set(top_, twips); }
     int left() const { return left_; }
     void setLeft(int twips) { set(left_, twips); }
+    int width() const { return width_; }
+    void setWidth(int twips) { set(width_, twips); }
+    int height() const { return height_; }
+    void setHeight(int twips) { set(height_, twips); }
     const QString& tag() const { return tag_; }
     void setTag(const QString& t) { set(tag_, t); }
     // Whether the control takes part in the focus chain (buttons, inputs, lists).
@@ -97,6 +101,8 @@ private:
     bool tabStop_ = false;
     int top_ = 0;
     int left_ = 0;
+    int width_ = 0;
+    int height_ = 0;
     QString tag_;
     std::vector<std::pair<int, Observer>> observers_;
     int nextObserverId_ = 1;
