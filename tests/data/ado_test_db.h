@@ -1,0 +1,105 @@
+#pragma once
+// A small database in a self-deleting folder, written with the SQLite C API directly
+// so that the code under test never builds its own fixture. The tables follow the
+// storage conventions of the customers' data: c… TEXT, i…/n… INTEGER, nLat/nLon
+// REAL, t… DATETIME stored as 'YYYY/MM/DD' or 'YYYY/MM/DD HH:MM:SS' text.
+
+#include <QString>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+
+#include <gtest/gtest.h>
+
+namespace adotest {
+
+inline const char* kOdbcSqliteDriver = "/usr/lib/x86_64-linux-gnu/odbc/libsqlite3odbc.so";
+
+class TestDb {
+public:
+    TestDb()
+    {
+        EXPECT_TRUE(dir_.isValid());
+        path_ = dir_.filePath(QStringLiteral("seal.db"));
+        run(R"(
+BEGIN;
+CREATE TABLE RIYOUSHA (iKyotenCd INTEGER, iKyotenEb INTEGER, nIDNo INTEGER, cName TEXT, cNameKana TEXT,
+  cAdress1 TEXT, tBirthday DATETIME, tExpireDay DATETIME, nTantou INTEGER, iChusiFlg INTEGER,
+  PRIMARY KEY (iKyotenCd, iKyotenEb, nIDNo));
+CREATE TABLE STAFF (iKyotenCd INTEGER, iKyotenEb INTEGER, nIDNo INTEGER, cName TEXT, iChusiFlg INTEGER,
+  nLat REAL, nLon REAL, tUpDateTime DATETIME, PRIMARY KEY (iKyotenCd, iKyotenEb, nIDNo));
+INSERT INTO RIYOUSHA VALUES (1, 2, 10, '山田　太郎', 'ﾔﾏﾀﾞ ﾀﾛｳ', '東京都千代田区1-1', '1940/04/01', NULL, 5, 0);
+INSERT INTO RIYOUSHA VALUES (1, 2, 11, 'O''Brien', 'ｵﾌﾞﾗｲｴﾝ', NULL, '1951/12/31', '2026/10/31', 6, NULL);
+INSERT INTO RIYOUSHA VALUES (1, 2, 12, NULL, NULL, NULL, NULL, NULL, NULL, NULL);
+INSERT INTO RIYOUSHA VALUES (1, 3, 10, '別拠点', 'ﾍﾞﾂ', '大阪', '1960/01/01', NULL, 5, 0);
+INSERT INTO STAFF VALUES (1, 2, 5, '佐藤　花子', 0, 35.681236, 139.767125, '2026/11/20 09:15:30');
+INSERT INTO STAFF VALUES (1, 2, 6, '鈴木　一郎', NULL, NULL, NULL, NULL);
+INSERT INTO STAFF VALUES (1, 2, 7, '退職　者', 1, 34.5, 135.5, '2025/03/31 18:00:00');
+COMMIT;
+)");
+    }
+
+    const QString& path() const { return path_; }
+    QString folder() const { return dir_.path(); }
+    QString sqliteConnect() const { return QStringLiteral("Provider=SQLite;Data Source=") + path_; }
+    QString odbcConnect() const
+    {
+        return QStringLiteral("Driver=%1;Database=%2").arg(QString::fromLatin1(kOdbcSqliteDriver), path_);
+    }
+
+    // Runs statements on the file outside the code under test.
+    void run(const char* sql) const
+    {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(path_.toUtf8().constData(), &db), SQLITE_OK);
+        char* message = nullptr;
+        const int rc = sqlite3_exec(db, sql, nullptr, nullptr, &message);
+        EXPECT_EQ(rc, SQLITE_OK) << (message ? message : "");
+        sqlite3_free(message);
+        sqlite3_close(db);
+    }
+
+    // One integer from the file, outside the code under test.
+    long long scalar(const char* sql) const
+    {
+        sqlite3* db = nullptr;
+        sqlite3_open(path_.toUtf8().constData(), &db);
+        sqlite3_stmt* st = nullptr;
+        long long value = -999;
+        if (sqlite3_prepare_v2(db, sql, -1, &st, nullptr) == SQLITE_OK && sqlite3_step(st) == SQLITE_ROW)
+            value = sqlite3_column_int64(st, 0);
+        sqlite3_finalize(st);
+        sqlite3_close(db);
+        return value;
+    }
+
+private:
+    QTemporaryDir dir_;
+    QString path_;
+};
+
+// Holds an exclusive lock on a database file for as long as it lives.
+class ExclusiveLock {
+public:
+    explicit ExclusiveLock(const QString& path)
+    {
+        sqlite3_open(path.toUtf8().constData(), &db_);
+        char* message = nullptr;
+        locked_ = sqlite3_exec(db_, "BEGIN EXCLUSIVE", nullptr, nullptr, &message) == SQLITE_OK;
+        sqlite3_free(message);
+    }
+    ~ExclusiveLock()
+    {
+        sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_close(db_);
+    }
+    ExclusiveLock(const ExclusiveLock&) = delete;
+    ExclusiveLock& operator=(const ExclusiveLock&) = delete;
+    bool locked() const { return locked_; }
+
+private:
+    sqlite3* db_ = nullptr;
+    bool locked_ = false;
+};
+
+}  // namespace adotest
