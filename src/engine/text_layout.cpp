@@ -33,8 +33,10 @@ std::vector<bool> breakOpportunities(QStringView p, QStringView keepTail)
     }
     // The honorific at the end stays on the line of the name before it.
     if (!keepTail.isEmpty() && p.endsWith(keepTail) && p.size() > keepTail.size()) {
+        // Lock from the start of the word before the honorific: "太郎 様" moves as one.
         qsizetype k = n - keepTail.size() - 1;
         while (k > 0 && isSpace(p[k].unicode())) --k;
+        while (k > 0 && !isSpace(p[k - 1].unicode())) --k;
         for (qsizetype i = k + 1; i < n; ++i) ok[i] = false;
     }
     return ok;

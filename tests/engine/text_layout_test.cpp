@@ -1,0 +1,195 @@
+// Japanese line breaking, vertical writing and shrinking to fit.
+
+#include "engine/font_book.h"
+#include "engine/jp_text.h"
+#include "engine/text_layout.h"
+
+#include "engine_test_support.h"
+
+#include <gtest/gtest.h>
+
+using engine::FontFace;
+using engine::TextStyle;
+
+namespace {
+
+class Layout : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        enginetest::ensureGuiApp();
+        fonts = new engine::FontBook();
+    }
+    static engine::FontBook* fonts;
+
+    // Lines for a width of n full-width characters at 10 mm.
+    QStringList breakAt(const QString& text, double chars, const QString& tail = QString(), bool* overflow = nullptr)
+    {
+        return engine::breakLines(text, chars * 10.0 + 0.01, 10.0, *fonts, FontFace::Gothic, false, tail, overflow);
+    }
+};
+engine::FontBook* Layout::fonts = nullptr;
+
+TEST_F(Layout, IpaexFontsAreLoaded)
+{
+    EXPECT_TRUE(fonts->fontFile(FontFace::Gothic).endsWith("ipaexg.ttf")) << fonts->family(FontFace::Gothic).toStdString();
+    EXPECT_TRUE(fonts->fontFile(FontFace::Mincho).endsWith("ipaexm.ttf"));
+    EXPECT_NEAR(fonts->advance(FontFace::Gothic, false, u'あ'), 1.0, 0.01);
+}
+
+TEST_F(Layout, FullWidthTextBreaksAtTheWidth)
+{
+    EXPECT_EQ(breakAt("東京都新宿区西新宿", 4), (QStringList{"東京都新", "宿区西新", "宿"}));
+}
+
+struct KinsokuCase {
+    const char* name;
+    const char* text;
+    double width;
+    std::vector<const char*> lines;
+};
+class Kinsoku : public Layout, public ::testing::WithParamInterface<KinsokuCase> {};
+TEST_P(Kinsoku, NoLineStartsOrEndsWrongly)
+{
+    QStringList expected;
+    for (const char* l : GetParam().lines) expected.append(QString::fromUtf8(l));
+    EXPECT_EQ(breakAt(QString::fromUtf8(GetParam().text), GetParam().width), expected);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Rules, Kinsoku,
+    ::testing::Values(KinsokuCase{"SmallKanaStaysBehind", "あいうきょう", 4, {"あいう", "きょう"}},
+                      KinsokuCase{"PunctuationStaysBehind", "あいうえ。かき", 4, {"あいう", "え。かき"}},
+                      KinsokuCase{"ClosingBracketStaysBehind", "あいう（え）", 5, {"あいう", "（え）"}},
+                      KinsokuCase{"OpeningBracketGoesAhead", "あいう「えお」", 4, {"あいう", "「えお」"}},
+                      KinsokuCase{"LongVowelStaysBehind", "あいうビール", 4, {"あいう", "ビール"}},
+                      KinsokuCase{"GochuIsNeverSplit", "市役所総務課御中", 7, {"市役所総務課", "御中"}},
+                      KinsokuCase{"ExplicitLineEndsKept", "一\r\n二", 5, {"一", "二"}}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Layout, HouseNumbersAreOneWord)
+{
+    const QStringList lines = breakAt(QStringLiteral("西新宿２－８－１"), 5);
+    EXPECT_EQ(lines, (QStringList{"西新宿", "２－８－１"}));
+}
+
+TEST_F(Layout, NameKeepsItsHonorificOnItsLine)
+{
+    const QStringList lines = breakAt(QStringLiteral("山田 太郎 先生御侍史"), 9, QStringLiteral("先生御侍史"));
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines[0], "山田");
+    EXPECT_EQ(lines[1], "太郎 先生御侍史");
+}
+
+TEST_F(Layout, UnbreakablePieceWiderThanTheLineIsReported)
+{
+    bool overflow = false;
+    breakAt(QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ"), 3, QString(), &overflow);
+    EXPECT_TRUE(overflow);
+    breakAt(QStringLiteral("あいうえお"), 3, QString(), &overflow);
+    EXPECT_FALSE(overflow);
+}
+
+TEST_F(Layout, LongTextShrinksInsteadOfOverflowing)
+{
+    TextStyle s;
+    s.size = 14;
+    s.wrap = false;
+    const QRectF box(10, 10, 40, 8);
+    const engine::TextLayout l = engine::layoutText(QStringLiteral("医療法人社団さくら会さくらクリニック院長"), box, s, *fonts);
+    EXPECT_TRUE(l.fits);
+    EXPECT_LT(l.sizeMm, engine::ptToMm(14));
+    EXPECT_GE(l.bounds.left(), box.left() - 1e-6);
+    EXPECT_LE(l.bounds.right(), box.right() + 1e-6);
+    EXPECT_LE(l.bounds.bottom(), box.bottom() + 1e-6);
+}
+
+TEST_F(Layout, ShortTextKeepsItsSize)
+{
+    TextStyle s;
+    s.size = 14;
+    const engine::TextLayout l = engine::layoutText(QStringLiteral("山田 様"), QRectF(0, 0, 60, 10), s, *fonts);
+    EXPECT_DOUBLE_EQ(l.sizeMm, engine::ptToMm(14));
+}
+
+class ShrunkAlignment : public Layout, public ::testing::WithParamInterface<engine::HAlign> {};
+TEST_P(ShrunkAlignment, ShrunkTextKeepsItsAlignment)
+{
+    TextStyle s;
+    s.size = 20;
+    s.wrap = false;
+    s.align = GetParam();
+    const QRectF box(0, 0, 30, 20);
+    const engine::TextLayout l = engine::layoutText(QStringLiteral("あいうえおかきくけこ"), box, s, *fonts);
+    ASSERT_LT(l.sizeMm, engine::ptToMm(20));
+    // Shrunk to the width: it fills the box whatever the alignment.
+    EXPECT_NEAR(l.bounds.width(), 30, 0.2);
+    const engine::TextLayout shortOne = engine::layoutText(QStringLiteral("あ"), box, s, *fonts);
+    const double em = engine::ptToMm(20);
+    switch (GetParam()) {
+    case engine::HAlign::Left: EXPECT_NEAR(shortOne.bounds.left(), 0, 0.05); break;
+    case engine::HAlign::Center: EXPECT_NEAR(shortOne.bounds.center().x(), 15, 0.05); break;
+    case engine::HAlign::Right: EXPECT_NEAR(shortOne.bounds.right(), 30, 0.05); break;
+    }
+    EXPECT_NEAR(shortOne.bounds.width(), em, 0.05);
+}
+INSTANTIATE_TEST_SUITE_P(Aligns, ShrunkAlignment,
+                         ::testing::Values(engine::HAlign::Left, engine::HAlign::Center, engine::HAlign::Right));
+
+TEST_F(Layout, VerticalColumnsRunFromTheRight)
+{
+    TextStyle s;
+    s.size = 28.35;  // 10 mm
+    s.vertical = true;
+    s.align = engine::HAlign::Right;
+    const engine::TextLayout l = engine::layoutText(QStringLiteral("一二三四五"), QRectF(0, 0, 30, 30.01), s, *fonts);
+    ASSERT_EQ(l.runs.size(), 5);
+    // Three to a column: the first column at the right, the next to its left.
+    EXPECT_GT(l.runs[0].origin.x(), l.runs[3].origin.x());
+    EXPECT_NEAR(l.runs[0].origin.x(), l.runs[2].origin.x(), 1e-9);
+    EXPECT_LT(l.runs[0].origin.y(), l.runs[1].origin.y());
+    EXPECT_NEAR(l.runs[3].origin.y(), l.runs[0].origin.y(), 1e-9);
+}
+
+TEST_F(Layout, VerticalDigitsStandUprightAndDashesTurn)
+{
+    TextStyle s;
+    s.vertical = true;
+    const engine::TextLayout l = engine::layoutText(QStringLiteral("2-8ー1"), QRectF(0, 0, 10, 100), s, *fonts);
+    ASSERT_EQ(l.runs.size(), 5);
+    EXPECT_EQ(l.runs[0].text, "２");
+    EXPECT_FALSE(l.runs[0].rotate);
+    EXPECT_TRUE(l.runs[1].rotate);
+    EXPECT_EQ(l.runs[2].text, "８");
+    EXPECT_TRUE(l.runs[3].rotate);
+}
+
+TEST_F(Layout, KanjiNumeralsAsAFormOption)
+{
+    TextStyle s;
+    s.vertical = true;
+    s.numerals = engine::Numerals::Kanji;
+    EXPECT_EQ(engine::shapeText(QStringLiteral("西新宿2-10"), s), "西新宿二－一〇");
+}
+
+TEST_F(Layout, VerticalBracketsTakeTheirVerticalForms)
+{
+    TextStyle s;
+    s.vertical = true;
+    const engine::TextLayout l = engine::layoutText(QStringLiteral("「あ」"), QRectF(0, 0, 10, 100), s, *fonts);
+    ASSERT_EQ(l.runs.size(), 3);
+    // Either the font's vertical form, or the horizontal bracket turned.
+    EXPECT_TRUE(l.runs[0].text == "﹁" || l.runs[0].rotate);
+    EXPECT_TRUE(l.runs[2].text == "﹂" || l.runs[2].rotate);
+}
+
+TEST_F(Layout, SmallKanaAndCommaMoveUpRightInVerticalLines)
+{
+    const auto small = engine::verticalGlyph(u'ょ', nullptr, nullptr);
+    const auto comma = engine::verticalGlyph(u'、', nullptr, nullptr);
+    const auto plain = engine::verticalGlyph(u'あ', nullptr, nullptr);
+    EXPECT_GT(small.shift, 0);
+    EXPECT_GT(comma.shift, small.shift);
+    EXPECT_EQ(plain.shift, 0);
+}
+
+}  // namespace
