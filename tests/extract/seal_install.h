@@ -1,0 +1,121 @@
+#pragma once
+// A small installation in a temporary folder, as the program finds one: Tavrine.ini,
+// adodb.ini pointing at a SQLite database of the suite's schema, and the data folder
+// that holds 印刷設定.ini. Tests add patients and markers to it.
+
+#include "app/globals.h"
+#include "base/text_codec.h"
+#include "controls/recording_platform.h"
+#include "data/schema.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <stdexcept>
+
+inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+
+namespace sealtest {
+
+class SealInstall {
+public:
+    // BASEID "0102": office 1, branch 2.
+    explicit SealInstall(QStringList extraSettings = {})
+    {
+        if (!dir_.isValid()) throw std::runtime_error("no temporary folder");
+        for (const char* sub : {"DATA", "SYS", "TMP", "ICON"}) QDir(dir_.path()).mkpath(QString::fromLatin1(sub));
+        QStringList settings{QStringLiteral("BASEID=0102"), QStringLiteral("SYSTEM_SYS=\\SYS"),
+                             QStringLiteral("SYSTEM_TMP=\\TMP"), QStringLiteral("SYSTEM_ICON=\\ICON"),
+                             QStringLiteral("SYSTEM_DATA=\\DATA"), QStringLiteral("WALLPAPER=wall.bmp")};
+        settings += extraSettings;
+        writeLines(QStringLiteral("Tavrine.ini"), settings);
+        writeLines(QStringLiteral("adodb.ini"),
+                   {QStringLiteral("[接続情報]"), QStringLiteral("接続情報=Provider=SQLite;Data Source=seal.db")});
+        QString error;
+        if (!data::createSchemaDatabase(path(QStringLiteral("seal.db")), &error))
+            throw std::runtime_error(error.toStdString());
+    }
+
+    QString appDir() const { return dir_.path(); }
+    QString path(const QString& name) const { return dir_.path() + u'/' + name; }
+    QString settingsIni() const { return path(QStringLiteral("DATA/印刷設定.ini")); }
+
+    void writeLines(const QString& name, const QStringList& lines) const
+    {
+        QFile f(path(name));
+        if (!f.open(QIODevice::WriteOnly)) throw std::runtime_error("cannot write fixture");
+        for (const QString& l : lines) f.write(base::toCp932(l) + "\r\n");
+    }
+
+    void touch(const QString& name) const
+    {
+        QFile f(path(name));
+        if (!f.open(QIODevice::WriteOnly)) throw std::runtime_error("cannot write fixture");
+    }
+
+    // Runs SQL on the database (UTF-8 statements; several at once).
+    void exec(const QString& sql) const
+    {
+        sqlite3* db = nullptr;
+        if (sqlite3_open(path(QStringLiteral("seal.db")).toUtf8().constData(), &db) != SQLITE_OK)
+            throw std::runtime_error("cannot open fixture database");
+        char* message = nullptr;
+        const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
+        const std::string text = message ? message : "";
+        sqlite3_free(message);
+        sqlite3_close(db);
+        if (rc != SQLITE_OK) throw std::runtime_error("fixture SQL failed: " + text);
+    }
+
+    // One patient of this office; text columns given as SQL literals or NULL.
+    void addPatient(int id, const QString& name, const QString& kana, const QString& birthday = QStringLiteral("NULL"),
+                    const QString& expire = QStringLiteral("NULL"), int office = 1, int branch = 2) const
+    {
+        exec(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, tBirthday, tExpireDay) "
+                            "VALUES (%1, %2, %3, '%4', '%5', %6, %7);")
+                 .arg(office)
+                 .arg(branch)
+                 .arg(id)
+                 .arg(name, kana, birthday, expire));
+    }
+
+    void addService(int id, const QString& when, int office = 1, int branch = 2) const
+    {
+        exec(QStringLiteral("INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) "
+                            "VALUES (%1, %2, %3, '%4');")
+                 .arg(office)
+                 .arg(branch)
+                 .arg(id)
+                 .arg(when));
+    }
+
+private:
+    QTemporaryDir dir_;
+};
+
+// The process-wide values as the start sets them, on a recording platform.
+class ProcessValues {
+public:
+    explicit ProcessValues(const SealInstall& install)
+    {
+        platform.setToday(QDate(2026, 11, 21));
+        app::setPlatform(&platform);
+        app::gsAppPath = install.appDir();
+        app::iKyotenCd = 1;
+        app::iKyotenEb = 2;
+    }
+    ~ProcessValues() { app::setPlatform(nullptr); }
+
+    controls::RecordingPlatform platform;
+};
+
+}  // namespace sealtest
