@@ -9,7 +9,7 @@ namespace engine {
 
 namespace {
 
-constexpr int kMeasurePixels = 1000;
+constexpr int kMeasurePixels = FontBook::rawPixels;
 
 QStringList fontDirs()
 {

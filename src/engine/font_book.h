@@ -20,8 +20,12 @@ public:
     FontBook();
 
     QString family(FontFace face) const { return family_[int(face)]; }
-    // A font whose pixel size is sizeUnits (the renderer draws in 1/100 mm).
+    // A font of the given pixel size, in the painter's units.
     QFont font(FontFace face, bool bold, int sizeUnits) const;
+    // The font file itself at rawPixels, for drawing glyphs without shaping; invalid
+    // where the family was taken by name.
+    const QRawFont& rawFont(FontFace face) const { return raw_[int(face)]; }
+    static constexpr int rawPixels = 1000;
     // Advance of one character in ems.
     double advance(FontFace face, bool bold, char16_t c) const;
     double width(FontFace face, bool bold, QStringView text) const;

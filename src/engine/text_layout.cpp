@@ -227,27 +227,31 @@ void drawLayout(QPainter& painter, const TextLayout& layout, const TextStyle& st
     if (layout.runs.isEmpty()) return;
     painter.save();
     if (!layout.fits || !clip.contains(layout.bounds)) painter.setClipRect(clip, Qt::IntersectClip);
-    // Draw in 1/100 mm so that pixel font sizes are exact to the hundredth.
-    painter.scale(0.01, 0.01);
+    // Every size is drawn with one small font and a scaled painter (u is the painter
+    // unit in mm after scaling): one font engine per face, small enough for its glyph
+    // cache, keeps long runs fast.
+    constexpr int kPixels = 48;
     const double sz = layout.sizeMm;
-    painter.setFont(fonts.font(style.face, style.bold, int(std::lround(sz * 100))));
+    const double u = sz / kPixels;
+    painter.scale(u, u);
+    painter.setFont(fonts.font(style.face, style.bold, kPixels));
     painter.setPen(color);
     const double asc = fonts.ascent(style.face) * sz;
     for (const PlacedRun& r : layout.runs) {
         if (!layout.vertical) {
-            painter.drawText(QPointF(r.origin.x() * 100, r.origin.y() * 100), r.text);
+            painter.drawText(QPointF(r.origin.x() / u, r.origin.y() / u), r.text);
             continue;
         }
         const double adv = fonts.advance(style.face, style.bold, r.text[0].unicode()) * sz;
         if (r.rotate) {
             painter.save();
-            painter.translate(r.origin.x() * 100, r.origin.y() * 100);
+            painter.translate(r.origin.x() / u, r.origin.y() / u);
             painter.rotate(90);
-            painter.drawText(QPointF(-adv / 2 * 100, (asc - sz / 2) * 100), r.text);
+            painter.drawText(QPointF(-adv / 2 / u, (asc - sz / 2) / u), r.text);
             painter.restore();
         } else {
             const double dx = r.shift * sz;
-            painter.drawText(QPointF((r.origin.x() - adv / 2 + dx) * 100, (r.origin.y() - sz / 2 + asc - dx) * 100),
+            painter.drawText(QPointF((r.origin.x() - adv / 2 + dx) / u, (r.origin.y() - sz / 2 + asc - dx) / u),
                              r.text);
         }
     }
