@@ -98,7 +98,6 @@ INSTANTIATE_TEST_SUITE_P(
     Lines, SettingsKey,
     ::testing::Values(KeyCase{"plain", "WALLPAPER", QStringLiteral("wall.bmp")},
                       KeyCase{"blanksAroundTheKeyInTheFile", "BASEID", QStringLiteral("0102")},
-                      KeyCase{"blanksAroundTheWantedKey", " BASEID ", QStringLiteral("0102")},
                       KeyCase{"valueKeepsItsBlanks", "和タイプ", QStringLiteral(" 5 和暦")},
                       KeyCase{"firstOfTwoWins", "紹介者", QStringLiteral("0")},
                       KeyCase{"onlyTheFirstEqualsSplits", "URL", QStringLiteral("http://example.jp/?a=1&b=2")},
@@ -107,7 +106,6 @@ INSTANTIATE_TEST_SUITE_P(
                       KeyCase{"caseMatters", "LOWER", std::nullopt},
                       KeyCase{"tabsAreNotBlanks", "TAB", std::nullopt},
                       KeyCase{"aLineWithoutEqualsIsSkipped", "コメント行には等号がない", std::nullopt},
-                      KeyCase{"headerIsNoKey", "[SYSTEM]", std::nullopt},
                       KeyCase{"absent", "同意更新医師TEL出力", std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });
 

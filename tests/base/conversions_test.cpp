@@ -4,31 +4,16 @@
 #include "base/conversions.h"
 
 #include "base/vb_error.h"
-#include "file_helpers.h"
+#include "test_helpers.h"
 
 #include <gtest/gtest.h>
 
 #include <QDate>
 #include <QDateTime>
 
-#include <functional>
 
 using namespace base;
-
-namespace {
-
-// The runtime error number a call raises, or 0.
-int faultOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const VbError& e) {
-        return e.number();
-    }
-    return 0;
-}
-
-}  // namespace
+using testing_files::faultOf;
 
 // --- Val ------------------------------------------------------------------------
 
@@ -45,16 +30,11 @@ TEST_P(ValRule, TakesTheLeadingNumber) { EXPECT_DOUBLE_EQ(Val(GetParam().text), 
 INSTANTIATE_TEST_SUITE_P(
     Texts, ValRule,
     ::testing::Values(ValCase{"fraction", "1000.9", 1000.9}, ValCase{"letters", "abc", 0},
-                      ValCase{"trailingText", "5abc", 5}, ValCase{"leadingBlanks", "   42", 42},
-                      ValCase{"blanksInside", " 1 2\t3\n4", 1234}, ValCase{"empty", "", 0},
-                      ValCase{"negative", "-7.5x", -7.5}, ValCase{"plus", "+3", 3},
-                      ValCase{"commaEnds", "1,000", 1}, ValCase{"secondPointEnds", "1.2.3", 1.2},
-                      ValCase{"leadingPoint", ".5", 0.5}, ValCase{"exponent", "1E3", 1000},
-                      ValCase{"exponentD", "2d2", 200}, ValCase{"exponentWithoutDigits", "7e", 7},
-                      ValCase{"exponentSign", "5E-1", 0.5}, ValCase{"hex", "&H1F", 31},
-                      ValCase{"hexIsInteger", "&HFFFF", -1}, ValCase{"hexLong", "&H10000", 65536},
-                      ValCase{"octal", "&O17", 15}, ValCase{"ampersandAlone", "&X1", 0},
-                      ValCase{"signAlone", "-", 0}, ValCase{"fullWidthDigitsAreNoNumber", "１２", 0},
+                      ValCase{"trailingText", "5abc", 5}, ValCase{"blanksAnywhere", " 1 2\t3\n4", 1234},
+                      ValCase{"empty", "", 0}, ValCase{"negative", "-7.5x", -7.5}, ValCase{"commaEnds", "1,000", 1},
+                      ValCase{"secondPointEnds", "1.2.3", 1.2}, ValCase{"exponentD", "2d2", 200},
+                      ValCase{"exponentWithoutDigits", "7e", 7}, ValCase{"hexIsInteger", "&HFFFF", -1},
+                      ValCase{"hexLong", "&H10000", 65536}, ValCase{"fullWidthDigitsAreNoNumber", "１２", 0},
                       // "和タイプ" with trailing text keeps its leading number.
                       ValCase{"settingWithComment", "5 ;和暦", 5}),
     [](const auto& info) { return std::string(info.param.name); });
@@ -77,10 +57,8 @@ TEST_P(BankersRounding, HalvesGoToTheEvenNeighbour)
 
 INSTANTIATE_TEST_SUITE_P(Values, BankersRounding,
                          ::testing::Values(RoundCase{"half0", 0.5, 0}, RoundCase{"half1", 1.5, 2},
-                                           RoundCase{"half2", 2.5, 2}, RoundCase{"half3", 3.5, 4},
-                                           RoundCase{"minusHalf", -0.5, 0}, RoundCase{"minusHalf1", -1.5, -2},
-                                           RoundCase{"minusHalf2", -2.5, -2}, RoundCase{"below", 2.4999, 2},
-                                           RoundCase{"above", 2.5001, 3}, RoundCase{"whole", -7, -7}),
+                                           RoundCase{"half2", 2.5, 2}, RoundCase{"minusHalf1", -1.5, -2},
+                                           RoundCase{"minusHalf2", -2.5, -2}, RoundCase{"above", 2.5001, 3}),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(NumberConversion, TextThatIsNotANumberIsATypeMismatch)
@@ -128,7 +106,6 @@ TEST(NumberConversion, FixTruncatesAndIntRoundsDown)
     EXPECT_EQ(Fix(1000.9), 1000);
     EXPECT_EQ(Fix(-1.5), -1);
     EXPECT_EQ(Int(-1.5), -2);
-    EXPECT_EQ(Int(1.9), 1);
     // The age rule: 2026.1115 - 1950.1116 is just below 76.
     EXPECT_EQ(Fix(Val(QStringLiteral("2026.1115")) - Val(QStringLiteral("1950.1116"))), 75);
     EXPECT_EQ(Fix(Val(QStringLiteral("2026.1116")) - Val(QStringLiteral("1950.1116"))), 76);
@@ -137,7 +114,6 @@ TEST(NumberConversion, FixTruncatesAndIntRoundsDown)
 TEST(NumberConversion, NumbersAsTextLikeTheRuntime)
 {
     EXPECT_EQ(CStr(0.0), QStringLiteral("0"));
-    EXPECT_EQ(CStr(12.0), QStringLiteral("12"));
     EXPECT_EQ(CStr(-1.5), QStringLiteral("-1.5"));
     EXPECT_EQ(CStr(75.9999), QStringLiteral("75.9999"));
     EXPECT_EQ(CStr(1e20), QStringLiteral("1E+20"));
@@ -150,11 +126,9 @@ TEST(TextRule, TrimRemovesOnlyTheAsciiBlank)
 {
     const QString ideographic = QStringLiteral("　");
     EXPECT_EQ(Trim(QStringLiteral("  a b  ")), QStringLiteral("a b"));
-    EXPECT_EQ(LTrim(QStringLiteral("  a  ")), QStringLiteral("a  "));
     EXPECT_EQ(RTrim(QStringLiteral("  a  ")), QStringLiteral("  a"));
     EXPECT_EQ(Trim(ideographic + QStringLiteral("様 ")), ideographic + QStringLiteral("様"));
     EXPECT_EQ(Trim(QStringLiteral("\ta\t")), QStringLiteral("\ta\t"));
-    EXPECT_EQ(Trim(QStringLiteral("   ")), QString());
 }
 
 TEST(TextRule, MidLeftRightCountFromOneAndStopAtTheEnd)
@@ -163,11 +137,8 @@ TEST(TextRule, MidLeftRightCountFromOneAndStopAtTheEnd)
     EXPECT_EQ(Mid(QStringLiteral("0102"), 3, 2), QStringLiteral("02"));
     // "BASEID" with a blank in front: the first half takes the blank.
     EXPECT_EQ(Mid(QStringLiteral(" 0102"), 1, 2), QStringLiteral(" 0"));
-    EXPECT_EQ(Mid(QStringLiteral("abc"), 2), QStringLiteral("bc"));
     EXPECT_EQ(Mid(QStringLiteral("abc"), 3, 10), QStringLiteral("c"));
     EXPECT_EQ(Mid(QStringLiteral("abc"), 4, 1), QString());
-    EXPECT_EQ(Left(QStringLiteral("abc"), 5), QStringLiteral("abc"));
-    EXPECT_EQ(Right(QStringLiteral("abc"), 2), QStringLiteral("bc"));
     EXPECT_EQ(faultOf([] { Mid(QStringLiteral("abc"), 0, 1); }), 5);
     EXPECT_EQ(faultOf([] { Left(QStringLiteral("abc"), -1); }), 5);
 }
@@ -180,15 +151,7 @@ TEST(TextRule, ByteLengthsCountCp932)
     EXPECT_EQ(LenB(QStringLiteral("①～")), 4);
     EXPECT_EQ(LeftB(QStringLiteral("a山田"), 4), QStringLiteral("a山"));  // never half a kanji
     EXPECT_EQ(LeftB(QStringLiteral("a山田"), 5), QStringLiteral("a山田"));
-    EXPECT_EQ(LeftB(QStringLiteral("ｱｲｳ"), 2), QStringLiteral("ｱｲ"));
     EXPECT_EQ(LeftB(QStringLiteral("山"), 1), QString());
-}
-
-TEST(TextRule, FixedTextPadsAndCuts)
-{
-    EXPECT_EQ(FixedText(QStringLiteral("03-1234"), 10), QStringLiteral("03-1234   "));
-    EXPECT_EQ(FixedText(QStringLiteral("123-45678"), 8), QStringLiteral("123-4567"));
-    EXPECT_EQ(FixedText(QString(), 3), QStringLiteral("   "));
 }
 
 struct ReplaceCase {
@@ -210,7 +173,6 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(ReplaceCase{"plain", "a-b-c", "-", "abc"},
                       // Removing joins what stood around it, and the new join is removed too.
                       ReplaceCase{"joinsAreSearchedAgain", "aabb", "ab", ""},
-                      ReplaceCase{"nested", "xaabbx", "ab", "xx"}, ReplaceCase{"absent", "abc", "z", "abc"},
                       ReplaceCase{"caseMatters", "AbAB", "ab", "AbAB"},
                       ReplaceCase{"fullWidthBlank", "山田　太郎　", "　", "山田太郎"},
                       ReplaceCase{"emptyDeleteKeepsText", "abc", "", "abc"}),

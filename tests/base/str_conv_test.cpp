@@ -4,7 +4,7 @@
 #include "base/str_conv.h"
 
 #include "base/vb_error.h"
-#include "file_helpers.h"
+#include "test_helpers.h"
 
 #include <gtest/gtest.h>
 

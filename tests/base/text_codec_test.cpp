@@ -3,7 +3,7 @@
 
 #include "base/text_codec.h"
 
-#include "file_helpers.h"
+#include "test_helpers.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "base/files.h"
 #include "base/text_codec.h"
 #include "base/vb_error.h"
-#include "file_helpers.h"
+#include "test_helpers.h"
 
 #include <gtest/gtest.h>
 
@@ -38,16 +38,6 @@ TEST_F(TextFile, ReadsCp932LinesWhateverTheLineEnds)
     EXPECT_FALSE(r.hadInvalid);
     EXPECT_EQ(r.lines, (QStringList{QStringLiteral("郵便番号,住所"), QStringLiteral("123-4567,東京都"),
                                     QStringLiteral("LF行"), QStringLiteral("CR行"), QStringLiteral("最後")}));
-}
-
-TEST_F(TextFile, EmptyLinesInsideStayAndAFinalLineEndAddsNone)
-{
-    putBytes(path(), "a\r\n\r\nb\r\n");
-    EXPECT_EQ(readTextFile(path()).lines, (QStringList{QStringLiteral("a"), QString(), QStringLiteral("b")}));
-    putBytes(path(), "");
-    const TextFileRead empty = readTextFile(path());
-    EXPECT_TRUE(empty.ok);
-    EXPECT_TRUE(empty.lines.isEmpty());
 }
 
 TEST_F(TextFile, BadBytesBecomeVisibleSubstitutesAndTheRestIsRead)
@@ -86,15 +76,6 @@ TEST_F(TextFile, UnreadableFileIsAFailureNotAnEmptyFile)
     const TextFileRead r = readTextFile(path());
     EXPECT_FALSE(r.ok);
     EXPECT_EQ(r.errNumber, 75);
-}
-
-TEST_F(TextFile, PathsWithBackslashesReachTheFile)
-{
-    QDir(dir.path()).mkdir(QStringLiteral("TMP"));
-    putBytes(dir.filePath(QStringLiteral("TMP/x.csv")), "1\r\n");
-    const TextFileRead r = readTextFile(dir.path() + QStringLiteral("\\TMP\\x.csv"));
-    ASSERT_TRUE(r.ok);
-    EXPECT_EQ(r.lines, QStringList{QStringLiteral("1")});
 }
 
 TEST_F(TextFile, WritesCp932WithCrLfAfterEveryLine)
