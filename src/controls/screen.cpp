@@ -16,6 +16,7 @@ void Screen::SetFocus(Control& control)
     if (focus_ == &control) return;
     Control* old = focus_;
     focus_ = &control;
+    if (FocusMoved) FocusMoved(focus_);
     if (old && old->LostFocus) old->LostFocus();
     if (control.GotFocus) control.GotFocus();
 }

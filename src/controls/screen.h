@@ -49,6 +49,8 @@ public:
     bool isUnloaded() const { return unloaded_; }
     // Told just before the screen's own unload handler runs.
     std::function<void(Screen&)> Unloading;
+    // Told when the focus moves to another control (a view moves its own focus).
+    std::function<void(Control*)> FocusMoved;
 
     // Focus and keys. Menu shortcuts come first; with KeyPreview the screen sees a key
     // before the focused control does.

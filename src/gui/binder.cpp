@@ -1,0 +1,251 @@
+#include "gui/binder.h"
+
+#include "gui/colors.h"
+#include "gui/grid_model.h"
+#include "gui/qt_platform.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QStatusBar>
+#include <QTableView>
+
+namespace gui {
+
+void ClickableLabel::mouseReleaseEvent(QMouseEvent* event)
+{
+    QLabel::mouseReleaseEvent(event);
+    Q_EMIT clicked();
+}
+
+Binder::Binder(QtPlatform& platform, controls::Screen& screen, QWidget* window)
+    : platform_(platform), screen_(screen), window_(window)
+{
+    screen_.FocusMoved = [this](controls::Control* c) {
+        QWidget* w = widgetOf(c);
+        if (w && !w->hasFocus()) w->setFocus(Qt::OtherFocusReason);
+    };
+}
+
+Binder::~Binder()
+{
+    screen_.FocusMoved = nullptr;
+    for (auto& [c, id] : observers_) c->unobserve(id);
+}
+
+void Binder::act(const std::function<void()>& f)
+{
+    platform_.dispatch(f);
+}
+
+void Binder::common(controls::Control& c, QWidget* w, std::function<void()> refresh)
+{
+    widgets_.insert(&c, w);
+    controlsOf_.insert(w, &c);
+    w->setObjectName(c.name());
+    w->installEventFilter(this);
+    auto sync = [&c, w, refresh] {
+        w->setEnabled(c.enabled());
+        w->setVisible(c.visible());
+        if (refresh) refresh();
+    };
+    sync();
+    observers_.emplace_back(&c, c.observe([sync](const controls::Change&) { sync(); }));
+}
+
+bool Binder::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* w = qobject_cast<QWidget*>(watched);
+    controls::Control* c = w ? controlsOf_.value(w) : nullptr;
+    if (!c) return false;
+    if (event->type() == QEvent::FocusIn) {
+        if (screen_.ActiveControl() != c) act([&] { screen_.SetFocus(*c); });
+        return false;
+    }
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            act([&] {
+                screen_.SetFocus(*c);
+                screen_.pressKey(QStringLiteral("Enter"));
+            });
+            return true;
+        }
+    }
+    return false;
+}
+
+void Binder::button(controls::Button& c, QAbstractButton* w)
+{
+    common(c, w, [&c, w] { w->setText(c.caption()); });
+    connect(w, &QAbstractButton::clicked, this, [this, &c] { act([&] { c.click(); }); });
+}
+
+void Binder::option(controls::OptionButton& c, QRadioButton* w)
+{
+    common(c, w, [&c, w] {
+        const QSignalBlocker block(w);
+        w->setText(c.caption());
+        w->setChecked(c.value());
+    });
+    connect(w, &QRadioButton::clicked, this, [this, &c] { act([&] { c.setValue(true); }); });
+}
+
+void Binder::check(controls::CheckBox& c, QCheckBox* w)
+{
+    common(c, w, [&c, w] {
+        const QSignalBlocker block(w);
+        w->setText(c.caption());
+        w->setChecked(c.value() != 0);
+    });
+    connect(w, &QCheckBox::clicked, this, [this, &c](bool on) { act([&] { c.setValue(on ? 1 : 0); }); });
+}
+
+void Binder::menu(controls::MenuItem& c, QAction* w)
+{
+    auto sync = [&c, w] {
+        w->setText(c.caption());
+        w->setEnabled(c.enabled());
+        w->setVisible(c.visible());
+        w->setCheckable(c.checked() || w->isCheckable());
+        w->setChecked(c.checked());
+    };
+    sync();
+    if (!c.shortcut().isEmpty()) w->setShortcut(QKeySequence(c.shortcut()));
+    observers_.emplace_back(&c, c.observe([sync](const controls::Change&) { sync(); }));
+    connect(w, &QAction::triggered, this, [this, &c, w] {
+        act([&] { c.click(); });
+        w->setChecked(c.checked());
+    });
+}
+
+void Binder::text(controls::TextInput& c, QLineEdit* w)
+{
+    common(c, w, [&c, w] {
+        if (w->text() != c.text()) {
+            const QSignalBlocker block(w);
+            w->setText(c.text());
+        }
+        w->setReadOnly(c.locked());
+        if (c.maxLength() > 0) w->setMaxLength(c.maxLength());
+    });
+    auto* number = dynamic_cast<controls::NumberInput*>(&c);
+    auto* date = dynamic_cast<controls::DateInput*>(&c);
+    if (number || date) {
+        // Number and date inputs take the operator's text when it is complete.
+        connect(w, &QLineEdit::editingFinished, this, [this, w, number, date] {
+            act([&] {
+                const bool ok = number ? number->typeText(w->text()) : date->typeText(w->text());
+                if (!ok) {
+                    QApplication::beep();
+                    const QSignalBlocker block(w);
+                    w->setText(number ? number->text() : date->text());
+                }
+            });
+        });
+        if (date) w->setPlaceholderText(date->format().toLower());
+    } else {
+        connect(w, &QLineEdit::textEdited, this, [this, &c](const QString& t) { act([&] { c.setText(t); }); });
+    }
+}
+
+void Binder::combo(controls::ComboBox& c, QComboBox* w)
+{
+    common(c, w, [&c, w] {
+        const QSignalBlocker block(w);
+        if (w->count() != c.ListCount()) {
+            w->clear();
+            for (int i = 0; i < c.ListCount(); ++i) w->addItem(c.List(i));
+        }
+        w->setCurrentIndex(c.ListIndex());
+    });
+    connect(w, &QComboBox::activated, this, [this, &c](int i) { act([&] { c.setListIndex(i); }); });
+}
+
+void Binder::list(controls::ListBox& c, QListWidget* w)
+{
+    common(c, w, [&c, w] {
+        const QSignalBlocker block(w);
+        w->clear();
+        for (int i = 0; i < c.ListCount(); ++i) w->addItem(c.List(i));
+        w->setCurrentRow(c.ListIndex());
+        QPalette pal = w->palette();
+        pal.setColor(QPalette::Base, toQColor(c.backColor()));
+        w->setPalette(pal);
+    });
+    connect(w, &QListWidget::itemClicked, this, [this, &c, w](QListWidgetItem* item) {
+        const int row = w->row(item);
+        act([&] {
+            if (c.ListIndex() == row) {
+                if (c.Click) c.Click();
+            } else {
+                c.setListIndex(row);
+            }
+        });
+    });
+    connect(w, &QListWidget::itemDoubleClicked, this, [this, &c, w](QListWidgetItem* item) {
+        const int row = w->row(item);
+        act([&] { c.doubleClick(row); });
+    });
+}
+
+void Binder::label(controls::Label& c, QLabel* w)
+{
+    common(c, w, [&c, w] { w->setText(c.caption()); });
+}
+
+void Binder::frame(controls::Frame& c, QGroupBox* w)
+{
+    common(c, w, [&c, w] { w->setTitle(c.caption()); });
+}
+
+void Binder::picture(controls::Picture& c, ClickableLabel* w)
+{
+    common(c, w, [&c, w] {
+        if (c.picturePath().isEmpty()) return;
+        const QPixmap pm(c.picturePath());
+        if (!pm.isNull()) w->setPixmap(pm);
+    });
+    connect(w, &ClickableLabel::clicked, this, [this, &c] { act([&] { c.click(); }); });
+}
+
+void Binder::status(controls::StatusBar& c, QStatusBar* w)
+{
+    common(c, w, [&c, w] { w->showMessage(c.text()); });
+}
+
+GridModel* Binder::grid(controls::Grid& c, QTableView* w, std::vector<std::pair<int, QString>> columns)
+{
+    std::vector<GridModel::Column> cols;
+    for (auto& [col, title] : columns) cols.push_back({col, title});
+    auto* model = new GridModel(c, std::move(cols), platform_, w);
+    w->setModel(model);
+    w->setSelectionBehavior(QAbstractItemView::SelectRows);
+    w->setSelectionMode(QAbstractItemView::SingleSelection);
+    w->verticalHeader()->setDefaultSectionSize(22);
+    common(c, w, [&c, w, model] {
+        const int vr = model->viewRow(c.ActiveRow());
+        if (vr >= 0 && w->currentIndex().row() != vr) w->setCurrentIndex(model->index(vr, 0));
+    });
+    connect(w, &QTableView::clicked, this, [this, &c, model](const QModelIndex& i) {
+        const int row = model->gridRow(i.row());
+        const int col = model->gridCol(i.column());
+        act([&] { c.clickCell(col, row); });
+    });
+    connect(w, &QTableView::doubleClicked, this, [this, &c, model](const QModelIndex& i) {
+        const int row = model->gridRow(i.row());
+        const int col = model->gridCol(i.column());
+        act([&] { c.dblClickCell(col, row); });
+    });
+    return model;
+}
+
+}  // namespace gui
