@@ -5,10 +5,8 @@
 #include "base/text_codec.h"
 #include "base/vb_error.h"
 #include "controls/platform.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include "report/fault_text.h"
+#include "report/work_file.h"
 
 namespace report {
 
@@ -19,11 +17,6 @@ namespace {
 const QString kJoinedForm = QStringLiteral("tmp.wfd");
 
 QString quoted(const QString& value) { return u'"' + value + u'"'; }
-
-QString errText(const base::VbError& e)
-{
-    return u'(' + QString::number(e.number()) + u')' + e.description();
-}
 
 // The element at index i of a caller's array, faulting like the original's runtime
 // when the array is too short.
@@ -39,28 +32,11 @@ void checkSlot(int16_t slot)
     if (slot < 1 || slot > 5) throw base::VbError::subscriptOutOfRange();
 }
 
-// Creates or replaces the file readable by the user alone: the script names the
-// patients' data file and the form, and stays on disk after the run.
 void writeFile(const QString& path, const QByteArray& bytes)
 {
-    const QString native = base::nativePath(path);
-    const QFileInfo info(native);
-    if (!info.dir().exists()) throw base::VbError::pathNotFound();
-    if (info.isDir()) throw base::VbError::pathFileAccess();
-
-    QFile file(native);
-    const auto owner = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate, owner)) {
-        throw base::VbError::pathFileAccess();
-    }
-    file.setPermissions(owner);  // an older file may have been made with wider rights
-    if (file.write(bytes) != bytes.size() || !file.flush()) {
-        throw base::VbError(57, QStringLiteral("デバイス I/O エラーです。"));
-    }
-    file.close();
-    if (file.error() != QFileDevice::NoError) {
-        throw base::VbError(57, QStringLiteral("デバイス I/O エラーです。"));
-    }
+    const std::unique_ptr<QFile> file = openWorkFile(path);
+    writeWorkFile(*file, bytes);
+    closeWorkFile(*file);
 }
 
 }  // namespace
@@ -175,7 +151,7 @@ int16_t cls_WfdPrintExe::iInit(const QString& wfdFile, const QString& title)
         m_.tItems.clear();
         return 0;
     } catch (const base::VbError& e) {
-        sErrMsg = errText(e);
+        sErrMsg = faultText(e);
         return -1;
     }
 }
@@ -190,7 +166,7 @@ int16_t cls_WfdPrintExe::setDataSlot(int16_t slot, const QString& name, const QS
         m_.bDataNoTitle[slot - 1] = noTitle;
         return 0;
     } catch (const base::VbError& e) {
-        sErrMsg = errText(e);
+        sErrMsg = faultText(e);
         return -1;
     }
 }
@@ -229,7 +205,7 @@ int16_t cls_WfdPrintExe::iSetItemValue(const QString& part1, const QString& part
         ++m_.iItemCount;
         return 0;
     } catch (const base::VbError& e) {
-        sErrMsg = errText(e);
+        sErrMsg = faultText(e);
         return -1;
     }
 }
@@ -251,7 +227,7 @@ int16_t cls_WfdPrintExe::iWriteScript(const QStringList& lines)
         writeFile(scriptPath(), wfdScriptBytes(lines));
         return 0;
     } catch (const base::VbError& e) {
-        sErrMsg = errText(e);
+        sErrMsg = faultText(e);
         return -1;
     }
 }
@@ -270,7 +246,7 @@ void cls_WfdPrintExe::runSingle(int16_t paper, WfdMode mode, const QString& comm
         if (iWriteScript(wfdScriptLines(m_, paper, mode)) != 0) return;
         if (start) startEngine(commandLine, windowStyle);
     } catch (const base::VbError& e) {
-        sErrMsg = errText(e);
+        sErrMsg = faultText(e);
     }
 }
 
@@ -312,7 +288,7 @@ void cls_WfdPrintExe::runJoined(const WfdJoinedReports& reports, const QString& 
         if (iWriteScript(wfdJoinViewerLines(title, m_.sTmpPath)) != 0) return;
         startEngine(wfdViewerCommandLine(m_.sExeName, m_.sTmpPath), controls::WindowStyle::MinimizedFocus);
     } catch (const base::VbError& e) {
-        sErrMsg = errText(e);
+        sErrMsg = faultText(e);
     }
 }
 

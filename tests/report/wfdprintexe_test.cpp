@@ -4,6 +4,7 @@
 #include "report/cls_wfdprintexe.h"
 
 #include "app/globals.h"
+#include "report_test_print.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
 
@@ -185,13 +186,10 @@ INSTANTIATE_TEST_SUITE_P(
         PaperCase{"B5", 2, noSetup, {u"PrintPaper, B5"_s}},
         PaperCase{"ZeroIsA4", 0, noSetup, {u"PrintPaper, A4"_s}},
         PaperCase{"ThreeIsA4", 3, noSetup, {u"PrintPaper, A4"_s}},
-        PaperCase{"NegativeTwoIsA4", -2, noSetup, {u"PrintPaper, A4"_s}},
         PaperCase{"MinusOneRepeatsFileName", -1, noSetup, {u"FileName,\"f.wfd\""_s}},
         PaperCase{"MinusOneRepeatsDataLine", -1,
                   [](cls_WfdPrintExe& d) { d.iSetDataTextNoTitle(2, u"d"_s, u"/x/d.csv"_s); },
                   {u"SetDataText,\"d\",\"/x/d.csv\",,,1"_s, u"SetDataText,\"d\",\"/x/d.csv\",,,1"_s}},
-        PaperCase{"MinusOneRepeatsZoom", -1, [](cls_WfdPrintExe& d) { d.iSetPrintZoom(0); },
-                  {u"PrintZoom, 0"_s, u"PrintZoom, 0"_s}},
         PaperCase{"MinusOneRepeatsRepeatStart", -1,
                   [](cls_WfdPrintExe& d) {
                       d.iSetOffset(5, -7);
@@ -294,7 +292,7 @@ TEST_F(WfdPrintExeTest, ItemPathsAndValuesInTheOrderOfAdding)
                               u"SetItemValue,\"Page. S .x\",\"v\""_s, u"ShowWindow,2"_s}));
 }
 
-TEST_F(WfdPrintExeTest, TitleIsKeptOnlyWhenGiven)
+TEST_F(WfdPrintExeTest, InitResetsEverythingButAGivenTitle)
 {
     cls_WfdPrintExe d;
     d.iInit(QStringLiteral("f.wfd"), QString());
@@ -303,24 +301,14 @@ TEST_F(WfdPrintExeTest, TitleIsKeptOnlyWhenGiven)
 
     // A later init without a title leaves the earlier one standing but clears the rest.
     d.iInit(QStringLiteral("a.wfd"), u"同意書"_s);
-    d.iInit(QStringLiteral("b.wfd"), QString());
     d.iSetItemValue(u"a"_s, u"b"_s, u"c"_s, u"d"_s);
+    d.iSetOffset(1, 2);
+    d.iSetPrintZoom(5);
+    d.iSetRepeatStart(4);
     d.iInit(QStringLiteral("c.wfd"), QString());
     d.iPreviewData();
     EXPECT_EQ(script(), crlf({u"FileName,\"c.wfd\""_s, u"Title,\"同意書\""_s, u"PrintPaper, A4"_s,
                               u"ShowWindow,2"_s}));
-}
-
-TEST_F(WfdPrintExeTest, InitClearsOffsetsZoomAndRepeatStart)
-{
-    cls_WfdPrintExe d;
-    d.iInit(QStringLiteral("f.wfd"), QString());
-    d.iSetOffset(1, 2);
-    d.iSetPrintZoom(5);
-    d.iSetRepeatStart(4);
-    d.iInit(QStringLiteral("f.wfd"), QString());
-    d.iPreviewData();
-    EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, u"PrintPaper, A4"_s, u"ShowWindow,2"_s}));
     EXPECT_EQ(d.fields().sExeName, u"wfrfv10.exe"_s);
     EXPECT_EQ(d.fields().sTmpPath, tmp);
 }
