@@ -284,7 +284,7 @@ qint64 SqliteDriver::execute(const QString& sql, int timeoutSeconds)
         while ((rc = sqlite3_step(st.stmt)) == SQLITE_ROW) {
         }
         if (rc != SQLITE_DONE) {
-            if (rc == SQLITE_INTERRUPT || clock.expired())
+            if (rc == SQLITE_INTERRUPT)
                 throw failureFor(SQLITE_INTERRUPT, QStringLiteral("Query timeout expired"));
             fail(rc);
         }
@@ -335,7 +335,7 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
         ++table.rowCount;
     }
     if (rc != SQLITE_DONE) {
-        if (rc == SQLITE_INTERRUPT || clock.expired())
+        if (rc == SQLITE_INTERRUPT)
             throw failureFor(SQLITE_INTERRUPT, QStringLiteral("Query timeout expired"));
         fail(rc);
     }
