@@ -238,13 +238,16 @@ private:
     }
 
     // Home-visit patients are mostly old; a few are past a hundred.
-    Person patientPerson(bool centenarian)
+    enum class AgeBand { Any, Young, Centenarian };
+    Person patientPerson(AgeBand band)
     {
         static const std::vector<int> weights = {4, 8, 20, 36, 27, 5};
         static const std::array<std::pair<int, int>, 6> ages = {
             {{20, 59}, {60, 69}, {70, 79}, {80, 89}, {90, 99}, {100, 106}}};
-        const auto& range = ages.at(centenarian ? 5 : static_cast<std::size_t>(rng_.weighted(weights)));
-        return person(range.first, range.second);
+        const std::size_t group = band == AgeBand::Young         ? 0
+                                  : band == AgeBand::Centenarian ? 5
+                                                                 : static_cast<std::size_t>(rng_.weighted(weights));
+        return person(ages.at(group).first, ages.at(group).second);
     }
 
     QString phone(const City& c)
@@ -747,7 +750,7 @@ private:
                 .set("cTelNo", f.address.tel).set("cFaxNo", f.fax)
                 .set("tUpdateTime", ymdTime(today_.addDays(-rng_.between(0, 200)), 630));
             soudan.row();
-            const int staffCount = rng_.between(1, 3);
+            const int staffCount = i == 0 ? 3 : rng_.between(1, 3);
             for (int s = 0; s < staffCount; ++s) {
                 // Now and then a member of the other office helps out.
                 const Area& from = (s == 2 || rng_.percent(10)) ? areas_[(i + 1) % 2] : area;
@@ -867,7 +870,7 @@ private:
         for (int k = 0; k < area.patients; ++k) {
             const int id = k + 1;
             const bool ended = k == 3 || (k > 13 && rng_.percent(15));
-            const Person p = patientPerson(k == 6);
+            const Person p = patientPerson(k == 6 ? AgeBand::Centenarian : k == 4 ? AgeBand::Young : AgeBand::Any);
             const int age = p.birthday.daysTo(today_) / 365;
             const City& c = cityOf(area);
 
