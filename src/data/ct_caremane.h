@@ -1,0 +1,79 @@
+#pragma once
+// Care managers (CAREMANE): cD_CAREMANE holds one row with the facility and the office
+// it belongs to, taken from two joins on SISETSU; cT_CAREMANE reads rows into an array
+// and writes single rows back. Care managers are read over every office: only the
+// search with conditions and the highest number are bound to this office.
+
+#include "data/entity_support.h"
+
+#include <QString>
+
+namespace data {
+
+class cD_CAREMANE {
+public:
+    QString cAdress1;
+    QString cAdress2;
+    QString cAdressKana;
+    QString cFaxNo;
+    QString cMobNo;
+    QString cMail;
+    QString cName;
+    QString cNameKana;
+    QString cTelNo;
+    QString cYubinNo;
+    qint32 nIDNo = 0;
+    qint32 iSisetsuCode = 0;
+    QString cPcName;
+    QString tUpDateTime;
+    // 0 (the default) reads only care managers still at work.
+    short iChusiFlg = 0;
+    // The date column tBirthday, as text.
+    QString sBirthday;
+    short iSexKubun = 0;
+    qint32 iJigyosyoCode = 0;
+
+    // From the facility (SISETSU by iSisetsuCode) and the office (SISETSU by
+    // iJigyosyoCode); empty where none matches.
+    QString SISETSUSHAMEI;
+    QString SISETSUSHURUI;
+    QString JIGYOSYOSHAMEI;
+    QString JIGYOSYOSHURUI;
+    QString JIGYOSYOADD1;
+    QString JIGYOSYOADD2;
+};
+
+class cT_CAREMANE {
+public:
+    const QString& sErrMsg() const { return table_.sErrMsg(); }
+    cD_CAREMANE& clsCAREMANE(qint32 index) { return table_.at(index); }
+    qint32 nデータ数() const { return table_.count(); }
+
+    short iGetComputerName(QString& csName) { return entity::iGetComputerName(csName); }
+    short iInit(cT_ADODB& db) { return table_.iInit(db); }
+    // The highest nIDNo of this office, 0 when it has none.
+    short iGetMaxIDNo(qint32& nMaxID);
+    // Every office's care managers: those at work when the filter's iChusiFlg is 0;
+    // nIDNo, iSisetsuCode, iJigyosyoCode where above 0; names containing cName and
+    // cNameKana where set.
+    short iDataReadGrid(const cD_CAREMANE& filter);
+    // The one care manager of the filter's nIDNo.
+    short iDataRead(const cD_CAREMANE& filter);
+    // Every care manager but the filter's nIDNo: the duplicate check.
+    short iDataReadChk(const cD_CAREMANE& filter);
+    // This office's care managers by nIDNo above 0 and names containing cName and
+    // cNameKana where set.
+    short iDataReadGrid_Jouken(const cD_CAREMANE& filter);
+
+    static QString sqlGetMaxIDNo();
+    static QString sqlDataReadGrid(const cD_CAREMANE& filter);
+    static QString sqlDataRead(const cD_CAREMANE& filter, bool bExclude = false);
+    static QString sqlDataReadGrid_Jouken(const cD_CAREMANE& filter);
+
+    static const std::vector<entity::Column<cD_CAREMANE>>& columns();
+
+private:
+    entity::RowTable<cD_CAREMANE> table_;
+};
+
+}  // namespace data

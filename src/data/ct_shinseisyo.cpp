@@ -1,0 +1,142 @@
+#include "data/ct_shinseisyo.h"
+
+namespace data {
+
+using entity::addLine;
+using entity::Column;
+
+namespace {
+
+const QString kTable = QStringLiteral("SHINSEISYO");
+
+void addOrder(QString& sql)
+{
+    addLine(sql, QStringLiteral("  order by"));
+    addLine(sql, QStringLiteral("      nIDNo"));
+}
+
+QString selectHead()
+{
+    QString sql;
+    addLine(sql, QStringLiteral("  select"));
+    entity::addSelectList(sql, kTable, cT_SHINSEISYO::columns(), entity::columnNames(cT_SHINSEISYO::columns()));
+    addLine(sql, QStringLiteral("  FROM"));
+    addLine(sql, QStringLiteral("      SHINSEISYO"));
+    return sql;
+}
+
+}  // namespace
+
+const std::vector<Column<cD_SHINSEISYO>>& cT_SHINSEISYO::columns()
+{
+    using R = cD_SHINSEISYO;
+    using W = entity::WriteAs;
+    static const std::vector<Column<R>> list = {
+        {QStringLiteral("nIDNo"), &R::nIDNo},
+        {QStringLiteral("cFileName"), &R::cFileName},
+        {QStringLiteral("cDispName"), &R::cDispName},
+        {QStringLiteral("iSejutsuKubun"), &R::iSejutsuKubun},
+        {QStringLiteral("iHokenType"), &R::iHokenType},
+        {QStringLiteral("iDelFlg"), &R::iDelFlg},
+        {QStringLiteral("iSinseiTP"), &R::iSinseiTP},
+        {QStringLiteral("iSoufushoTP"), &R::iSoufushoTP},
+        {QStringLiteral("iDuplexFlg"), &R::iDuplexFlg},
+        {QStringLiteral("iStateNo"), &R::iStateNo},
+        {QStringLiteral("iRiyouHokenKbn"), &R::iRiyouHokenKbn},
+        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
+        {QStringLiteral("iPrintType"), &R::iPrintType},
+        {QStringLiteral("iKubun"), &R::iKubun},
+        {QStringLiteral("iKanagawaStaffPrint"), &R::iKanagawaStaffPrint},
+        {QStringLiteral("iJoseiFutanKiriage"), &R::iJoseiFutanKiriage},
+        {QStringLiteral("iTekiyouStaff"), &R::iTekiyouStaff},
+    };
+    return list;
+}
+
+QString cT_SHINSEISYO::sqlGetMaxIDNo()
+{
+    QString sql;
+    addLine(sql, QStringLiteral("  select"));
+    addLine(sql, QStringLiteral("      max(nIDNo) as MaxIDNo"));
+    addLine(sql, QStringLiteral("  FROM"));
+    addLine(sql, QStringLiteral("      SHINSEISYO"));
+    addLine(sql, QStringLiteral(" where"));
+    entity::addSiteKey(sql);
+    return sql;
+}
+
+QString cT_SHINSEISYO::sqlDataReadGrid(const cD_SHINSEISYO& filter)
+{
+    QString sql = selectHead();
+    entity::Conditions where(sql);
+    if (filter.iPrintType > 0) {
+        where.next();
+        addLine(sql, QStringLiteral("     iPrintType = ") + QString::number(filter.iPrintType));
+    }
+    where.next();
+    entity::addSiteKey(sql);
+    where.next();
+    addLine(sql, QStringLiteral("     (iDelFlg = 0 OR iDelFlg IS NULL)"));
+    if (filter.iStateNo > 0) {
+        where.next();
+        addLine(sql, QStringLiteral("     iStateNo = ") + QString::number(filter.iStateNo));
+    }
+    addOrder(sql);
+    return sql;
+}
+
+QString cT_SHINSEISYO::sqlDataRead(const cD_SHINSEISYO& filter, bool bExclude)
+{
+    QString sql = selectHead();
+    entity::Conditions where(sql);
+    if (filter.nIDNo > -1) {
+        where.next();
+        addLine(sql, (bExclude ? QStringLiteral("    nIDNo <> ") : QStringLiteral("    nIDNo = ")) + QString::number(filter.nIDNo));
+    }
+    where.next();
+    entity::addSiteKey(sql);
+    addOrder(sql);
+    return sql;
+}
+
+QString cT_SHINSEISYO::sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
+{
+    QString sql = selectHead();
+    entity::Conditions where(sql);
+    where.next();
+    entity::addSiteKey(sql);
+    if (filter.nIDNo > 0) {
+        where.next();
+        addLine(sql, QStringLiteral("     nIDNo = ") + QString::number(filter.nIDNo));
+    }
+    if (!filter.cDispName.isEmpty()) {
+        where.next();
+        addLine(sql, QStringLiteral("     cDispName LIKE '%") + filter.cDispName + QStringLiteral("%'"));
+    }
+    addOrder(sql);
+    return sql;
+}
+
+short cT_SHINSEISYO::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
+
+short cT_SHINSEISYO::iDataReadGrid(const cD_SHINSEISYO& filter)
+{
+    return table_.read(sqlDataReadGrid(filter), columns(), entity::columnNames(columns()));
+}
+
+short cT_SHINSEISYO::iDataRead(const cD_SHINSEISYO& filter)
+{
+    return table_.read(sqlDataRead(filter), columns(), entity::columnNames(columns()));
+}
+
+short cT_SHINSEISYO::iDataReadChk(const cD_SHINSEISYO& filter)
+{
+    return table_.read(sqlDataRead(filter, true), columns(), entity::columnNames(columns()));
+}
+
+short cT_SHINSEISYO::iDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
+{
+    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), entity::columnNames(columns()));
+}
+
+}  // namespace data

@@ -1,0 +1,63 @@
+#pragma once
+// Application form layouts (SHINSEISYO): cD_SHINSEISYO holds one row, cT_SHINSEISYO
+// reads this office's rows into an array and writes single rows back.
+
+#include "data/entity_support.h"
+
+#include <QString>
+
+namespace data {
+
+class cD_SHINSEISYO {
+public:
+    qint32 nIDNo = 0;
+    QString cFileName;
+    QString cDispName;
+    short iSejutsuKubun = 0;
+    short iHokenType = 0;
+    short iDelFlg = 0;
+    short iSinseiTP = 0;
+    short iSoufushoTP = 0;
+    short iDuplexFlg = 0;
+    short iStateNo = 0;
+    short iRiyouHokenKbn = 0;
+    QString tUpDateTime;
+    short iPrintType = 0;
+    short iKubun = 0;
+    short iKanagawaStaffPrint = 0;
+    short iJoseiFutanKiriage = 0;
+    short iTekiyouStaff = 0;
+};
+
+class cT_SHINSEISYO {
+public:
+    const QString& sErrMsg() const { return table_.sErrMsg(); }
+    cD_SHINSEISYO& clsSHINSEISYO(qint32 index) { return table_.at(index); }
+    qint32 nデータ数() const { return table_.count(); }
+
+    short iGetComputerName(QString& csName) { return entity::iGetComputerName(csName); }
+    short iInit(cT_ADODB& db) { return table_.iInit(db); }
+    // The highest nIDNo of this office, 0 when it has none.
+    short iGetMaxIDNo(qint32& nMaxID);
+    // This office's layouts not deleted: of iPrintType and iStateNo where above 0;
+    // by nIDNo.
+    short iDataReadGrid(const cD_SHINSEISYO& filter);
+    // This office's rows of nIDNo (-1 or below: any).
+    short iDataRead(const cD_SHINSEISYO& filter);
+    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    short iDataReadChk(const cD_SHINSEISYO& filter);
+    // This office's rows by nIDNo above 0 and display names containing cDispName.
+    short iDataReadGrid_Jouken(const cD_SHINSEISYO& filter);
+
+    static QString sqlGetMaxIDNo();
+    static QString sqlDataReadGrid(const cD_SHINSEISYO& filter);
+    static QString sqlDataRead(const cD_SHINSEISYO& filter, bool bExclude = false);
+    static QString sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter);
+
+    static const std::vector<entity::Column<cD_SHINSEISYO>>& columns();
+
+private:
+    entity::RowTable<cD_SHINSEISYO> table_;
+};
+
+}  // namespace data

@@ -1,0 +1,248 @@
+#pragma once
+// What the master table classes (cT_CORP, cT_CAREMANE, cT_STAFF, cT_SISETSU,
+// cT_SHINSEISYO) share: statements built piece by piece, each piece a line ending in
+// CR LF; the NULL rules of their fields; the binding of a column to a row property;
+// and the one way every read fills its array.
+//
+// SQL values go into the text as they stand, with no doubling of a quote: a value
+// holding an apostrophe breaks the statement, which then fails (a read runs a single
+// SELECT only, so it can never become another statement).
+
+#include "base/vb_error.h"
+#include "data/ado/ado_constants.h"
+#include "data/ado/faults.h"
+#include "data/ado/recordset.h"
+#include "data/ct_adodb.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <memory>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace data::entity {
+
+// --- statement text ---------------------------------------------------------------
+
+// One piece of a statement followed by CR LF.
+void addLine(QString& sql, const QString& piece);
+
+// The office of this installation, as two lines: " iKyotenCd = <cd>" and
+// " and iKyotenEb = <eb>".
+void addSiteKey(QString& sql);
+
+// " where" before the first condition of a statement and " and" before every later
+// one, each on a line of its own.
+class Conditions {
+public:
+    explicit Conditions(QString& sql) : sql_(sql) {}
+    void next();
+    bool any() const { return any_; }
+
+private:
+    QString& sql_;
+    bool any_ = false;
+};
+
+// --- NULL rules of the fields ---------------------------------------------------------
+
+// Text trimmed of blanks; NULL gives empty text. Dates and times come as their text.
+QString csNull2Trim(const QVariant& value);
+// 32-bit number; NULL gives 0 (a text that is no number faults with 13).
+qint32 nNull2Lng(const QVariant& value);
+// 16-bit number; NULL gives 0 (6 when out of range).
+short iNull2Int(const QVariant& value);
+// Money and coordinates; NULL gives 0.
+double cuNull2Cur(const QVariant& value);
+
+// --- columns and rows -----------------------------------------------------------------
+
+// How a column's value goes into an insert or update.
+enum class WriteAs {
+    Value,        // text between quotes, a number as a plain decimal
+    DateText,     // a date held as text: between quotes, NULL when empty
+    MachineName,  // the machine name of the writer
+    ServerTime,   // the server's GetDate()
+    Never,        // a value a join gives; not a column of the table
+};
+
+template <class Row>
+struct Column {
+    using Member = std::variant<QString Row::*, qint32 Row::*, short Row::*, double Row::*>;
+
+    Column(QString name_, Member member_, WriteAs writeAs_ = WriteAs::Value, QString source_ = {})
+        : name(std::move(name_)), member(member_), writeAs(writeAs_), source(std::move(source_))
+    {
+    }
+
+    QString name;      // the field of the result, and the table's column
+    Member member;     // the row property it fills
+    WriteAs writeAs = WriteAs::Value;
+    QString source;    // select expression when not "<TABLE>.<name>" (joins)
+};
+
+template <class Row>
+const Column<Row>* findColumn(const std::vector<Column<Row>>& columns, const QString& name)
+{
+    for (const Column<Row>& c : columns)
+        if (c.name.compare(name, Qt::CaseInsensitive) == 0)
+            return &c;
+    return nullptr;
+}
+
+// The select list: one line per column, "      TABLE.name as name" (or the column's
+// own source expression), a comma behind every line but the last.
+template <class Row>
+void addSelectList(QString& sql, const QString& table, const std::vector<Column<Row>>& columns,
+                   const QStringList& names)
+{
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        const Column<Row>* c = findColumn(columns, names[i]);
+        const QString source = c && !c->source.isEmpty() ? c->source : table + u'.' + names[i];
+        QString piece = QStringLiteral("      ") + source + QStringLiteral(" as ") + names[i];
+        if (i + 1 < names.size())
+            piece += u',';
+        addLine(sql, piece);
+    }
+}
+
+// Sets one property from a field value by the NULL rule of its type.
+template <class Row>
+void setProperty(Row& row, const Column<Row>& column, const QVariant& value)
+{
+    std::visit(
+        [&](auto member) {
+            using T = std::remove_reference_t<decltype(row.*member)>;
+            if constexpr (std::is_same_v<T, QString>)
+                row.*member = csNull2Trim(value);
+            else if constexpr (std::is_same_v<T, qint32>)
+                row.*member = nNull2Lng(value);
+            else if constexpr (std::is_same_v<T, short>)
+                row.*member = iNull2Int(value);
+            else
+                row.*member = cuNull2Cur(value);
+        },
+        column.member);
+}
+
+// The text of a caught runtime fault: its number, CR LF, its description.
+QString faultText(const base::VbError& fault);
+
+// The array of a table class and the steps every read and write shares.
+template <class Row>
+class RowTable {
+public:
+    short iInit(cT_ADODB& db)
+    {
+        db_ = &db;
+        rows_.clear();
+        count_ = 0;
+        return 0;
+    }
+
+    cT_ADODB* db() const { return db_; }
+    qint32 count() const { return count_; }
+    const QString& sErrMsg() const { return sErrMsg_; }
+    void setErrMsg(QString text) { sErrMsg_ = std::move(text); }
+
+    // The row at index (from 0); a fault (9) outside the rows read.
+    Row& at(qint32 index)
+    {
+        if (index < 0 || index >= count_)
+            throw base::VbError::subscriptOutOfRange();
+        return rows_[static_cast<size_t>(index)];
+    }
+
+    // Runs a select and fills the array from the named fields: on a failed open the
+    // database object's text and -1; otherwise the count from 0, one row per record,
+    // each property by its NULL rule, and 0.
+    short read(const QString& sql, const std::vector<Column<Row>>& columns, const QStringList& names)
+    {
+        std::unique_ptr<ado::Recordset> rs;
+        if (!open(rs, sql))
+            return -1;
+        try {
+            std::vector<std::pair<const Column<Row>*, ado::Field>> fields;
+            fields.reserve(static_cast<size_t>(names.size()));
+            for (const QString& name : names)
+                fields.emplace_back(findColumn(columns, name), rs->Fields(name));
+            count_ = 0;
+            rows_.clear();
+            rows_.reserve(static_cast<size_t>(rs->RecordCount()));
+            while (!rs->Eof()) {
+                Row& row = rows_.emplace_back();
+                for (const auto& [column, field] : fields)
+                    if (column)
+                        setProperty(row, *column, field.Value());
+                ++count_;
+                rs->MoveNext();
+            }
+        } catch (const base::VbError& fault) {
+            sErrMsg_ = faultText(fault);
+            db_->iCloseRecSet(rs);
+            return -1;
+        }
+        db_->iCloseRecSet(rs);
+        return 0;
+    }
+
+    // Runs a select of one number (its first field) into value, NULL giving 0.
+    short readNumber(const QString& sql, qint32& value)
+    {
+        std::unique_ptr<ado::Recordset> rs;
+        if (!open(rs, sql))
+            return -1;
+        try {
+            value = rs->Eof() ? 0 : nNull2Lng(rs->Fields(0).Value());
+        } catch (const base::VbError& fault) {
+            sErrMsg_ = faultText(fault);
+            db_->iCloseRecSet(rs);
+            return -1;
+        }
+        db_->iCloseRecSet(rs);
+        return 0;
+    }
+
+private:
+    bool open(std::unique_ptr<ado::Recordset>& rs, const QString& sql)
+    {
+        if (!db_) {
+            sErrMsg_ = faultText(ado::fault::objectNotSet());
+            return false;
+        }
+        rs = std::make_unique<ado::Recordset>();
+        rs->setCursorLocation(ado::adUseClient);
+        if (db_->iOpenRecSet(rs, sql, ado::adOpenForwardOnly, ado::adLockReadOnly, ado::adCmdText) != 0) {
+            sErrMsg_ = db_->sErrMsg();
+            return false;
+        }
+        return true;
+    }
+
+    cT_ADODB* db_ = nullptr;
+    std::vector<Row> rows_;
+    qint32 count_ = 0;
+    QString sErrMsg_;
+};
+
+// The machine name as GetComputerNameA gives it into a buffer of 250 characters, cut
+// at its first character of code 0: 0, or -1 when the name does not fit.
+short iGetComputerName(QString& csName);
+
+// Names of a column list, in its order.
+template <class Row>
+QStringList columnNames(const std::vector<Column<Row>>& columns, bool withJoined = true)
+{
+    QStringList names;
+    names.reserve(static_cast<qsizetype>(columns.size()));
+    for (const Column<Row>& c : columns)
+        if (withJoined || c.writeAs != WriteAs::Never)
+            names << c.name;
+    return names;
+}
+
+}  // namespace data::entity

@@ -1,0 +1,97 @@
+#pragma once
+// An installation in a self-deleting folder for the table classes and loaders: the
+// suite's schema in a fresh SQLite file, an "adodb.ini" naming it, this office's
+// SiteKey (1, 2) and a recording platform. Rows are written with the SQLite C API
+// directly, so that the code under test never builds its own fixture.
+
+#include "app/globals.h"
+#include "base/ini_file.h"
+#include "controls/recording_platform.h"
+#include "data/ct_adodb.h"
+#include "data/schema.h"
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+
+namespace entitytest {
+
+class InstallationTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir_.isValid());
+        app::gsAppPath = dir_.path();
+        app::iKyotenCd = 1;
+        app::iKyotenEb = 2;
+        app::gsLastError.clear();
+        app::setPlatform(&platform_);
+        dbPath_ = dir_.filePath(QStringLiteral("seal.db"));
+        QString error;
+        ASSERT_TRUE(data::createSchemaDatabase(dbPath_, &error)) << error.toStdString();
+        setConnectString(QStringLiteral("Provider=SQLite;Data Source=") + dbPath_);
+    }
+
+    void TearDown() override { app::setPlatform(nullptr); }
+
+    void setConnectString(const QString& text)
+    {
+        const QString section = QStringLiteral("接続情報");
+        base::clsOplIniFile ini;
+        ini.iInit(iniPath());
+        ASSERT_NE(ini.iWriteProfileString(section, section, text), 0);
+    }
+
+    QString iniPath() const { return dir_.path() + QStringLiteral("/adodb.ini"); }
+
+    // Runs statements on the file outside the code under test.
+    void run(const QString& sql) const
+    {
+        sqlite3* db = nullptr;
+        ASSERT_EQ(sqlite3_open(dbPath_.toUtf8().constData(), &db), SQLITE_OK);
+        char* message = nullptr;
+        const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
+        EXPECT_EQ(rc, SQLITE_OK) << (message ? message : "") << "\n" << sql.toStdString();
+        sqlite3_free(message);
+        sqlite3_close(db);
+    }
+
+    // One integer from the file, outside the code under test.
+    long long scalar(const QString& sql) const
+    {
+        sqlite3* db = nullptr;
+        sqlite3_open(dbPath_.toUtf8().constData(), &db);
+        sqlite3_stmt* st = nullptr;
+        long long value = -999;
+        if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st, nullptr) == SQLITE_OK &&
+            sqlite3_step(st) == SQLITE_ROW)
+            value = sqlite3_column_int64(st, 0);
+        sqlite3_finalize(st);
+        sqlite3_close(db);
+        return value;
+    }
+
+    // A database object connected to the fixture.
+    void connect(data::cT_ADODB& db) const
+    {
+        db.iInit(QStringLiteral("Provider=SQLite;Data Source=") + dbPath_);
+        ASSERT_EQ(db.iConnect(), 0) << db.sErrMsg().toStdString();
+    }
+
+    QTemporaryDir dir_;
+    QString dbPath_;
+    controls::RecordingPlatform platform_;
+};
+
+// The statement's lines, for messages that show where two statements part.
+inline QStringList lines(const QString& sql) { return sql.split(QStringLiteral("\r\n")); }
+
+}  // namespace entitytest
