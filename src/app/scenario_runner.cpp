@@ -1,11 +1,15 @@
 #include "app/scenario_runner.h"
 
+#include "app/globals.h"
+#include "app/program_start.h"
 #include "controls/buttons.h"
 #include "controls/grid.h"
 #include "controls/inputs.h"
 #include "controls/lists.h"
 #include "controls/screen.h"
 #include "controls/static_controls.h"
+
+#include <cstdio>
 
 namespace app {
 
@@ -57,6 +61,16 @@ ScenarioRunner::ScenarioRunner(QStringList script, QString appDir, ScreenFactory
     : script_(std::move(script)), appDir_(std::move(appDir)), makeSealScreen_(std::move(makeSealScreen))
 {
     platform_.modalDriver = [this](Screen& modal) { drive(modal); };
+}
+
+void ScenarioRunner::startProgramsForReal()
+{
+    platform_.realStart = [](const QString& commandLine) {
+        QString error;
+        const bool ok = startDetached(commandLine, gsAppPath, &error);
+        if (!ok) std::fprintf(stderr, "%s\n", error.toLocal8Bit().constData());
+        return ok;
+    };
 }
 
 int ScenarioRunner::run(const std::function<void(const QString&)>& out, const std::function<void(const QString&)>& err)

@@ -21,6 +21,9 @@ class ScenarioRunner {
 public:
     ScenarioRunner(QStringList script, QString appDir, ScreenFactory makeSealScreen);
 
+    // Starts the programs the script's run starts, for real, besides recording them.
+    void startProgramsForReal();
+
     // Runs the script; every transcript line goes to out. Returns 0, or 2 when the
     // script itself is wrong (the reason goes to err).
     int run(const std::function<void(const QString&)>& out, const std::function<void(const QString&)>& err);

@@ -26,7 +26,8 @@ int RecordingPlatform::msgBox(const QString& text, int style, const QString& tit
 bool RecordingPlatform::startProgram(const QString& commandLine, int windowStyle)
 {
     record(QStringLiteral("run %1 %2").arg(windowStyle).arg(commandLine));
-    return !startFails_;
+    if (startFails_) return false;
+    return realStart ? realStart(commandLine) : true;
 }
 
 void RecordingPlatform::openUrl(const QString& url) { record(QStringLiteral("open %1").arg(url)); }

@@ -29,6 +29,9 @@ public:
     void setMachineName(const QString& n) { machine_ = n; }
     // Fails every program start from now on (a program that cannot be started).
     void setStartFails(bool fails) { startFails_ = fails; }
+    // Also starts programs for real after recording them (the headless demo prints
+    // through the real engine); its result is the start's result.
+    std::function<bool(const QString& commandLine)> realStart;
 
     // Runs the operator's work while a modal screen is open; returns when there is no
     // more work. The screen is then closed by its close box. Without a driver a modal

@@ -1,0 +1,45 @@
+#include "gui/desktop.h"
+
+#include "gui/qt_platform.h"
+#include "gui/views.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+
+namespace gui {
+
+bool displayAvailable()
+{
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
+           || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+namespace {
+
+// The Japanese captions need a font that has them; IPAex Gothic is installed with the
+// program on Linux.
+void useJapaneseFont(QApplication& app)
+{
+    const QString path = QStringLiteral("/usr/share/fonts/opentype/ipaexfont-gothic/ipaexg.ttf");
+    const int id = QFontDatabase::addApplicationFont(path);
+    if (id < 0) return;
+    const QStringList families = QFontDatabase::applicationFontFamilies(id);
+    if (families.isEmpty()) return;
+    QFont f(families.first());
+    f.setPointSize(10);
+    app.setFont(f);
+}
+
+}  // namespace
+
+int runDesktop(int& argc, char** argv, const app::ProcessStart& start)
+{
+    QApplication qapp(argc, argv);
+    useJapaneseFont(qapp);
+    QtPlatform* self = nullptr;
+    QtPlatform platform([&self](controls::Screen& screen) { return makeView(*self, screen); });
+    self = &platform;
+    return app::runProcess(start, platform);
+}
+
+}  // namespace gui

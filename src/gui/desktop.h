@@ -1,0 +1,16 @@
+#pragma once
+// The program on a desktop: the Qt application, the Qt platform, and the screens as
+// windows.
+
+#include "app/process.h"
+
+namespace gui {
+
+// True when a display can be used (a windowing system, or a Qt platform chosen
+// explicitly).
+bool displayAvailable();
+
+// Runs the process with windows; returns the exit code.
+int runDesktop(int& argc, char** argv, const app::ProcessStart& start);
+
+}  // namespace gui
