@@ -424,8 +424,8 @@ private:
                 QStringLiteral("広域連合長"), capital, QString(), true);
             add(Insurer::Kyokai, withCheckDigit(QStringLiteral("01") + pc + QStringLiteral("001")),
                 QStringLiteral("全国健康保険協会") + shortPref + QStringLiteral("支部"),
-                QStringLiteral("ゼンコクケンコウホケンキョウカイ") + prefKana.chopped(1)
-                    + QStringLiteral("シブ"),
+                QStringLiteral("ゼンコクケンコウホケンキョウカイ")
+                    + prefKana.chopped(prefKana.endsWith(QStringLiteral("ケン")) ? 2 : 1) + QStringLiteral("シブ"),
                 QStringLiteral("支部長"), capital, QString(), false);
             int cityNo = 110;
             for (const City& c : *cities) {
