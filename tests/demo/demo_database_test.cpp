@@ -198,6 +198,29 @@ TEST_F(DemoDatabaseTest, PostalCodesAndDatesAreStoredAsTheProgramCompares)
     EXPECT_GT(checked, 1000);
 }
 
+TEST_F(DemoDatabaseTest, TelephoneNumbersHaveTheirNationalForm)
+{
+    // Fixed lines have ten digits with the area code first; mobiles eleven, 070/080/090.
+    const QRegularExpression fixed(QStringLiteral("^0\\d{1,3}-\\d{2,4}-\\d{4}$"));
+    const QRegularExpression mobile(QStringLiteral("^0[789]0-[1-9]\\d{3}-\\d{4}$"));
+    int checked = 0;
+    for (const data::TableDef& t : data::schemaTables()) {
+        for (const QString& c : t.columns) {
+            if (!c.endsWith(QStringLiteral("TelNo")) && !c.endsWith(QStringLiteral("FaxNo")) && !c.endsWith(QStringLiteral("MobNo")))
+                continue;
+            for (const QString& value : db.column(QStringLiteral("SELECT %1 FROM %2 WHERE %1 IS NOT NULL").arg(c, t.name))) {
+                ++checked;
+                const bool isMobile = mobile.match(value).hasMatch();
+                const bool isFixed = fixed.match(value).hasMatch() && QString(value).remove(QLatin1Char('-')).size() == 10;
+                ASSERT_TRUE(isMobile || isFixed) << t.name.toStdString() << "." << c.toStdString() << ": " << value.toStdString();
+                if (c.endsWith(QStringLiteral("MobNo")))
+                    ASSERT_TRUE(isMobile) << value.toStdString();
+            }
+        }
+    }
+    EXPECT_GT(checked, 100);
+}
+
 TEST_F(DemoDatabaseTest, StaffCurrentAndLeftInBothOffices)
 {
     for (int eb : {1, 2}) {

@@ -262,22 +262,22 @@ private:
     {
         static const std::vector<QString> heads = {QStringLiteral("090"), QStringLiteral("080"),
                                                    QStringLiteral("070")};
-        return rng_.pick(heads) + QLatin1Char('-') + rng_.digits(4) + QLatin1Char('-')
-               + rng_.digits(4);
+        return rng_.pick(heads) + QLatin1Char('-') + QString::number(rng_.between(1, 9)) + rng_.digits(3)
+               + QLatin1Char('-') + rng_.digits(4);
     }
 
-    QString building(const Reading& town, bool withRoom)
+    // A building name with a flat number, or with the floor an office is on.
+    QString building(const Reading& town, bool office)
     {
         const Reading& pattern = rng_.pick(buildingPatterns());
         const Reading& word = rng_.percent(50) ? town : rng_.pick(nameWords());
         QString name = QString(pattern.text).replace(QStringLiteral("{}"), word.text);
-        if (withRoom)
-            name += QString::number(rng_.between(1, 8)) + QStringLiteral("0")
-                    + QString::number(rng_.between(1, 9));
-        return name;
+        if (office)
+            return name + QLatin1Char(' ') + QString::number(rng_.between(1, 5)) + QStringLiteral("階");
+        return name + QString::number(rng_.between(1, 8)) + QStringLiteral("0") + QString::number(rng_.between(1, 9));
     }
 
-    Address address(const City& c, int buildingPercent)
+    Address address(const City& c, int buildingPercent, bool office = false)
     {
         Address a;
         const int townIndex = rng_.between(0, static_cast<int>(c.towns.size()) - 1);
@@ -309,7 +309,7 @@ private:
         }
         a.line1 = c.prefecture.text + c.city.text + town.text + street;
         if (rng_.percent(buildingPercent))
-            a.line2 = building(town, true);
+            a.line2 = building(town, office);
         a.kana = c.prefecture.kana + c.city.kana + town.kana;
         a.town = town;
         a.tel = phone(c);
@@ -341,7 +341,7 @@ private:
         Insert ins(db_, QStringLiteral("CORP"), columnsOf("CORP"));
         for (const Area& area : areas_) {
             const City& c = area.cities->front();
-            const Address a = address(c, 100);
+            const Address a = address(c, 100, true);
             const Person head = person(45, 70);
             struct Kind {
                 int type;
@@ -519,7 +519,7 @@ private:
             f.office = area.key;
             f.kind = 1;
             f.type = QString::fromUtf8(type.type);
-            f.address = address(c, t == 0 || t == 1 ? 50 : 0);
+            f.address = address(c, t == 0 || t == 1 ? 50 : 0, true);
             if (t >= 2)
                 f.address.line2 = QString();
             const Reading& word = t == 1 ? f.address.town : rng_.pick(nameWords());
@@ -557,7 +557,7 @@ private:
             f.name = word.text + QString::fromUtf8(clinics[k][0]);
             f.kana = word.kana + QString::fromUtf8(clinics[k][1]);
             f.director = owner.name();
-            f.address = address(c, 30);
+            f.address = address(c, 30, true);
             f.fax = phone(c);
             facilities_.push_back(f);
             area.medical.push_back(static_cast<int>(facilities_.size()) - 1);
