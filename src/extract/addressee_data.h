@@ -3,18 +3,45 @@
 // search, and the rows of the other kinds, each read once per run of the screen.
 
 #include "base/vb_error.h"
+#include "data/ct_adodb.h"
+#include "data/ct_caremane.h"
+#include "data/ct_corp.h"
+#include "data/ct_sisetsu.h"
+#include "data/ct_staff.h"
+#include "data/master_loaders.h"
 #include "extract/riyousha_extract.h"
 
 #include <array>
+#include <memory>
 
 namespace extract {
 
 struct AddresseeData {
-    // Empty until the first read: the array has then never been sized, and asking for
-    // its upper bound is the runtime's fault 9, as it was.
-    RiyoushaArray aRiyousha;
+    // Sized to one empty element from the start, so that a first search that reads
+    // nothing fills an empty list.
+    RiyoushaArray aRiyousha = RiyoushaArray(1);
     // Per AddresseeKind value (1 to 8 are used): true once that kind's rows are held.
     std::array<bool, 9> bKindRead{};
+
+    std::vector<data::DoctorRec> aDoctor;
+    qint32 nDoctorCount = 0;
+    std::vector<data::HokenjaRec> aHokenja;
+    qint32 nHokenjaCount = 0;
+    std::vector<data::SyoukaiRec> aSyoukai;
+    qint32 nSyoukaiCount = 0;
+
+    // The kinds read through table objects, each with the database object it read by.
+    data::cT_CAREMANE oCaremaneList;
+    data::cT_STAFF oStaffList;
+    data::cT_SISETSU oSisetsuList;
+    data::cT_SISETSU oIryouList;
+    data::cT_CORP oCorpList;
+    std::array<std::unique_ptr<data::cT_ADODB>, 9> db;
+
+    // The office's own row, the sender block of every label for the life of the screen.
+    data::cT_CORP oOwnCorpList;
+    data::cD_CORP oOwnCorp;
+    std::unique_ptr<data::cT_ADODB> ownDb;
 };
 
 // The number of rows an array holds by its upper bound; fault 9 when never sized.

@@ -95,6 +95,176 @@ void writePatient(const RiyoushaSealRow& p, const FillConditions& c, RowOut& r)
     r.col[33] = withHonorific(p.cAtenaS0Renraku, k);
 }
 
+void writeRow(controls::Grid& g, int row, const RowOut& r, bool hidden, const FillConditions& c);
+
+QString digit(short K) { return QString::number(K); }
+
+void writeDoctor(const data::DoctorRec& d, const FillConditions& c, RowOut& r)
+{
+    r.number = trimmed(d.cIDno);
+    r.name = trimmed(d.cName);
+    r.kana = trimmed(d.cNameKana);
+    r.col[2] = r.number;
+    r.col[3] = r.number;
+    r.col[4] = withHonorific(d.cName, c.sKeisho);
+    r.col[5] = r.kana;
+    r.col[6] = trimmed(d.cKikan);
+    r.col[7] = trimmed(d.cDaihyo);
+    r.col[8] = trimmed(d.cYubinNo);
+    r.col[9] = trimmed(d.cAddress1);
+    r.col[10] = trimmed(d.cAddress2);
+    r.col[11] = trimmed(d.cTelNo);
+    r.col[12] = trimmed(d.cFaxNo);
+    r.col[13] = trimmed(d.cMobNo);
+    r.col[14] = digit(1);
+    r.col[15] = c.sKeisho;
+}
+
+void writeHokenja(const data::HokenjaRec& h, const FillConditions& c, RowOut& r)
+{
+    r.number = trimmed(h.cIDno);
+    r.name = trimmed(h.cName);
+    r.kana = trimmed(h.cNameKana);
+    r.col[2] = r.number;
+    r.col[3] = r.number;
+    r.col[4] = r.name + u' ' + trimmed(h.cDaihyo) + u' ' + c.sKeisho;
+    r.col[5] = r.kana;
+    r.col[7] = trimmed(h.cDaihyo);
+    r.col[8] = trimmed(h.cYubinNo);
+    r.col[9] = trimmed(h.cAddress1);
+    r.col[10] = trimmed(h.cAddress2);
+    r.col[11] = trimmed(h.cTelNo);
+    r.col[12] = trimmed(h.cFaxNo);
+    r.col[13] = trimmed(h.cMobNo);
+    r.col[14] = digit(2);
+    r.col[15] = c.sKeisho;
+    r.col[18] = trimmed(h.cYubinNo2);
+    r.col[19] = trimmed(h.cAddress3);
+    r.col[20] = withHonorific(h.cName2, c.sKeisho);
+}
+
+void writeSyoukai(const data::SyoukaiRec& s, const FillConditions& c, RowOut& r)
+{
+    r.number = QString::number(s.nIDNo);
+    r.name = trimmed(s.cName);
+    r.kana = trimmed(s.cNameKana);
+    r.col[2] = r.number;
+    r.col[3] = r.number;
+    r.col[4] = r.name + u' ' + c.sKeisho;
+    r.col[5] = r.kana;
+    r.col[6] = trimmed(s.cJigyousho);
+    r.col[8] = trimmed(s.cYubinNo);
+    r.col[9] = trimmed(s.cAddress1);
+    // The second address line repeats the first: the referrer's cAddress2 never shows.
+    r.col[10] = trimmed(s.cAddress1);
+    r.col[11] = trimmed(s.cTelNo);
+    r.col[12] = trimmed(s.cFaxNo);
+    r.col[13] = trimmed(s.cMobNo);
+    r.col[14] = digit(3);
+    r.col[15] = c.sKeisho;
+}
+
+void writeCaremane(const data::cD_CAREMANE& m, const FillConditions& c, RowOut& r)
+{
+    r.number = QString::number(m.nIDNo);
+    r.name = trimmed(m.cName);
+    r.kana = trimmed(m.cNameKana);
+    r.col[2] = r.number;
+    r.col[3] = r.number;
+    r.col[4] = r.name + u' ' + c.sKeisho;
+    r.col[5] = r.kana;
+    r.col[6] = trimmed(m.SISETSUSHAMEI);
+    r.col[8] = trimmed(m.cYubinNo);
+    r.col[9] = trimmed(m.cAdress1);
+    r.col[10] = trimmed(m.cAdress2);
+    r.col[11] = trimmed(m.cTelNo);
+    r.col[12] = trimmed(m.cFaxNo);
+    r.col[13] = trimmed(m.cMobNo);
+    r.col[14] = digit(4);
+    r.col[15] = c.sKeisho;
+    r.col[21] = trimmed(m.JIGYOSYOSHAMEI);
+    r.col[22] = trimmed(m.JIGYOSYOSHURUI);
+    r.col[23] = trimmed(m.JIGYOSYOADD1);
+    r.col[24] = trimmed(m.JIGYOSYOADD2);
+}
+
+void writeStaff(const data::cD_STAFF& m, const FillConditions& c, RowOut& r)
+{
+    r.number = QString::number(m.nIDNo);
+    r.name = trimmed(m.cName);
+    r.kana = trimmed(m.cNameKana);
+    r.col[2] = r.number;
+    r.col[3] = r.number;
+    r.col[4] = r.name + u' ' + c.sKeisho;
+    r.col[5] = r.kana;
+    r.col[8] = trimmed(m.cYubinNo);
+    r.col[9] = trimmed(m.cAdress1);
+    r.col[10] = trimmed(m.cAdress2);
+    r.col[11] = trimmed(m.cTelNo);
+    r.col[12] = trimmed(m.cFaxNo);
+    r.col[13] = trimmed(m.cMobNo);
+    r.col[14] = digit(5);
+    r.col[15] = c.sKeisho;
+}
+
+// Facilities (6) and medical institutions (8) share the facility table and the digit
+// "6"; with the free honorific the department text stands on a line of its own, and an
+// institution's name on the line above it.
+void writeSisetsu(const data::cD_SISETSU& m, bool iryoukikan, const FillConditions& c, RowOut& r)
+{
+    const bool free = c.nKeisho == 6;
+    r.number = QString::number(m.nIDNo);
+    r.name = trimmed(m.cShamei1);
+    r.kana = trimmed(m.cShameiKana1);
+    r.col[2] = r.number;
+    r.col[3] = r.number;
+    r.col[4] = r.name + u' ' + c.sKeisho;
+    r.col[5] = r.kana;
+    if (iryoukikan && free) r.col[6] = r.name;
+    if (free) r.col[7] = c.sKeisho;
+    r.col[8] = trimmed(m.cYubinNo);
+    r.col[9] = trimmed(m.cAddress1);
+    r.col[10] = trimmed(m.cAddress2);
+    r.col[11] = trimmed(m.cTelNo);
+    r.col[12] = trimmed(m.cFaxNo);
+    r.col[14] = digit(6);
+    r.col[15] = c.sKeisho;
+}
+
+void writeCorp(const data::cD_CORP& m, const FillConditions& c, RowOut& r)
+{
+    r.number = QString::number(m.nIDNo);
+    r.name = trimmed(m.cShamei1);
+    r.kana = trimmed(m.cShameiKana1);
+    r.col[2] = r.number;
+    r.col[3] = r.number;
+    r.col[4] = r.name + u' ' + c.sKeisho;
+    r.col[5] = r.kana;
+    const QString daihyo = trimmed(m.cDaihyo);
+    r.col[7] = (daihyo.isEmpty() ? r.name : daihyo) + u' ' + c.sKeisho;
+    r.col[8] = trimmed(m.cYubinNo);
+    r.col[9] = trimmed(m.cAddress1);
+    r.col[10] = trimmed(m.cAddress2);
+    r.col[11] = trimmed(m.cTelNo);
+    r.col[12] = trimmed(m.cFaxNo);
+    r.col[14] = digit(7);
+    r.col[15] = c.sKeisho;
+}
+
+// One pass over count rows of a kind that is not the patients: each row written in
+// full, then narrowed by the texts and the kana row.
+template <class Write>
+void fillRows(controls::Grid& g, int count, const FillConditions& c, Write write)
+{
+    g.setMaxRows(count);
+    RowOut r;
+    for (int i = 0; i < count; ++i) {
+        r.clear();
+        write(i, r);
+        writeRow(g, i + 1, r, narrowedOut(r, c), c);
+    }
+}
+
 // The rules only patients go through: age, birth month, end of service.
 bool patientNarrowedOut(const RiyoushaSealRow& p, const FillConditions& c)
 {
@@ -144,7 +314,7 @@ bool kanaRowMatches(const QString& kana, const QString& sKanaRow)
     return false;
 }
 
-void fillList(controls::Grid& g, const AddresseeData& data, const FillConditions& c)
+void fillList(controls::Grid& g, AddresseeData& data, const FillConditions& c)
 {
     g.setReDraw(false);
     if (g.MaxCols() != kGridCols) g.setMaxCols(kGridCols);
@@ -169,6 +339,38 @@ void fillList(controls::Grid& g, const AddresseeData& data, const FillConditions
         }
         break;
     }
+    case 1:
+        fillRows(g, upperBound(data.aDoctor), c,
+                 [&](int i, RowOut& r) { writeDoctor(data.aDoctor[static_cast<size_t>(i)], c, r); });
+        break;
+    case 2:
+        fillRows(g, upperBound(data.aHokenja), c,
+                 [&](int i, RowOut& r) { writeHokenja(data.aHokenja[static_cast<size_t>(i)], c, r); });
+        break;
+    case 3:
+        fillRows(g, upperBound(data.aSyoukai), c,
+                 [&](int i, RowOut& r) { writeSyoukai(data.aSyoukai[static_cast<size_t>(i)], c, r); });
+        break;
+    case 4:
+        fillRows(g, data.oCaremaneList.nデータ数(), c,
+                 [&](int i, RowOut& r) { writeCaremane(data.oCaremaneList.clsCAREMANE(i), c, r); });
+        break;
+    case 5:
+        fillRows(g, data.oStaffList.nデータ数(), c,
+                 [&](int i, RowOut& r) { writeStaff(data.oStaffList.clsSTAFF(i), c, r); });
+        break;
+    case 6:
+        fillRows(g, data.oSisetsuList.nデータ数(), c,
+                 [&](int i, RowOut& r) { writeSisetsu(data.oSisetsuList.clsSisetsu(i), false, c, r); });
+        break;
+    case 7:
+        fillRows(g, data.oCorpList.nデータ数(), c,
+                 [&](int i, RowOut& r) { writeCorp(data.oCorpList.clsCORP(i), c, r); });
+        break;
+    case 8:
+        fillRows(g, data.oIryouList.nデータ数(), c,
+                 [&](int i, RowOut& r) { writeSisetsu(data.oIryouList.clsSisetsu(i), true, c, r); });
+        break;
     default:
         throw base::VbError::subscriptOutOfRange();
     }

@@ -39,7 +39,7 @@ struct FillConditions {
 // the colours and the hidden columns, and makes cell 1,1 active. The tick column is
 // left as it is (each row keeps the tick of its position) unless clearTicks. A fault
 // leaves the rows written so far; the caller switches redraw back on.
-void fillList(controls::Grid& fpSpread02, const AddresseeData& data, const FillConditions& c);
+void fillList(controls::Grid& fpSpread02, AddresseeData& data, const FillConditions& c);
 
 // The age of the list: the whole part of today and the birthday each written as the
 // decimal number yyyy.mmdd, one taken from the other. It rises on the birthday itself.

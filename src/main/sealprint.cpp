@@ -1,11 +1,14 @@
 // The program. With --script FILE it is the scenario runner: it drives the screens
 // with no display and prints a transcript.
 //
-//   sealprint [--app-dir DIR] RUNMODE
+//   sealprint [--app-dir DIR] RUNMODE   (no display yet: prints what the run does)
 //   sealprint --script FILE --app-dir DIR
 
+#include "app/process.h"
 #include "app/scenario_runner.h"
 #include "base/text_codec.h"
+#include "controls/recording_platform.h"
+#include "seal/seal_screen.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -48,7 +51,7 @@ int runScript(const Arguments& a)
         return 2;
     }
     const QStringList lines = base::splitLines(QString::fromUtf8(file.readAll()));
-    app::ScenarioRunner runner(lines, a.appDir, {});
+    app::ScenarioRunner runner(lines, a.appDir, seal::makeSealScreen);
     return runner.run([](const QString& l) { printLine(stdout, l); }, [](const QString& l) { printLine(stderr, l); });
 }
 
@@ -59,6 +62,10 @@ int main(int argc, char** argv)
     QCoreApplication qapp(argc, argv);
     const Arguments a = parse(QCoreApplication::arguments());
     if (!a.script.isEmpty()) return runScript(a);
-    printLine(stderr, QStringLiteral("sealprint: the desktop window is not part of this build yet; use --script"));
-    return 2;
+    // Without a display of its own the program runs on the recording platform: the
+    // screen loads, is shown and closed, and every box and program start is printed.
+    controls::RecordingPlatform platform;
+    platform.onLine = [](const QString& l) { printLine(stdout, l); };
+    const QString appDir = a.appDir.isEmpty() ? QCoreApplication::applicationDirPath() : a.appDir;
+    return app::runProcess({a.commandLine, appDir, seal::makeSealScreen}, platform);
 }

@@ -148,8 +148,11 @@ TEST_F(FillPatients, GreysPatientsWithoutServiceOnlyWhenServiceRecordsCount)
     EXPECT_EQ(grid.foreColor(3, 2), controls::Colors::WindowText);
 }
 
-TEST_F(FillPatients, NeverSizedArrayIsASubscriptFault)
+TEST_F(FillPatients, StartsEmptyAndAnArrayNeverSizedIsASubscriptFault)
 {
+    fill();
+    EXPECT_EQ(grid.MaxRows(), 0);
+    data.aRiyousha.clear();
     try {
         fill();
         FAIL() << "no fault";
