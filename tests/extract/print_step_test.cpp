@@ -1,0 +1,118 @@
+// The print step: which form each sheet and envelope gets, and the script and program
+// start that a print and a preview leave behind.
+
+#include "extract/print_step.h"
+
+#include "label_test_support.h"
+
+#include <gtest/gtest.h>
+
+using namespace extract;
+using namespace labeltest;
+using namespace Qt::StringLiterals;
+
+struct FormCase {
+    bool envelope;
+    int sealType;
+    int hutou;
+    const char16_t* wfd;
+    const char16_t* title;
+    const char16_t* dataFile;
+};
+
+class FormChoiceTest : public ::testing::TestWithParam<FormCase> {};
+
+TEST_P(FormChoiceTest, FormTitleAndDataByModeAndRow)
+{
+    const FormCase& p = GetParam();
+    const SealForm f = sealForm(p.envelope, p.sealType, p.hutou);
+    EXPECT_EQ(f.wfdFile, QString::fromUtf16(p.wfd));
+    EXPECT_EQ(f.title, QString::fromUtf16(p.title));
+    EXPECT_EQ(f.dataName, QString::fromUtf16(p.title));
+    EXPECT_EQ(f.dataFile, QString::fromUtf16(p.dataFile));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, FormChoiceTest,
+    ::testing::Values(FormCase{false, 0, 2, u"シール.wfd", u"シール", u"シール.csv"},
+                      FormCase{false, 1, 0, u"シール_2X6.wfd", u"シール", u"シール.csv"},
+                      FormCase{false, 2, 0, u"ビーコン用シール30M.wfd", u"シール", u"シール.csv"},
+                      FormCase{true, 2, 0, u"封筒印刷長3.wfd", u"封筒", u"封筒印刷.csv"},
+                      FormCase{true, 0, 1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"},
+                      FormCase{true, 0, 2, u"封筒印刷長3_横.wfd", u"封筒", u"封筒印刷.csv"},
+                      FormCase{true, 0, 3, u"封筒印刷長3_横窓.wfd", u"封筒", u"封筒印刷.csv"},
+                      FormCase{true, 0, -1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"}));
+
+namespace {
+
+class PrintStepTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir.isValid());
+        app::gsAppPath = dir.path();
+        QFile ini(dir.path() + u"/Tavrine.ini"_s);
+        ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+        ini.write(base::toCp932(u"SYSTEM_SYS=\\SYS\r\nSYSTEM_TMP=\\TMP\r\n"_s));
+        ini.close();
+        ASSERT_TRUE(QDir(dir.path()).mkdir(u"TMP"_s));
+        sys = dir.path() + u"\\SYS\\"_s;
+        tmp = dir.path() + u"\\TMP\\"_s;
+    }
+
+    QByteArray script() const { return fileBytes(dir.path() + u"/TMP/WfdCom.dat"_s); }
+
+    QTemporaryDir dir;
+    PlatformScope scope;
+    QString sys;
+    QString tmp;
+};
+
+}  // namespace
+
+TEST_F(PrintStepTest, APrintGoesThroughTheEnginesPrintDialog)
+{
+    const PrintSealResult r = printSeal(0, sealForm(false, 1, 0), sys);
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.sErrMsg, QString());
+    EXPECT_EQ(script(), crlf({u"FileName,\""_s + sys + u"シール_2X6.wfd\""_s, u"Title,\"シール\""_s,
+                              u"SetDataText,\"シール\",\""_s + tmp + u"シール.csv\""_s, u"PrintPaper, A4"_s,
+                              u"PrintOutFromDialog"_s}));
+    EXPECT_EQ(scope.platform.transcript(), QStringList({u"run 2 wfrfv10.exe /c "_s + tmp + u"WfdCom.dat"_s}));
+}
+
+TEST_F(PrintStepTest, APreviewOpensTheSecondViewerMaximised)
+{
+    const PrintSealResult r = printSeal(1, sealForm(true, 0, 0), sys);
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(script(), crlf({u"FileName,\""_s + sys + u"封筒印刷長3.wfd\""_s, u"Title,\"封筒\""_s,
+                              u"SetDataText,\"封筒\",\""_s + tmp + u"封筒印刷.csv\""_s, u"PrintPaper, A4"_s,
+                              u"ShowWindow,2"_s}));
+    EXPECT_EQ(scope.platform.transcript(), QStringList({u"run 3 WrVb6Viewer.exe /c ./TMP\\WfdCom.dat"_s}));
+}
+
+TEST_F(PrintStepTest, AnyModeButPreviewPrints)
+{
+    printSeal(7, sealForm(false, 0, 0), sys);
+    EXPECT_TRUE(script().endsWith("PrintOutFromDialog\r\n"));
+}
+
+TEST_F(PrintStepTest, AScriptThatCannotBeWrittenStartsNothingAndShowsNothing)
+{
+    ASSERT_TRUE(QDir(dir.path()).rmdir(u"TMP"_s));
+    const PrintSealResult r = printSeal(0, sealForm(false, 0, 0), sys);
+    // The engine was called; its fault stays in the driver.
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.sErrMsg, u"(76)パスが見つかりません。"_s);
+    EXPECT_TRUE(scope.platform.transcript().isEmpty());
+}
+
+TEST_F(PrintStepTest, AnEngineThatWillNotStartIsSilent)
+{
+    scope.platform.setStartFails(true);
+    const PrintSealResult r = printSeal(0, sealForm(false, 0, 0), sys);
+    EXPECT_EQ(r.status, 0);
+    EXPECT_EQ(r.sErrMsg, u"(53)ファイルが見つかりません。"_s);
+    // The script is there for a later look.
+    EXPECT_TRUE(script().startsWith("FileName,"));
+}
