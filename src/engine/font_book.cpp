@@ -64,7 +64,11 @@ double FontBook::advance(FontFace face, bool bold, char16_t c) const
     std::vector<float>& table = advances_[int(face) * 2 + (bold ? 1 : 0)];
     if (table.empty()) table.assign(0x10000, -1.0f);
     float& a = table[c];
-    if (a < 0) {
+    if (a < 0 && QChar::isSurrogate(c)) {
+        // A character beyond the BMP (𠮷 in a name) is a pair; it is ideographic and
+        // takes the whole square on its first half.
+        a = QChar::isHighSurrogate(c) ? 1.0f : 0.0f;
+    } else if (a < 0) {
         QFontMetricsF m(font(face, bold, kMeasurePixels));
         a = float(m.horizontalAdvance(QChar(c)) / kMeasurePixels);
     }

@@ -15,6 +15,15 @@ constexpr double kEps = 1e-6;
 
 bool isSpace(char16_t c) { return c == u' ' || c == u'\u3000' || c == u'\t'; }
 
+// Squares a vertical line takes: one per character, a surrogate pair being one.
+double squareOf(char16_t c) { return QChar::isLowSurrogate(c) ? 0.0 : 1.0; }
+qsizetype squares(QStringView s)
+{
+    qsizetype n = 0;
+    for (QChar c : s) n += QChar::isLowSurrogate(c.unicode()) ? 0 : 1;
+    return n;
+}
+
 // Where a line may break: before index i (0 < i < n).
 std::vector<bool> breakOpportunities(QStringView p, QStringView keepTail)
 {
@@ -29,6 +38,7 @@ std::vector<bool> breakOpportunities(QStringView p, QStringView keepTail)
         else if (cannotEndLine(a)) can = false;
         else if (isWordChar(a) && isWordChar(b)) can = false;
         else if (a == u'御' && b == u'中') can = false;
+        if (QChar::isLowSurrogate(b)) can = false;  // never inside a pair
         ok[i] = can;
     }
     // The honorific at the end stays on the line of the name before it.
@@ -136,9 +146,9 @@ TextLayout layoutText(const QString& text, const QRectF& box, const TextStyle& s
         bool overflow = false;
         QStringList lines;
         if (style.vertical) {
-            lines = breakImpl(shaped, style.wrap ? along / sz : 1e9, [](char16_t) { return 1.0; }, tail, &overflow);
+            lines = breakImpl(shaped, style.wrap ? along / sz : 1e9, squareOf, tail, &overflow);
             for (const QString& l : lines)
-                if (l.size() * sz > along + kEps) overflow = true;
+                if (squares(l) * sz > along + kEps) overflow = true;
         } else if (style.wrap) {
             lines = breakLines(shaped, along, sz, fonts, style.face, style.bold, tail, &overflow);
         } else {
@@ -204,17 +214,24 @@ TextLayout layoutText(const QString& text, const QRectF& box, const TextStyle& s
     const std::pair<const FontBook*, FontFace> ctx{&fonts, style.face};
     for (int k = 0; k < lines.size(); ++k) {
         const QString& col = lines[k];
-        const double len = col.size() * size;
+        const double len = squares(col) * size;
         double top = box.top();
         if (style.valign == VAlign::Middle) top += (box.height() - len) / 2;
         else if (style.valign == VAlign::Bottom) top += box.height() - len;
         const double cx = right - size / 2 - k * pitch;
+        int square = -1;
         for (int j = 0; j < col.size(); ++j) {
             const char16_t c = col[j].unicode();
+            if (QChar::isLowSurrogate(c)) continue;
+            ++square;
             if (isSpace(c)) continue;
-            const VerticalGlyph g = verticalGlyph(c, &fontHasForm, &ctx);
-            const double cy = top + j * size + size / 2;
-            out.runs.append({QString(QChar(g.ch)), QPointF(cx, cy), g.rotate, g.shift});
+            const double cy = top + square * size + size / 2;
+            if (QChar::isHighSurrogate(c) && j + 1 < col.size()) {
+                out.runs.append({col.mid(j, 2), QPointF(cx, cy)});
+            } else {
+                const VerticalGlyph g = verticalGlyph(c, &fontHasForm, &ctx);
+                out.runs.append({QString(QChar(g.ch)), QPointF(cx, cy), g.rotate, g.shift});
+            }
             out.bounds |= QRectF(cx - size / 2, cy - size / 2, size, size);
         }
     }

@@ -8,7 +8,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QImage>
 #include <QRect>
 #include <QRectF>
@@ -22,12 +22,12 @@ namespace enginetest {
 
 inline void ensureGuiApp()
 {
-    if (QGuiApplication::instance()) return;
+    if (QCoreApplication::instance()) return;
     static int argc = 1;
     static char name[] = "test_engine";
     static char* argv[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QGuiApplication(argc, argv);  // lives as long as the test process
+    new QApplication(argc, argv);  // lives as long as the test process; widgets need it
 }
 
 inline QString formsDir() { return QStringLiteral(SEAL_SOURCE_DIR "/forms"); }

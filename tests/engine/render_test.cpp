@@ -420,6 +420,24 @@ TEST_F(Render, ItemThatTheFormDoesNotHaveIsNamed)
     }
 }
 
+TEST_F(Render, SecondDataFileWithTheSameTitlesContinuesTheFirst)
+{
+    QStringList first{enginetest::kLabelTitle};
+    QStringList second{enginetest::kLabelTitle};
+    for (int i = 0; i < 8; ++i) first.append(enginetest::labelLine({}));
+    for (int i = 0; i < 4; ++i) second.append(enginetest::labelLine({}));
+    const QString a = write("a.csv", first);
+    const QString b = write("b.csv", second);
+    const QString script = write("WfdCom.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), a,
+                                                                       {QStringLiteral("SetDataText,\"追加\",\"%1\"").arg(b)}));
+    engine::Document doc(engine::readWfdScript(script), QString());
+    EXPECT_EQ(doc.nPages(), 2);
+    const QString c = write("c.csv", {"cIDno,cName", "1,\"x\""});
+    write("WfdCom.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), a,
+                                                {QStringLiteral("SetDataText,\"追加\",\"%1\"").arg(c)}));
+    EXPECT_THROW(engine::Document(engine::readWfdScript(script), QString()), engine::EngineError);
+}
+
 TEST_F(Render, PdfHasOnePagePerSheet)
 {
     QStringList lines;

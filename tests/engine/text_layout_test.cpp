@@ -192,4 +192,17 @@ TEST_F(Layout, SmallKanaAndCommaMoveUpRightInVerticalLines)
     EXPECT_EQ(plain.shift, 0);
 }
 
+TEST_F(Layout, CharacterBeyondTheBmpIsOneSquareAndNeverSplit)
+{
+    const QString yoshida = QString::fromUtf8("\xF0\xA0\xAE\xB7田");  // 𠮷田
+    TextStyle s;
+    s.vertical = true;
+    s.size = 28.35;
+    const engine::TextLayout l = engine::layoutText(yoshida, QRectF(0, 0, 10.1, 100), s, *fonts);
+    ASSERT_EQ(l.runs.size(), 2);
+    EXPECT_EQ(l.runs[0].text, yoshida.left(2));
+    EXPECT_NEAR(l.runs[1].origin.y() - l.runs[0].origin.y(), 10.0, 0.01);
+    for (const QString& line : breakAt(yoshida + yoshida, 1)) EXPECT_FALSE(line.endsWith(yoshida[0])) << line.size();
+}
+
 }  // namespace
