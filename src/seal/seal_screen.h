@@ -189,6 +189,20 @@ private:
     std::array<std::vector<controls::OptionButton*>, 6> groups_;
     // True while code sets imJissekiYm, whose change then is not the operator's entry.
     bool settingJissekiYm_ = false;
+
+    // --- the side screens (seal_screen_handover.cpp) --------------------------------
+public:
+    // btnDouishoList and mnDouiSet: the doctors of the consents that run out.
+    void btnDouishoList_Click();
+    // btnSejutsuKeika: the addressees of progress reports.
+    void btnSejutsuKeika_Click();
+
+private:
+    // Binds the side screen commands; declared last, so the controls exist by then.
+    struct SideScreenBinding {
+        explicit SideScreenBinding(frmPrintシール& screen);
+    };
+    SideScreenBinding sideScreenBinding_{*this};
 };
 
 // The factory the process start uses.
