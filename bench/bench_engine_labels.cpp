@@ -28,6 +28,7 @@ namespace {
 
 struct Sample {
     double seconds = 0;
+    double cpu = 0;  // user and system time: steadier than wall time on a busy machine
     long peakKb = 0;
     bool ok = false;
 };
@@ -59,12 +60,14 @@ Sample runOnce(const QString& program, const QStringList& args)
     Sample s;
     s.seconds = timer.nsecsElapsed() / 1e9;
     s.peakKb = usage.ru_maxrss;
+    s.cpu = usage.ru_utime.tv_sec + usage.ru_stime.tv_sec + (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
     s.ok = WIFEXITED(status) && WEXITSTATUS(status) == 0;
     return s;
 }
 
 struct Result {
     double median = 0;
+    double cpuMedian = 0;
     long peakKb = 0;
     bool ok = true;
 };
@@ -72,15 +75,19 @@ struct Result {
 Result measure(const QString& program, const QStringList& args, int runs)
 {
     std::vector<double> times;
+    std::vector<double> cpu;
     Result r;
     for (int i = 0; i < runs; ++i) {
         const Sample s = runOnce(program, args);
         r.ok = r.ok && s.ok;
         times.push_back(s.seconds);
+        cpu.push_back(s.cpu);
         r.peakKb = std::max(r.peakKb, s.peakKb);
     }
     std::sort(times.begin(), times.end());
+    std::sort(cpu.begin(), cpu.end());
     r.median = times[times.size() / 2];
+    r.cpuMedian = cpu[cpu.size() / 2];
     return r;
 }
 
@@ -172,8 +179,8 @@ QByteArray glabelsDocument(const QString& csv)
 
 void report(const char* what, int n, const Result& r)
 {
-    std::printf("%-10s %6d labels  median %7.3f s  peak %7.1f MB%s\n", what, n, r.median, r.peakKb / 1024.0,
-                r.ok ? "" : "  (FAILED)");
+    std::printf("%-10s %6d labels  median %7.3f s wall  %7.3f s cpu  peak %7.1f MB%s\n", what, n, r.median,
+                r.cpuMedian, r.peakKb / 1024.0, r.ok ? "" : "  (FAILED)");
     std::fflush(stdout);
 }
 

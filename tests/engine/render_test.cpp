@@ -438,6 +438,17 @@ TEST_F(Render, SecondDataFileWithTheSameTitlesContinuesTheFirst)
     EXPECT_THROW(engine::Document(engine::readWfdScript(script), QString()), engine::EngineError);
 }
 
+// A script written on another machine names a form path that does not exist here; the
+// engine's own forms folder has a form of that name.
+TEST_F(Render, FormNotWhereTheScriptSaysIsTakenFromTheEnginesFormsFolder)
+{
+    const QString csv = write("シール.csv", {enginetest::kLabelTitle, enginetest::labelLine({})});
+    const QString script = write("WfdCom.dat", enginetest::scriptLines("C:\\Velmio\\SYS\\シール.wfd", csv));
+    engine::Document doc(engine::readWfdScript(script), QStringLiteral(SEAL_SOURCE_DIR));
+    EXPECT_EQ(doc.nPages(), 1);
+    EXPECT_THROW(engine::Document(engine::readWfdScript(script), dir.path()), engine::EngineError);
+}
+
 TEST_F(Render, PdfHasOnePagePerSheet)
 {
     QStringList lines;
