@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -19,6 +20,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QSaveFile>
+#include <QThread>
 
 #include <cstdio>
 #include <memory>
@@ -93,6 +95,18 @@ int printWithDialog(Document& doc, const Reporter& report)
     const bool range = printer.printRange() == QPrinter::PageRange;
     printDocument(doc, printer, range ? printer.fromPage() : 0, range ? printer.toPage() : 0);
     return kOk;
+}
+
+// The joined print starts the joiner and the viewer together; the joiner's form may
+// not be there yet when the viewer reads its script.
+void waitForJoinedForm(const WfdScript& script)
+{
+    constexpr int kWaitMs = 5000;
+    const QString form = resolvePath(script.formFile);
+    if (!form.endsWith(QStringLiteral("tmp.wfd"), Qt::CaseInsensitive)) return;
+    QElapsedTimer timer;
+    timer.start();
+    while (!QFileInfo::exists(form) && timer.elapsed() < kWaitMs) QThread::msleep(100);
 }
 
 }  // namespace
@@ -188,6 +202,7 @@ int runViewer(int argc, char** argv, const char* programName)
         if (script.mode == OutputMode::None && !exportOnly)
             throw EngineError(va->script, 0,
                               QStringLiteral("出力の指定 (ShowWindow, PrintOut, PrintOutFromDialog) がありません。"));
+        waitForJoinedForm(script);
         doc = std::make_unique<Document>(script, QCoreApplication::applicationDirPath());
     } catch (const EngineError& e) {
         return report.fail(e.text(), kBadInput);
