@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QThread>
 #include <gtest/gtest.h>
 
 using enginetest::Label;
@@ -103,6 +104,29 @@ TEST_F(ViewerProgram, JoinedPrintRunsThroughTheJoinerAndTheViewer)
     // One label sheet, then three envelopes.
     EXPECT_TRUE(QFileInfo::exists(dir.filePath("png/page-004.png")));
     EXPECT_FALSE(QFileInfo::exists(dir.filePath("png/page-005.png")));
+}
+
+// The program starts the joiner and the viewer at once; the viewer may come first.
+TEST_F(ViewerProgram, ViewerWaitsForTheJoinersForm)
+{
+    const QString csv = labels(3);
+    const QString joined = write(
+        "join.dat", {"setTitle,\"まとめ\"", QStringLiteral("SetDataText,\"シール\",\"%1\",\",\", \"\"\"\", True").arg(csv),
+                     QStringLiteral("setreport,\"%1\"").arg(enginetest::formPath("シール.wfd"))});
+    const QString tmpWfd = dir.filePath("tmp.wfd");
+    const QString viewer =
+        write("WfdCom.dat", {"Title,\"まとめ\"", QStringLiteral("FileName,\"%1\"").arg(tmpWfd), "PrintOutFromDialog"});
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    p.setProcessEnvironment(env);
+    p.start(program("wfrfv10"), {"/c", viewer, "--pdf", dir.filePath("j.pdf")});
+    ASSERT_TRUE(p.waitForStarted());
+    QThread::msleep(700);
+    EXPECT_EQ(runProgram("wfrimg10", {tmpWfd, "/c", joined}).code, 0);
+    ASSERT_TRUE(p.waitForFinished(30000));
+    EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    EXPECT_TRUE(QFileInfo::exists(dir.filePath("j.pdf")));
 }
 
 TEST_F(ViewerProgram, JoinerThatFindsTheScriptAlreadyReplacedSaysSo)
