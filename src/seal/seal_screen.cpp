@@ -31,6 +31,7 @@ frmPrintシール::frmPrintシール(Platform& platform) : Screen(kScreenName, p
     KeyPreview = true;
     buildControls();
     bindHandlers();
+    bindPrintHandlers();
 }
 
 std::unique_ptr<Screen> makeSealScreen(Platform& platform) { return std::make_unique<frmPrintシール>(platform); }

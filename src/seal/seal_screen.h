@@ -12,6 +12,7 @@
 #include "controls/static_controls.h"
 #include "extract/addressee_data.h"
 #include "extract/fill_list.h"
+#include "extract/label_records.h"
 #include "seal/print_settings.h"
 #include "seal/seal_job.h"
 #include "seal/text_combo.h"
@@ -162,6 +163,30 @@ public:
     // The start cell of a start cell picture: (row - 1) x columns + column of its
     // active cell.
     static short nStartPosOf(const controls::Grid& grid);
+
+    // --- start cell, order list and printing (seal_screen_ticks.cpp, seal_screen_print.cpp)
+    void fpSpread01_Click(int col, int row);
+    void fpSpread_2x6_Click(int col, int row);
+    void fpSpread_3x10_Click(int col, int row);
+    // A line of lstCheck: a click finds its row; a double click takes it off the list.
+    void lstCheck_Click();
+    void lstCheck_DblClick();
+    // The check before print: 0 when something is ticked, 1 refused (after its box).
+    short iCheckPrintData();
+    void mnMenuPrint_Click();
+    void mnMenuPreview_Click();
+    // Print (0) or preview (1), then the print settings are saved.
+    void btnJisseki_Click(int index);
+    // The print step: the choices re-read from the controls, the label CSV, then the
+    // engine. nMode 0 prints, 1 previews; status 1 until the run ended normally.
+    void makeSealData(short& nMode, short& status);
+    // Chooses the form and hands the CSV to the engine; status 0 once it was called.
+    void printSeal(short& nMode, short& status);
+    // The choices the label step reads, taken from the controls and the job now.
+    extract::LabelChoices labelChoices();
+    std::vector<extract::OrderLine> orderLines() const;
+    void bindPrintHandlers();
+    // --- end of start cell, order list and printing
 
 protected:
     void Form_Load() override;

@@ -1,0 +1,337 @@
+// Ticks and the print-order list on the seal screen, the start cell pictures of the
+// three sheets, and the lines of lstCheck under the operator's clicks.
+
+#include "seal/seal_screen.h"
+
+#include "../extract/seal_install.h"
+#include "app/process.h"
+
+#include <gtest/gtest.h>
+
+using seal::frmPrintシール;
+using sealtest::SealInstall;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Patients in kana order 佐藤 (row 1, number 2), 鈴木 (row 2, number 3), 山田 (row 3,
+// number 1); doctors in the order of their numbers.
+void addAddressees(const SealInstall& install)
+{
+    install.addPatient(1, u"山田 太郎"_s, u"ﾔﾏﾀﾞ ﾀﾛｳ"_s, u"'1950/11/21'"_s);
+    install.addPatient(2, u"佐藤 花子"_s, u"ｻﾄｳ ﾊﾅｺ"_s, u"'1940/03/05'"_s);
+    install.addPatient(3, u"鈴木 一郎"_s, u"ｽｽﾞｷ ｲﾁﾛｳ"_s, u"'1960/01/01'"_s);
+    install.addService(3, u"2026/11/02 10:00:00"_s);
+    install.exec(u"INSERT INTO DOCTOR (cIDno, cName, cNameKana, cKikan) VALUES "
+                 u"('501', '医師 一', 'ｲｼ ｲﾁ', '中央病院'), ('502', '医師 二', 'ｲｼ ﾆ', '北病院');"_s);
+    install.touch(u"DATA/印刷設定.ini"_s);
+}
+
+template <class Work>
+QStringList drive(const SealInstall& install, Work work)
+{
+    controls::RecordingPlatform platform;
+    platform.setToday(QDate(2026, 11, 21));
+    platform.modalDriver = [&](controls::Screen& s) {
+        platform.clearTranscript();
+        work(static_cast<frmPrintシール&>(s));
+    };
+    app::runProcess({u"5"_s, install.appDir(), seal::makeSealScreen}, platform);
+    return platform.transcript();
+}
+
+QStringList listTexts(const controls::ListBox& l)
+{
+    QStringList out;
+    for (int i = 0; i < l.ListCount(); ++i) out << l.List(i);
+    return out;
+}
+
+class Ticks : public testing::Test {
+protected:
+    Ticks() { addAddressees(install); }
+    SealInstall install;
+};
+
+}  // namespace
+
+// --- the start cell ---------------------------------------------------------------------
+
+struct StartCellCase {
+    int sheet;
+    int col;
+    int row;
+    short nStartPos;
+};
+
+class StartCell : public Ticks, public testing::WithParamInterface<StartCellCase> {};
+
+TEST_P(StartCell, CountsAlongTheRowsFromTheTopLeft)
+{
+    const StartCellCase& p = GetParam();
+    drive(install, [&](frmPrintシール& f) {
+        f.cmbSealType.choose(p.sheet);
+        controls::Grid& g = p.sheet == 0 ? f.fpSpread01 : p.sheet == 1 ? f.fpSpread_2x6 : f.fpSpread_3x10;
+        g.clickCell(p.col, p.row);
+        EXPECT_EQ(f.job.nStartPos, p.nStartPos);
+        EXPECT_EQ(g.backColor(p.col, p.row), controls::Colors::Black);
+        EXPECT_EQ(g.backColor(1, 1) == controls::Colors::Black, p.nStartPos == 1);
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Sheets, StartCell,
+                         testing::Values(StartCellCase{0, 1, 2, 3}, StartCellCase{0, 2, 5, 10},
+                                         StartCellCase{1, 2, 6, 12}, StartCellCase{2, 3, 10, 30},
+                                         StartCellCase{2, 2, 1, 2}, StartCellCase{1, 1, 1, 1}));
+
+TEST_F(Ticks, EachPictureKeepsItsCellAcrossSheetChanges)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.fpSpread01.clickCell(1, 5);
+        ASSERT_EQ(f.job.nStartPos, 9);
+        f.cmbSealType.choose(2);
+        // A picture not clicked since the start stands at its first cell.
+        EXPECT_EQ(f.job.nStartPos, 1);
+        EXPECT_TRUE(f.fpSpread_3x10.visible());
+        EXPECT_FALSE(f.fpSpread01.visible());
+        f.fpSpread_3x10.clickCell(3, 2);
+        EXPECT_EQ(f.job.nStartPos, 6);
+        f.cmbSealType.choose(0);
+        EXPECT_EQ(f.job.nStartPos, 9);
+        EXPECT_EQ(f.fpSpread01.backColor(1, 5), controls::Colors::Black);
+        f.cmbSealType.choose(2);
+        EXPECT_EQ(f.job.nStartPos, 6);
+    });
+}
+
+TEST_F(Ticks, AClickBesideTheCellsWhitensThePictureAndKeepsTheNumber)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.fpSpread_2x6.clickCell(2, 3);
+        ASSERT_EQ(f.job.nStartPos, 6);
+        f.fpSpread_2x6.clickCell(0, 3);
+        EXPECT_EQ(f.job.nStartPos, 6);
+        EXPECT_EQ(f.fpSpread_2x6.backColor(2, 3), controls::Colors::White);
+    });
+}
+
+// --- the order modes ----------------------------------------------------------------
+
+TEST_F(Ticks, TheEnterModeAloneLeavesTheListGreyAfterAStart)
+{
+    drive(install, [&](frmPrintシール& f) {
+        // The start ticks chkEnter with chkCheck off: the third row of the mode table.
+        ASSERT_EQ(f.chkEnter.value(), 1);
+        ASSERT_EQ(f.chkCheck.value(), 0);
+        EXPECT_EQ(f.lstCheck.backColor(), controls::Colors::ScrollBars);
+        EXPECT_FALSE(f.btnAllKai[1].enabled());
+        EXPECT_TRUE(f.lblEnter.visible());
+        f.fpSpread02.pressButton(1, 1, true);
+        EXPECT_EQ(f.lstCheck.ListCount(), 1);
+
+        f.chkCheck.toggle();
+        EXPECT_EQ(f.lstCheck.backColor(), controls::Colors::WindowBackground);
+        EXPECT_TRUE(f.btnAllKai[1].enabled());
+        EXPECT_EQ(f.lstCheck.ListCount(), 0);
+        EXPECT_EQ(f.fpSpread02.value(1, 1), 0);
+
+        f.chkCheck.toggle();
+        // chkEnter still ticked: the list keeps its white background and button.
+        EXPECT_EQ(f.lstCheck.backColor(), controls::Colors::WindowBackground);
+        f.chkEnter.toggle();
+        EXPECT_EQ(f.lstCheck.backColor(), controls::Colors::ScrollBars);
+        EXPECT_FALSE(f.btnAllKai[1].enabled());
+        EXPECT_FALSE(f.lblEnter.visible());
+    });
+}
+
+TEST_F(Ticks, PlainTickModeLeavesTheListAlone)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.chkEnter.toggle();
+        f.fpSpread02.pressButton(1, 1, true);
+        EXPECT_EQ(f.lstCheck.ListCount(), 0);
+    });
+}
+
+TEST_F(Ticks, ALineHoldsTheNumberFiveBlanksAndTheNameWithoutHonorific)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.fpSpread02.pressButton(1, 3, true);
+        f.fpSpread02.pressButton(1, 1, true);
+        EXPECT_EQ(listTexts(f.lstCheck), QStringList({u"1     山田 太郎 "_s, u"2     佐藤 花子 "_s}));
+        EXPECT_EQ(f.lstCheck.ItemData(0), 1);
+        // Ticking a listed row again takes it off, whatever the button says.
+        f.fpSpread02.pressButton(1, 3, false);
+        EXPECT_EQ(listTexts(f.lstCheck), QStringList({u"2     佐藤 花子 "_s}));
+    });
+}
+
+TEST_F(Ticks, SelectAllTwiceAddsNoLinesAndKeepsABegunOrder)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.fpSpread02.pressButton(1, 3, true);
+        f.btnAllSel.click();
+        f.btnAllSel.click();
+        QList<int> data;
+        for (int i = 0; i < f.lstCheck.ListCount(); ++i) data << f.lstCheck.ItemData(i);
+        EXPECT_EQ(data, QList<int>({1, 2, 3}));
+    });
+}
+
+TEST_F(Ticks, SelectAllWithServiceRecordsTicksOnlyThePatientsServed)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.chkJisseki.toggle();
+        f.btnDisp.click();
+        f.btnAllKai[1].click();
+        f.btnAllSel.click();
+        EXPECT_EQ(f.fpSpread02.value(1, 1), 0);
+        EXPECT_EQ(f.fpSpread02.value(1, 2), 1);
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 0);
+    });
+}
+
+TEST_F(Ticks, ClearingVisibleRowsLeavesHiddenTicksAndTheirLines)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.btnAllSel.click();
+        f.txtName.setText(u"佐藤"_s);
+        f.btnDisp.click();
+        f.btnAllKai[0].click();
+        EXPECT_EQ(f.fpSpread02.value(1, 1), 0);
+        EXPECT_EQ(f.fpSpread02.value(1, 2), 1);
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
+        EXPECT_EQ(f.lstCheck.ListCount(), 2);
+        f.btnAllKai[1].click();
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 0);
+        EXPECT_EQ(f.lstCheck.ListCount(), 0);
+    });
+}
+
+TEST_F(Ticks, EnterOnATickedNumberTakesTheLineAndLeavesTheTick)
+{
+    drive(install, [&](frmPrintシール& f) {
+        QString id = u"1"_s;
+        f.Add_Enter(id);
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
+        EXPECT_EQ(f.lstCheck.ListCount(), 1);
+        f.Add_Enter(id);
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
+        EXPECT_EQ(f.lstCheck.ListCount(), 0);
+        // A number no row holds changes nothing.
+        QString none = u"99"_s;
+        f.Add_Enter(none);
+        EXPECT_EQ(f.lstCheck.ListCount(), 0);
+    });
+}
+
+TEST_F(Ticks, EnterOnAHiddenRowsNumberStillTicksIt)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.txtName.setText(u"佐藤"_s);
+        f.btnDisp.click();
+        ASSERT_TRUE(f.fpSpread02.rowHidden(3));
+        QString id = u"1"_s;
+        f.Add_Enter(id);
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
+        EXPECT_EQ(f.lstCheck.ListCount(), 1);
+    });
+}
+
+TEST_F(Ticks, EnterInTheGridTicksAndMovesToTheNextVisibleRow)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.fpSpread02.setRowHidden(2, true);
+        f.fpSpread02.SetActiveCell(1, 1);
+        f.addChk_forSPSeat();
+        EXPECT_EQ(f.fpSpread02.value(1, 1), 1);
+        EXPECT_EQ(f.fpSpread02.ActiveRow(), 3);
+        f.addChk_forSPSeat();
+        // The last visible row: ticked, and the active cell stays.
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
+        EXPECT_EQ(f.fpSpread02.ActiveRow(), 3);
+        int next = 0;
+        f.getNextRow(1, next);
+        EXPECT_EQ(next, 3);
+        f.getNextRow(3, next);
+        EXPECT_EQ(next, -1);
+    });
+}
+
+// --- the lines of lstCheck ------------------------------------------------------------
+
+TEST_F(Ticks, AClickOnALineShowsItsRowAndChangesNothing)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.fpSpread02.pressButton(1, 3, true);
+        f.fpSpread02.pressButton(1, 1, true);
+        f.fpSpread02.SetActiveCell(5, 2);
+        f.lstCheck.choose(0);
+        EXPECT_EQ(f.fpSpread02.ActiveRow(), 3);
+        EXPECT_EQ(f.fpSpread02.ActiveCol(), 1);
+        EXPECT_EQ(f.lstCheck.ListCount(), 2);
+    });
+}
+
+TEST_F(Ticks, ADoubleClickUnticksThePatientAndTakesTheLine)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.fpSpread02.pressButton(1, 3, true);
+        f.fpSpread02.pressButton(1, 1, true);
+        f.lstCheck.doubleClick(0);
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 0);
+        EXPECT_EQ(listTexts(f.lstCheck), QStringList({u"2     佐藤 花子 "_s}));
+    });
+}
+
+TEST_F(Ticks, ADoubleClickOnALineWhoseRowIsGoneTakesOnlyTheLine)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.lstCheck.AddItem(u"77     消えた 人 "_s, 77);
+        f.fpSpread02.pressButton(1, 1, true);
+        f.lstCheck.doubleClick(0);
+        EXPECT_EQ(f.lstCheck.ListCount(), 1);
+        EXPECT_EQ(f.fpSpread02.value(1, 1), 1);
+    });
+}
+
+TEST_F(Ticks, ADoctorListedTwiceKeepsHisTickUntilHisLastLine)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.optMst[1].setValue(true);
+        ASSERT_EQ(f.fpSpread02.text(2, 1), u"501"_s);
+        ASSERT_EQ(f.job.asPickedIDs, QStringList({QString()}));
+        // As a hand-over leaves him: ticked once, listed for two patients, with the
+        // staff numbers of both.
+        f.fpSpread02.pressButton(1, 1, true);
+        f.lstCheck.AddItem(u"501     医師 一 "_s, 501);
+        f.fpSpread02.pressButton(1, 2, true);
+        f.job.asPickedIDs = {u"7"_s, u"8"_s, u"9"_s};
+        ASSERT_EQ(f.lstCheck.ListCount(), 3);
+
+        f.lstCheck.doubleClick(1);
+        EXPECT_EQ(f.fpSpread02.value(1, 1), 1);
+        EXPECT_EQ(f.lstCheck.ListCount(), 2);
+        EXPECT_EQ(f.job.asPickedIDs, QStringList({u"7"_s, u"9"_s}));
+
+        f.lstCheck.doubleClick(0);
+        EXPECT_EQ(f.fpSpread02.value(1, 1), 0);
+        EXPECT_EQ(listTexts(f.lstCheck), QStringList({u"502     医師 二 "_s}));
+        EXPECT_EQ(f.job.asPickedIDs, QStringList({u"9"_s}));
+        EXPECT_EQ(f.fpSpread02.ActiveRow(), 1);
+    });
+}
+
+TEST_F(Ticks, TickingADoctorGrowsTheStaffListWithAnEmptyEntry)
+{
+    drive(install, [&](frmPrintシール& f) {
+        f.optMst[1].setValue(true);
+        f.fpSpread02.pressButton(1, 1, true);
+        f.fpSpread02.pressButton(1, 2, true);
+        EXPECT_EQ(f.job.asPickedIDs, QStringList({QString(), QString()}));
+        // Taking a line off by its tick leaves the staff list as it was.
+        f.fpSpread02.pressButton(1, 1, false);
+        EXPECT_EQ(f.job.asPickedIDs.size(), 2);
+    });
+}
