@@ -42,6 +42,22 @@ bool displayAvailable()
 #endif
 }
 
+// Chooses the platform before the application exists. With a display the system's
+// platform is tried first and the offscreen one stands behind it, so that a display
+// that cannot be reached falls back to working headless instead of aborting.
+void choosePlatform(bool gui)
+{
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return;
+#if defined(Q_OS_WIN) || defined(Q_OS_MACOS)
+    if (gui) return;
+#endif
+    if (!gui) qputenv("QT_QPA_PLATFORM", "offscreen");
+    else if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) qputenv("QT_QPA_PLATFORM", "wayland;xcb;offscreen");
+    else qputenv("QT_QPA_PLATFORM", "xcb;offscreen");
+}
+
+bool onOffscreen() { return QGuiApplication::platformName() == u"offscreen"; }
+
 void printErr(const QString& text) { std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData()); }
 void printOut(const QString& text)
 {
@@ -186,13 +202,14 @@ int runViewer(int argc, char** argv, const char* programName)
     QString usage;
     const std::optional<ViewerArgs> va = parseViewerArgs(args, &usage);
     const bool exportOnly = va && (!va->pdf.isEmpty() || !va->png.isEmpty());
-    const bool gui = displayAvailable() && !exportOnly;
-    if (!gui && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    bool gui = displayAvailable() && !exportOnly;
+    choosePlatform(gui);
 
     std::unique_ptr<QGuiApplication> app;
     if (gui) app = std::make_unique<QApplication>(argc, argv);
     else app = std::make_unique<QGuiApplication>(argc, argv);
     app->setApplicationName(QString::fromLatin1(programName));
+    if (onOffscreen()) gui = false;
     const Reporter report(gui);
     if (!va) return report.fail(usage, kUsage);
 
@@ -227,7 +244,9 @@ int runViewer(int argc, char** argv, const char* programName)
         case OutputMode::None: break;
         }
         PreviewWindow window(*doc, Calibration());
-        window.show();
+        // The second viewer opens maximised, as the program asks for it.
+        if (qstrcmp(programName, "WrVb6Viewer") == 0) window.showMaximized();
+        else window.show();
         return app->exec();
     } catch (const EngineError& e) {
         return report.fail(e.text(), kOutputFailed);
@@ -252,13 +271,13 @@ int runJoiner(int argc, char** argv)
         code = kUsage;
     }
     if (code == kOk) return kOk;
-    const bool gui = displayAvailable();
-    if (!gui) {
+    if (!displayAvailable()) {
         printErr(problem);
         return code;
     }
+    choosePlatform(true);
     QApplication app(argc, argv);
-    return Reporter(true).fail(problem, code);
+    return Reporter(!onOffscreen()).fail(problem, code);
 }
 
 }  // namespace engine
