@@ -88,7 +88,10 @@ void printDocument(const Document& doc, QPrinter& printer, int fromPage, int toP
         throw EngineError(printer.printerName(), 0, QStringLiteral("プリンターに印刷を始められません。"));
     for (int i = first; i <= last; ++i) {
         if (i > first) {
-            printer.setPageLayout(layoutFor(doc, i));
+            // A printer takes a new page size only between pages, and only where the
+            // size changes (a joined print of labels and envelopes).
+            const QPageLayout next = layoutFor(doc, i);
+            if (!next.isEquivalentTo(printer.pageLayout())) printer.setPageLayout(next);
             printer.newPage();
         }
         painter.save();
