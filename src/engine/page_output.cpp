@@ -22,8 +22,12 @@ QPageLayout layoutFor(const Document& doc, int page)
     const QSizeF s = doc.pageSize(page);
     const bool land = s.width() > s.height();
     const QSizeF portrait = land ? s.transposed() : s;
-    return QPageLayout(QPageSize(portrait, QPageSize::Millimeter), land ? QPageLayout::Landscape : QPageLayout::Portrait,
+    QPageLayout layout(QPageSize(portrait, QPageSize::Millimeter), land ? QPageLayout::Landscape : QPageLayout::Portrait,
                        QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter);
+    // Forms place everything from the paper's corner; a printer's unprintable margin
+    // must not move the origin.
+    layout.setMode(QPageLayout::FullPageMode);
+    return layout;
 }
 
 }  // namespace
@@ -81,7 +85,6 @@ void printDocument(const Document& doc, QPrinter& printer, int fromPage, int toP
 {
     const int first = fromPage > 0 ? fromPage - 1 : 0;
     const int last = toPage > 0 ? std::min(toPage, doc.nPages()) - 1 : doc.nPages() - 1;
-    printer.setFullPage(true);
     printer.setPageLayout(layoutFor(doc, first));
     QPainter painter;
     if (!painter.begin(&printer))

@@ -9,6 +9,7 @@
 #include "engine_test_support.h"
 
 #include <QPainter>
+#include <QPrinter>
 #include <gtest/gtest.h>
 
 using enginetest::Label;
@@ -447,6 +448,22 @@ TEST_F(Render, FormNotWhereTheScriptSaysIsTakenFromTheEnginesFormsFolder)
     engine::Document doc(engine::readWfdScript(script), QStringLiteral(SEAL_SOURCE_DIR));
     EXPECT_EQ(doc.nPages(), 1);
     EXPECT_THROW(engine::Document(engine::readWfdScript(script), dir.path()), engine::EngineError);
+}
+
+TEST_F(Render, PrinterGetsThePagesOfTheChosenRange)
+{
+    QStringList lines;
+    for (int i = 0; i < 35; ++i) lines.append(enginetest::labelLine({}));
+    const auto doc = job("シール.wfd", lines);
+    ASSERT_EQ(doc->nPages(), 4);
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(dir.filePath("printed.pdf"));
+    engine::printDocument(*doc, printer, 2, 3);
+    QFile f(dir.filePath("printed.pdf"));
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(f.readAll().contains("/Count 2"));
+    EXPECT_TRUE(printer.fullPage());
 }
 
 TEST_F(Render, PdfHasOnePagePerSheet)
