@@ -39,7 +39,9 @@ int runDesktop(int& argc, char** argv, const app::ProcessStart& start)
     QtPlatform* self = nullptr;
     QtPlatform platform([&self](controls::Screen& screen) { return makeView(*self, screen); });
     self = &platform;
-    return app::runProcess(start, platform);
+    app::ProcessStart own = start;
+    if (own.programDir.isEmpty()) own.programDir = QCoreApplication::applicationDirPath();
+    return app::runProcess(own, platform);
 }
 
 }  // namespace gui

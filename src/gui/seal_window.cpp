@@ -99,7 +99,7 @@ SealWindow::SealWindow(QtPlatform& platform, seal::frmPrintシール& screen)
     setStatusBar(status);
     binder_->status(screen_.Status, status);
     buildMenus();
-    resize(1180, 760);
+    resize(1240, 740);
 }
 
 SealWindow::~SealWindow() = default;
@@ -107,7 +107,7 @@ SealWindow::~SealWindow() = default;
 QWidget* SealWindow::buildKinds()
 {
     auto* w = new QWidget;
-    auto* v = new QVBoxLayout(w);
+    auto* v = new QGridLayout(w);
     v->setContentsMargins(0, 0, 0, 0);
 
     auto* kinds = new QVBoxLayout;
@@ -116,7 +116,7 @@ QWidget* SealWindow::buildKinds()
         binder_->option(screen_.optMst[static_cast<size_t>(k)], r);
         kinds->addWidget(r);
     }
-    v->addWidget(group(QStringLiteral("種類"), kinds));
+    v->addWidget(group(QStringLiteral("種類"), kinds), 0, 0);
 
     auto* honor = new QVBoxLayout;
     for (size_t i = 0; i < screen_.optKeisho.size(); ++i) {
@@ -127,7 +127,7 @@ QWidget* SealWindow::buildKinds()
     auto* etc = new QLineEdit;
     binder_->text(screen_.txtEtc, etc);
     honor->addWidget(etc);
-    v->addWidget(group(QStringLiteral("敬称"), honor));
+    v->addWidget(group(QStringLiteral("敬称"), honor), 0, 1);
 
     auto* modes = new QVBoxLayout;
     for (auto& m : screen_.opPMode) {
@@ -135,7 +135,8 @@ QWidget* SealWindow::buildKinds()
         binder_->option(m, r);
         modes->addWidget(r);
     }
-    v->addWidget(group(QStringLiteral("印刷方法"), modes));
+    modes->addStretch(1);
+    v->addWidget(group(QStringLiteral("印刷方法"), modes), 1, 0);
 
     // The three address frames share one place; the model shows one at a time.
     auto* addresses = new QGridLayout;
@@ -153,7 +154,7 @@ QWidget* SealWindow::buildKinds()
     addFrame(screen_.fraAdd, screen_.optAdd);
     addFrame(screen_.fraAddHokenja, screen_.optAddHokenja);
     addFrame(screen_.fraAddKeamane, screen_.optAddKeamane);
-    v->addLayout(addresses);
+    v->addLayout(addresses, 1, 1);
     return w;
 }
 
@@ -217,7 +218,8 @@ QWidget* SealWindow::buildSearch()
     auto* chk = new QCheckBox;
     auto* ym = new QLineEdit;
     auto* end = new QCheckBox;
-    ym->setMaximumWidth(80);
+    ym->setMinimumWidth(76);
+    ym->setMaximumWidth(90);
     binder_->check(screen_.chkJisseki, chk);
     binder_->text(screen_.imJissekiYm, ym);
     binder_->check(screen_.chkEndKanja, end);
@@ -307,6 +309,8 @@ QWidget* SealWindow::buildSheet()
         view->setSelectionMode(QAbstractItemView::NoSelection);
         view->setFixedSize(g->MaxCols() * (g->MaxCols() == 3 ? 30 : 44) + 4, g->MaxRows() * (g->MaxRows() == 10 ? 12 : 20) + 4);
         view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        view->setFocusPolicy(Qt::NoFocus);
+        view->clearSelection();
         cells->addWidget(view);
     }
     auto* position = group(QString(), cells);
