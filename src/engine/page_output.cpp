@@ -4,6 +4,7 @@
 #include "engine/engine_error.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QPageLayout>
 #include <QPageSize>
@@ -30,13 +31,24 @@ QPageLayout layoutFor(const Document& doc, int page)
     return layout;
 }
 
+// Pages carry patients' names and addresses: readable by the user alone, like the
+// program's own working files.
+void keepPrivate(const QString& path)
+{
+    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+}
+
 }  // namespace
 
 void scaleToMillimetres(QPainter& painter, double dpi) { painter.scale(dpi / 25.4, dpi / 25.4); }
 
 void writePdf(const Document& doc, const QString& path)
 {
-    QPdfWriter writer(path);
+    QFile file(path);
+    constexpr auto kPrivate = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate, kPrivate) || !file.setPermissions(kPrivate))
+        throw EngineError(path, 0, QStringLiteral("PDF ファイルを書けません: %1").arg(file.errorString()));
+    QPdfWriter writer(&file);
     constexpr int kResolution = 600;
     writer.setResolution(kResolution);
     writer.setTitle(doc.title());
@@ -54,7 +66,7 @@ void writePdf(const Document& doc, const QString& path)
         doc.printPage(painter, i);
         painter.restore();
     }
-    if (!painter.end()) throw EngineError(path, 0, QStringLiteral("PDF ファイルを書き終えられません。"));
+    if (!painter.end() || !file.flush()) throw EngineError(path, 0, QStringLiteral("PDF ファイルを書き終えられません。"));
 }
 
 QStringList writePngs(const Document& doc, const QString& dir, int dpi)
@@ -76,6 +88,7 @@ QStringList writePngs(const Document& doc, const QString& dir, int dpi)
         }
         const QString file = d.filePath(QStringLiteral("page-%1.png").arg(i + 1, 3, 10, QLatin1Char('0')));
         if (!img.save(file, "PNG")) throw EngineError(file, 0, QStringLiteral("PNG ファイルを書けません。"));
+        keepPrivate(file);
         files.append(file);
     }
     return files;

@@ -479,6 +479,8 @@ TEST_F(Render, PdfHasOnePagePerSheet)
     EXPECT_TRUE(bytes.startsWith("%PDF-"));
     EXPECT_EQ(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page "), 3);
     EXPECT_EQ(doc->defaultPdfPath(), dir.filePath("シール.pdf"));
+    // Names and addresses: readable by the user alone.
+    EXPECT_EQ(QFile::permissions(pdf) & (QFileDevice::ReadGroup | QFileDevice::ReadOther), QFileDevice::Permissions());
 }
 
 }  // namespace
