@@ -247,6 +247,14 @@ TEST(ViewerArgs, CommandLineForms)
     EXPECT_FALSE(engine::parseJoinArgs({"/c", "x"}, &err));
 }
 
+TEST_F(ViewerProgram, UnwritablePdfIsAnOutputFailure)
+{
+    const QString s = script("シール.wfd", labels(1));
+    const ProgramRun r = runProgram("wfrfv10", {"/c", s, "--pdf", dir.filePath("no/such/folder/x.pdf")});
+    EXPECT_EQ(r.code, 3);
+    EXPECT_TRUE(r.err.contains("x.pdf")) << r.err.toStdString();
+}
+
 TEST_F(ViewerProgram, BadCommandLineExitsWithTwo)
 {
     const ProgramRun r = runProgram("wfrfv10", {"--png"});
