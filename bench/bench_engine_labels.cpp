@@ -1,6 +1,6 @@
 // Label rendering speed: シール.wfd to PDF through wfrfv10 for 100, 1,000 and 10,000
 // labels, and the same 2 x 5 sheet through gLabels' batch renderer where it is
-// installed. Each run is a whole process, as the program starts the engine; prints the
+// installed (Debian package glabels; skipped without it). Each run is a whole process, as the program starts the engine; prints the
 // median wall time and the largest peak memory of the runs.
 //
 //   bench_engine_labels [--wfrfv10 PATH] [--forms DIR]   (or $SEAL_FORMS_DIR)
