@@ -42,4 +42,30 @@ TEST_F(Preview, ShowsEveryPageAndMovesBetweenThem)
     EXPECT_TRUE(window.windowTitle().startsWith("シール"));
 }
 
+struct ZoomCase {
+    const char* line;  // the PrintZoom line, or none
+    QPrintPreviewWidget::ZoomMode mode;
+    double factor;     // for a custom zoom
+};
+class PreviewZoom : public Preview, public ::testing::WithParamInterface<ZoomCase> {};
+TEST_P(PreviewZoom, StartsAtTheScriptsZoom)
+{
+    enginetest::writeCp932(dir.filePath("シール.csv"), {enginetest::kLabelTitle, enginetest::labelLine({})});
+    QStringList extra;
+    if (*GetParam().line) extra.append(QString::fromUtf8(GetParam().line));
+    enginetest::writeCp932(dir.filePath("WfdCom.dat"), enginetest::scriptLines(enginetest::formPath("シール.wfd"),
+                                                                               dir.filePath("シール.csv"), extra));
+    engine::Document doc(engine::readWfdScript(dir.filePath("WfdCom.dat")), QString());
+    engine::PreviewWindow window(doc, engine::Calibration(dir.filePath("engine.ini")));
+    auto* view = window.findChild<QPrintPreviewWidget*>();
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->zoomMode(), GetParam().mode);
+    if (GetParam().mode == QPrintPreviewWidget::CustomZoom) EXPECT_DOUBLE_EQ(view->zoomFactor(), GetParam().factor);
+}
+INSTANTIATE_TEST_SUITE_P(Zooms, PreviewZoom,
+                         ::testing::Values(ZoomCase{"", QPrintPreviewWidget::FitInView, 0},
+                                           ZoomCase{"PrintZoom, 0", QPrintPreviewWidget::FitToWidth, 0},
+                                           ZoomCase{"PrintZoom, 1", QPrintPreviewWidget::CustomZoom, 1.0},
+                                           ZoomCase{"PrintZoom, 150", QPrintPreviewWidget::CustomZoom, 1.5}));
+
 }  // namespace
