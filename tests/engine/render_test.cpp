@@ -266,12 +266,24 @@ TEST_F(Render, NothingPrintsOutsideThePaper)
 {
     const auto doc = job("ビーコン用シール30M.wfd", {enginetest::labelLine({}), enginetest::labelLine({}),
                                                      enginetest::labelLine({})},
-                         {"PrintOffsetX, -150"});
-    const QImage img = render(*doc, 0);
-    // The left column moved 15 mm off the sheet: what remains is cut at the edge, and
-    // the image (the paper) holds all there is.
-    EXPECT_EQ(img.size(), QSize(int(210 / 25.4 * kDpi), int(297 / 25.4 * kDpi)));
-    EXPECT_FALSE(enginetest::inkBounds(img, img.rect()).isEmpty());
+                         {"PrintOffsetX, -150", "PrintOffsetY, -200"});
+    // Paint onto a surface 20 mm larger on every side than the paper: the left column,
+    // moved 15 mm off the sheet, must be cut at the paper's edge.
+    constexpr double margin = 20;
+    QImage img(int((210 + 2 * margin) / 25.4 * kDpi), int((297 + 2 * margin) / 25.4 * kDpi), QImage::Format_RGB32);
+    img.fill(Qt::white);
+    QPainter p(&img);
+    engine::scaleToMillimetres(p, kDpi);
+    p.translate(margin, margin);
+    doc->printPage(p, 0);
+    p.end();
+    const QRect paper = px(QRectF(margin, margin, 210, 297));
+    EXPECT_FALSE(enginetest::inkBounds(img, paper).isEmpty());
+    QImage outside = img;
+    QPainter mask(&outside);
+    mask.fillRect(paper, Qt::white);
+    mask.end();
+    EXPECT_TRUE(enginetest::inkBounds(outside, outside.rect()).isEmpty());
 }
 
 TEST_F(Render, PaperLineChoosesTheSheetOfSheetForms)
