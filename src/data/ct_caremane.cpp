@@ -160,4 +160,68 @@ short cT_CAREMANE::iDataReadGrid_Jouken(const cD_CAREMANE& filter)
     return table_.read(sqlDataReadGrid_Jouken(filter), columns(), entity::columnNames(columns()));
 }
 
+namespace {
+const QString kAbsent = QStringLiteral("CAREMANEが無効です。");
+
+const QStringList& writeColumns()
+{
+    static const QStringList names = entity::columnNames(cT_CAREMANE::columns(), false);
+    return names;
+}
+}  // namespace
+
+QString cT_CAREMANE::sqlDataInsert(const cD_CAREMANE& row, const QString& csMachine)
+{
+    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
+}
+
+QString cT_CAREMANE::sqlDataUpdate(const cD_CAREMANE& row, const QString& csMachine)
+{
+    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
+}
+
+QString cT_CAREMANE::sqlData削除(const cD_CAREMANE& row) { return entity::sqlDelete(kTable, row.nIDNo); }
+
+QString cT_CAREMANE::sqlUpdateRiyoushaSub(const cD_CAREMANE& row)
+{
+    QString sql;
+    addLine(sql, QStringLiteral(" UPDATE RIYOUSHA_SUB"));
+    addLine(sql, QStringLiteral(" SET cCareName = ") + entity::quoted(row.cName) + QStringLiteral(","));
+    addLine(sql, QStringLiteral("     cCareTelNo = ") + entity::quoted(row.cTelNo) + QStringLiteral(","));
+    addLine(sql, QStringLiteral("     iCareSisetsuCd = ") + QString::number(row.iSisetsuCode));
+    addLine(sql, QStringLiteral(" WHERE iCareCd = ") + QString::number(row.nIDNo));
+    addLine(sql, QStringLiteral(" AND iKyotenCd = ") + entity::siteKeyCd());
+    addLine(sql, QStringLiteral(" AND iKyotenEb = ") + entity::siteKeyEb());
+    return sql;
+}
+
+QString cT_CAREMANE::sqlStampRiyousha(const cD_CAREMANE& row)
+{
+    return entity::sqlStampPatients(QStringLiteral("RIYOUSHA_SUB.iCareCd = ") + QString::number(row.nIDNo));
+}
+
+short cT_CAREMANE::iDataInsert(const cD_CAREMANE* row, bool bTrans)
+{
+    return entity::writeRow<cD_CAREMANE>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
+}
+
+short cT_CAREMANE::iDataUpdate(const cD_CAREMANE* row, bool bTrans)
+{
+    return entity::writeRow<cD_CAREMANE>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
+}
+
+short cT_CAREMANE::iData削除(const cD_CAREMANE* row, bool bTrans)
+{
+    return entity::writeRow<cD_CAREMANE>(table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
+                                         [](const cD_CAREMANE& r, const QString&) { return sqlData削除(r); });
+}
+
+short cT_CAREMANE::iDataUpdate_ToRiyousha(const cD_CAREMANE* row, bool bTrans)
+{
+    return entity::writeRow<cD_CAREMANE>(
+        table_, entity::WriteKind::Cascade, row, bTrans, kAbsent,
+        [](const cD_CAREMANE& r, const QString&) { return sqlUpdateRiyoushaSub(r); },
+        [this](const cD_CAREMANE& r) { return std::vector<entity::Step>{table_.statement(sqlStampRiyousha(r))}; });
+}
+
 }  // namespace data

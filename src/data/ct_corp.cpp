@@ -201,4 +201,50 @@ short cT_CORP::iDataReadGrid_Jouken(const cD_CORP& filter)
     return table_.read(sqlDataReadGrid_Jouken(filter), columns(), gridColumns());
 }
 
+const QStringList& cT_CORP::writeColumns()
+{
+    static const QStringList names = QStringLiteral(
+        "cAddress1 cAddress2 cAddressKana cDaihyo cDaihyoKana cFaxNo cKinyuName cKinyuSiten cKozaBangou "
+        "cKozaKana cKozaMeigi1 cKozaMeigi2 cShamei1 cShamei2 cShameiKana1 cShameiKana2 cTelNo cYubinNo "
+        "iKinSiten iKinSyubetsu iKozaKubun iKozaType iType nIDNo nLat nLon cPcName tUpDateTime cKinyuNo "
+        "cKinyuSitenNo cJigyousyoNo cJigyousyoNo2 cJigyouReceiptName cMailDestination cMailDestinationZipNo "
+        "cHokenTourokuKubetsu cPersonalNumberCorp iKyotenToshiNo cKokuhoTourokuNo cEmail")
+                                         .split(u' ');
+    return names;
+}
+
+QString cT_CORP::sqlDataInsert(const cD_CORP& row, const QString& csMachine)
+{
+    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
+}
+
+QString cT_CORP::sqlDataUpdate(const cD_CORP& row, const QString& csMachine)
+{
+    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
+}
+
+QString cT_CORP::sqlData削除(const cD_CORP& row) { return entity::sqlDelete(kTable, row.nIDNo); }
+
+namespace {
+const QString kAbsent = QStringLiteral("CORPが無効です。");
+}
+
+short cT_CORP::iDataInsert(const cD_CORP* row, bool bTrans)
+{
+    return entity::writeRow<cD_CORP>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert,
+                                     [this](const cD_CORP& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+}
+
+short cT_CORP::iDataUpdate(const cD_CORP* row, bool bTrans)
+{
+    return entity::writeRow<cD_CORP>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate,
+                                     [this](const cD_CORP& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+}
+
+short cT_CORP::iData削除(const cD_CORP* row, bool bTrans)
+{
+    return entity::writeRow<cD_CORP>(table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
+                                     [](const cD_CORP& r, const QString&) { return sqlData削除(r); });
+}
+
 }  // namespace data

@@ -86,16 +86,28 @@ public:
     // cShamei1 and cShameiKana1 where set.
     short iDataReadGrid_Jouken(const cD_CORP& filter);
 
+    // Write one row: in a transaction of its own when bTrans, else in the caller's.
+    // An absent row fails with "CORPが無効です。". With the suite's map switch on,
+    // an insert or update also keeps the row's map entry.
+    short iDataInsert(const cD_CORP* row, bool bTrans);
+    short iDataUpdate(const cD_CORP* row, bool bTrans);
+    short iData削除(const cD_CORP* row, bool bTrans);
+
     // The statements, as they go to the server.
     static QString sqlGetMaxIDNo();
     static QString sqlDataReadGrid();
     static QString sqlDataRead(const cD_CORP& filter, bool bExclude = false);
     static QString sqlDataReadGrid_Jouken(const cD_CORP& filter);
+    static QString sqlDataInsert(const cD_CORP& row, const QString& csMachine);
+    static QString sqlDataUpdate(const cD_CORP& row, const QString& csMachine);
+    static QString sqlData削除(const cD_CORP& row);
 
     // Every column of the row, in the row's order.
     static const std::vector<entity::Column<cD_CORP>>& columns();
     // The columns of the grid reads.
     static const QStringList& gridColumns();
+    // The columns a write sets, in the table's order.
+    static const QStringList& writeColumns();
 
 private:
     entity::RowTable<cD_CORP> table_;

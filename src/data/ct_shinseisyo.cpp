@@ -139,4 +139,42 @@ short cT_SHINSEISYO::iDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
     return table_.read(sqlDataReadGrid_Jouken(filter), columns(), entity::columnNames(columns()));
 }
 
+namespace {
+const QString kAbsent = QStringLiteral("SHINSEISYOが無効です。");
+
+const QStringList& writeColumns()
+{
+    static const QStringList names = entity::columnNames(cT_SHINSEISYO::columns(), false);
+    return names;
+}
+}  // namespace
+
+QString cT_SHINSEISYO::sqlDataInsert(const cD_SHINSEISYO& row, const QString& csMachine)
+{
+    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
+}
+
+QString cT_SHINSEISYO::sqlDataUpdate(const cD_SHINSEISYO& row, const QString& csMachine)
+{
+    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
+}
+
+QString cT_SHINSEISYO::sqlData削除(const cD_SHINSEISYO& row) { return entity::sqlDelete(kTable, row.nIDNo); }
+
+short cT_SHINSEISYO::iDataInsert(const cD_SHINSEISYO* row, bool bTrans)
+{
+    return entity::writeRow<cD_SHINSEISYO>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
+}
+
+short cT_SHINSEISYO::iDataUpdate(const cD_SHINSEISYO* row, bool bTrans)
+{
+    return entity::writeRow<cD_SHINSEISYO>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
+}
+
+short cT_SHINSEISYO::iData削除(const cD_SHINSEISYO* row, bool bTrans)
+{
+    return entity::writeRow<cD_SHINSEISYO>(table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
+                                           [](const cD_SHINSEISYO& r, const QString&) { return sqlData削除(r); });
+}
+
 }  // namespace data

@@ -49,10 +49,19 @@ public:
     // This office's rows by nIDNo above 0 and display names containing cDispName.
     short iDataReadGrid_Jouken(const cD_SHINSEISYO& filter);
 
+    // Write one row of this office: in a transaction of its own when bTrans, else in
+    // the caller's. An absent row fails with "SHINSEISYOが無効です。".
+    short iDataInsert(const cD_SHINSEISYO* row, bool bTrans);
+    short iDataUpdate(const cD_SHINSEISYO* row, bool bTrans);
+    short iData削除(const cD_SHINSEISYO* row, bool bTrans);
+
     static QString sqlGetMaxIDNo();
     static QString sqlDataReadGrid(const cD_SHINSEISYO& filter);
     static QString sqlDataRead(const cD_SHINSEISYO& filter, bool bExclude = false);
     static QString sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter);
+    static QString sqlDataInsert(const cD_SHINSEISYO& row, const QString& csMachine);
+    static QString sqlDataUpdate(const cD_SHINSEISYO& row, const QString& csMachine);
+    static QString sqlData削除(const cD_SHINSEISYO& row);
 
     static const std::vector<entity::Column<cD_SHINSEISYO>>& columns();
 

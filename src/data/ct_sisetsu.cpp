@@ -1,5 +1,7 @@
 #include "data/ct_sisetsu.h"
 
+#include "base/conversions.h"
+
 namespace data {
 
 using entity::addLine;
@@ -154,6 +156,179 @@ short cT_SISETSU::iDataReadChk(const cD_SISETSU& filter)
 short cT_SISETSU::iDataReadGrid_Jouken(const cD_SISETSU& filter)
 {
     return table_.read(sqlDataReadGrid_Jouken(filter), columns(), entity::columnNames(columns()));
+}
+
+namespace {
+const QString kAbsent = QStringLiteral("Sisetsuが無効です。");
+const QString kAbsentInCascade = QStringLiteral("SISETUが無効です。");
+
+const QStringList& writeColumns()
+{
+    static const QStringList names = entity::columnNames(cT_SISETSU::columns(), false);
+    return names;
+}
+
+QString facilityCode(const cD_SISETSU& row) { return QString::number(row.nIDNo); }
+
+// The address a patient's consent doctor is written with: the first line, and the
+// second after a blank where there is one.
+QString joinedAddress(const cD_SISETSU& row)
+{
+    return base::Trim(row.cAddress2).isEmpty() ? row.cAddress1 : row.cAddress1 + u' ' + row.cAddress2;
+}
+
+void addSets(QString& sql, const QStringList& sets)
+{
+    for (qsizetype i = 0; i < sets.size(); ++i)
+        addLine(sql, (i == 0 ? QStringLiteral(" SET ") : QStringLiteral("     ")) + sets[i] +
+                         (i + 1 < sets.size() ? QStringLiteral(",") : QString()));
+}
+}  // namespace
+
+QString cT_SISETSU::sqlDataInsert(const cD_SISETSU& row, const QString& csMachine)
+{
+    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
+}
+
+QString cT_SISETSU::sqlDataUpdate(const cD_SISETSU& row, const QString& csMachine)
+{
+    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
+}
+
+QString cT_SISETSU::sqlData削除(const cD_SISETSU& row) { return entity::sqlDelete(kTable, row.nIDNo); }
+
+QStringList cT_SISETSU::sqlToRiyousha(const cD_SISETSU& row)
+{
+    using entity::quoted;
+    QString sub;
+    addLine(sub, QStringLiteral(" UPDATE RIYOUSHA_SUB"));
+    addLine(sub, QStringLiteral(" SET cSyoukaiTelNo = ") + quoted(row.cTelNo));
+    addLine(sub, QStringLiteral(" WHERE iSyoukaiSisetsuCd = ") + facilityCode(row));
+    addLine(sub, QStringLiteral(" AND iKyotenCd = ") + entity::siteKeyCd());
+    addLine(sub, QStringLiteral(" AND iKyotenEb = ") + entity::siteKeyEb());
+    return {sub, entity::sqlStampPatients(QStringLiteral("RIYOUSHA_SUB.iSyoukaiSisetsuCd = ") + facilityCode(row))};
+}
+
+QStringList cT_SISETSU::sqlToCareMane(const cD_SISETSU& row)
+{
+    using entity::quoted;
+    QString caremane;
+    addLine(caremane, QStringLiteral(" UPDATE CAREMANE"));
+    addSets(caremane, {QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo), QStringLiteral("cAdress1 = ") + quoted(row.cAddress1),
+                       QStringLiteral("cAdress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
+                       QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo), QStringLiteral("tUpdateTime = getdate()")});
+    addLine(caremane, QStringLiteral(" WHERE iSisetsuCode = ") + facilityCode(row));
+    addLine(caremane, QStringLiteral(" AND iKyotenCd = ") + entity::siteKeyCd());
+    addLine(caremane, QStringLiteral(" AND iKyotenEb = ") + entity::siteKeyEb());
+
+    const QString join = QStringLiteral("CAREMANE.iKyotenCd = RIYOUSHA_SUB.iKyotenCd"
+                                        " AND CAREMANE.iKyotenEb = RIYOUSHA_SUB.iKyotenEb"
+                                        " AND CAREMANE.nIDNo = RIYOUSHA_SUB.iCareCd"
+                                        " AND CAREMANE.iSisetsuCode = ") +
+                         facilityCode(row);
+    QString sub;
+    addLine(sub, QStringLiteral(" UPDATE RIYOUSHA_SUB"));
+    addLine(sub, QStringLiteral(" SET cCareTelNo = ") + quoted(row.cTelNo));
+    addLine(sub, QStringLiteral(" FROM CAREMANE"));
+    addLine(sub, QStringLiteral(" WHERE ") + join);
+    addLine(sub, QStringLiteral(" AND RIYOUSHA_SUB.iKyotenCd = ") + entity::siteKeyCd());
+    addLine(sub, QStringLiteral(" AND RIYOUSHA_SUB.iKyotenEb = ") + entity::siteKeyEb());
+    return {caremane, sub, entity::sqlStampPatients(join, QStringLiteral(", CAREMANE"))};
+}
+
+QStringList cT_SISETSU::sqlToSoudan(const cD_SISETSU& row)
+{
+    using entity::quoted;
+    QString soudan;
+    addLine(soudan, QStringLiteral(" UPDATE SOUDAN"));
+    addSets(soudan, {QStringLiteral("cKikan = ") + quoted(row.cShamei1), QStringLiteral("cKikankana = ") + quoted(row.cShameiKana1),
+                     QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo), QStringLiteral("cAdress1 = ") + quoted(row.cAddress1),
+                     QStringLiteral("cAdress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
+                     QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo)});
+    addLine(soudan, QStringLiteral(" WHERE iSisetsuCode = ") + facilityCode(row));
+    QString stamp;
+    addLine(stamp, QStringLiteral(" UPDATE SOUDAN"));
+    addLine(stamp, QStringLiteral(" SET tUpdateTime = getdate()"));
+    addLine(stamp, QStringLiteral(" WHERE iSisetsuCode = ") + facilityCode(row));
+    return {soudan, stamp};
+}
+
+QStringList cT_SISETSU::sqlToRiyousha_Iryou(const cD_SISETSU& row)
+{
+    using entity::quoted;
+    QString doctor;
+    addLine(doctor, QStringLiteral(" UPDATE DOCTOR"));
+    addSets(doctor, {QStringLiteral("cKikan = ") + quoted(row.cShamei1), QStringLiteral("cKikanKana = ") + quoted(row.cShameiKana1),
+                     QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo), QStringLiteral("cAddress1 = ") + quoted(row.cAddress1),
+                     QStringLiteral("cAddress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
+                     QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo), QStringLiteral("tUpdateTime = getdate()")});
+    addLine(doctor, QStringLiteral(" WHERE iSisetsuCode = ") + facilityCode(row));
+
+    const auto doctors = [&](const QString& column) {
+        QString in;
+        addLine(in, QStringLiteral("RIYOUSHA_SUB.") + column + QStringLiteral(" IN ("));
+        addLine(in, QStringLiteral(" SELECT DOCTOR.cIDNo"));
+        addLine(in, QStringLiteral(" FROM DOCTOR"));
+        addLine(in, QStringLiteral(" where DOCTOR.iSisetsuCode =") + facilityCode(row));
+        in += u')';
+        return in;
+    };
+    const QString address = joinedAddress(row);
+    const QString first = entity::sqlUpdatePatients(
+        {QStringLiteral("cDouiIsiKikan1 = ") + quoted(row.cShamei1), QStringLiteral("cDouiIsiAdd1 = ") + quoted(address),
+         QStringLiteral("tUpdateTime = getdate()")},
+        doctors(QStringLiteral("iIsiCd")));
+    const QString second = entity::sqlUpdatePatients(
+        {QStringLiteral("cDouiIsiKikan2 = ") + quoted(row.cShamei1), QStringLiteral("cDouiIsiAdd2 = ") + quoted(address),
+         QStringLiteral("tUpdateTime = getdate()")},
+        doctors(QStringLiteral("iIsiCd2")));
+    return {doctor, first, second};
+}
+
+short cT_SISETSU::iDataInsert(const cD_SISETSU* row, bool bTrans)
+{
+    return entity::writeRow<cD_SISETSU>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert,
+                                        [this](const cD_SISETSU& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+}
+
+short cT_SISETSU::iDataUpdate(const cD_SISETSU* row, bool bTrans)
+{
+    return entity::writeRow<cD_SISETSU>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate,
+                                        [this](const cD_SISETSU& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+}
+
+short cT_SISETSU::iData削除(const cD_SISETSU* row, bool bTrans)
+{
+    return entity::writeRow<cD_SISETSU>(
+        table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
+        [](const cD_SISETSU& r, const QString&) { return sqlData削除(r); },
+        [this](const cD_SISETSU& r) {
+            return std::vector<entity::Step>{table_.statement(
+                entity::sqlDeleteLog(QStringLiteral("SISETSU_DELETE_LOG"), r.nIDNo, r.cShamei1, entity::csGetLoginId()))};
+        });
+}
+
+short cT_SISETSU::cascade(const cD_SISETSU* row, bool bTrans, QStringList (*statements)(const cD_SISETSU&))
+{
+    if (!row) {
+        table_.setErrMsg(kAbsentInCascade);
+        return -1;
+    }
+    std::vector<entity::Step> steps;
+    for (const QString& sql : statements(*row))
+        steps.push_back(table_.statement(sql));
+    return table_.run(bTrans, steps);
+}
+
+short cT_SISETSU::iDataUpdate_ToRiyousha(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, &sqlToRiyousha); }
+
+short cT_SISETSU::iDataUpdate_ToCareMane(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, &sqlToCareMane); }
+
+short cT_SISETSU::iDataUpdate_ToSoudan(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, &sqlToSoudan); }
+
+short cT_SISETSU::iDataUpdate_ToRiyousha_Iryou(const cD_SISETSU* row, bool bTrans)
+{
+    return cascade(row, bTrans, &sqlToRiyousha_Iryou);
 }
 
 }  // namespace data

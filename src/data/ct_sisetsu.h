@@ -60,14 +60,47 @@ public:
     // cShameiKana1.
     short iDataReadGrid_Jouken(const cD_SISETSU& filter);
 
+    // Write one row of this office: in a transaction of its own when bTrans, else in
+    // the caller's. An absent row fails with "Sisetsuが無効です。". A delete also logs
+    // the row in SISETSU_DELETE_LOG, with the login id of "loginuser.cid", in the same
+    // transaction. With the suite's map switch on, an insert or update also keeps the
+    // row's map entry.
+    short iDataInsert(const cD_SISETSU* row, bool bTrans);
+    short iDataUpdate(const cD_SISETSU* row, bool bTrans);
+    short iData削除(const cD_SISETSU* row, bool bTrans);
+
+    // After a change of the facility, the copies of its data elsewhere, each as one
+    // write; an absent row fails with "SISETUが無効です。".
+    // The referral telephone in this office's RIYOUSHA_SUB rows, and those patients'
+    // time stamp.
+    short iDataUpdate_ToRiyousha(const cD_SISETSU* row, bool bTrans);
+    // The address block of the facility's care managers, their telephone in the
+    // patients' RIYOUSHA_SUB rows, and those patients' time stamp.
+    short iDataUpdate_ToCareMane(const cD_SISETSU* row, bool bTrans);
+    // The institution's name and address in SOUDAN, and its time stamp.
+    short iDataUpdate_ToSoudan(const cD_SISETSU* row, bool bTrans);
+    // The institution's name and address in DOCTOR, then the consent doctor's
+    // institution and address of the patients whose first or second doctor works there.
+    short iDataUpdate_ToRiyousha_Iryou(const cD_SISETSU* row, bool bTrans);
+
     static QString sqlGetMaxIDNo();
     static QString sqlDataReadGrid(const cD_SISETSU& filter);
     static QString sqlDataRead(const cD_SISETSU& filter, bool bExclude = false);
     static QString sqlDataReadGrid_Jouken(const cD_SISETSU& filter);
+    static QString sqlDataInsert(const cD_SISETSU& row, const QString& csMachine);
+    static QString sqlDataUpdate(const cD_SISETSU& row, const QString& csMachine);
+    static QString sqlData削除(const cD_SISETSU& row);
+    // The statements of the cascades, in the order they run.
+    static QStringList sqlToRiyousha(const cD_SISETSU& row);
+    static QStringList sqlToCareMane(const cD_SISETSU& row);
+    static QStringList sqlToSoudan(const cD_SISETSU& row);
+    static QStringList sqlToRiyousha_Iryou(const cD_SISETSU& row);
 
     static const std::vector<entity::Column<cD_SISETSU>>& columns();
 
 private:
+    short cascade(const cD_SISETSU* row, bool bTrans, QStringList (*statements)(const cD_SISETSU&));
+
     entity::RowTable<cD_SISETSU> table_;
 };
 

@@ -299,4 +299,49 @@ short cT_STAFF::iDataReadGrid_AllKyoten(const cD_STAFF& filter)
     return table_.read(sqlDataReadGrid_AllKyoten(filter, bLongForm_), columns(), names);
 }
 
+namespace {
+const QString kAbsent = QStringLiteral("STAFFが無効です。");
+
+const QStringList& writeColumns()
+{
+    static const QStringList names = entity::columnNames(cT_STAFF::columns(), false);
+    return names;
+}
+}  // namespace
+
+QString cT_STAFF::sqlDataInsert(const cD_STAFF& row, const QString& csMachine)
+{
+    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
+}
+
+QString cT_STAFF::sqlDataUpdate(const cD_STAFF& row, const QString& csMachine)
+{
+    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
+}
+
+QString cT_STAFF::sqlData削除(const cD_STAFF& row) { return entity::sqlDelete(kTable, row.nIDNo); }
+
+short cT_STAFF::iDataInsert(const cD_STAFF* row, bool bTrans)
+{
+    return entity::writeRow<cD_STAFF>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert,
+                                      [this](const cD_STAFF& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+}
+
+short cT_STAFF::iDataUpdate(const cD_STAFF* row, bool bTrans)
+{
+    return entity::writeRow<cD_STAFF>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate,
+                                      [this](const cD_STAFF& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+}
+
+short cT_STAFF::iData削除(const cD_STAFF* row, bool bTrans)
+{
+    return entity::writeRow<cD_STAFF>(
+        table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
+        [](const cD_STAFF& r, const QString&) { return sqlData削除(r); },
+        [this](const cD_STAFF& r) {
+            return std::vector<entity::Step>{table_.statement(
+                entity::sqlDeleteLog(QStringLiteral("STAFF_DELETE_LOG"), r.nIDNo, r.cName, entity::csGetLoginId()))};
+        });
+}
+
 }  // namespace data

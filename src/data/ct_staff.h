@@ -104,6 +104,15 @@ public:
     // and nIDNo.
     short iDataReadGrid_AllKyoten(const cD_STAFF& filter);
 
+    // Write one row of this office: in a transaction of its own when bTrans, else in
+    // the caller's. An absent row fails with "STAFFが無効です。". A delete also logs
+    // the row in STAFF_DELETE_LOG, with the login id of "loginuser.cid", in the same
+    // transaction. With the suite's map switch on, an insert or update also keeps the
+    // row's map entry.
+    short iDataInsert(const cD_STAFF* row, bool bTrans);
+    short iDataUpdate(const cD_STAFF* row, bool bTrans);
+    short iData削除(const cD_STAFF* row, bool bTrans);
+
     bool bLongForm() const { return bLongForm_; }
 
     static QString sqlGetMaxIDNo();
@@ -113,6 +122,9 @@ public:
     static QString sqlChkStaffName(const cD_STAFF& row);
     static QString sqlDataIdentChk(const cD_STAFF& filter);
     static QString sqlDataReadGrid_AllKyoten(const cD_STAFF& filter, bool bLongForm);
+    static QString sqlDataInsert(const cD_STAFF& row, const QString& csMachine);
+    static QString sqlDataUpdate(const cD_STAFF& row, const QString& csMachine);
+    static QString sqlData削除(const cD_STAFF& row);
 
     static const std::vector<entity::Column<cD_STAFF>>& columns();
     // The columns before cEmail, and those from cEmail on.

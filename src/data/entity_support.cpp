@@ -3,6 +3,7 @@
 #include "app/globals.h"
 #include "base/conversions.h"
 #include "base/text_codec.h"
+#include "base/text_file.h"
 #include "controls/platform.h"
 
 namespace data::entity {
@@ -70,6 +71,81 @@ short iGetComputerName(QString& csName)
     const qsizetype nul = name.indexOf(QChar(u'\0'));
     csName = nul < 0 ? name : name.left(nul);
     return 0;
+}
+
+}  // namespace data::entity
+
+namespace data::entity {
+
+QString numberText(double value) { return base::CStr(value); }
+
+QString siteKeyCd() { return QString::number(app::iKyotenCd); }
+
+QString siteKeyEb() { return QString::number(app::iKyotenEb); }
+
+QString sqlDelete(const QString& table, qint32 nIDNo)
+{
+    QString sql;
+    addLine(sql, QStringLiteral(" delete from "));
+    addLine(sql, QStringLiteral("     ") + table);
+    addLine(sql, QStringLiteral(" where"));
+    addLine(sql, QStringLiteral("    nIDNo = ") + QString::number(nIDNo));
+    addLine(sql, QStringLiteral("    and iKyotenCd = ") + siteKeyCd());
+    addLine(sql, QStringLiteral("    and iKyotenEb = ") + siteKeyEb());
+    return sql;
+}
+
+QString sqlDeleteLog(const QString& logTable, qint32 nIDNo, const QString& cName, const QString& csLoginId)
+{
+    QString sql;
+    addLine(sql, QStringLiteral(" insert into ") + logTable + QStringLiteral(" ("));
+    addLine(sql, QStringLiteral("     iKyotenCd, iKyotenEb, nIDNo, cName, deleteLoginID, deleteDate"));
+    addLine(sql, QStringLiteral(" )values( "));
+    addLine(sql, QStringLiteral("     ") + siteKeyCd() + QStringLiteral(", ") + siteKeyEb() + QStringLiteral(", ") +
+                     QString::number(nIDNo) + QStringLiteral(", '") + cName + QStringLiteral("', '") + csLoginId +
+                     QStringLiteral("', GETDATE()"));
+    addLine(sql, QStringLiteral(" )"));
+    return sql;
+}
+
+QString csGetLoginId()
+{
+    const QString prefix = QStringLiteral("[LoginId]=");
+    const base::TextFileRead file = base::readTextFile(app::gsAppPath + QStringLiteral("\\loginuser.cid"));
+    if (!file.ok)
+        return {};
+    for (const QString& line : file.lines)
+        if (line.startsWith(prefix))
+            return line.mid(prefix.size());
+    return {};
+}
+
+}  // namespace data::entity
+
+namespace data::entity {
+
+QString quoted(const QString& text) { return QChar(u'\'') + text + QChar(u'\''); }
+
+QString sqlUpdatePatients(const QStringList& sets, const QString& condition, const QString& extraFrom)
+{
+    QString sql;
+    addLine(sql, QStringLiteral(" UPDATE RIYOUSHA"));
+    for (qsizetype i = 0; i < sets.size(); ++i)
+        addLine(sql, (i == 0 ? QStringLiteral(" SET ") : QStringLiteral("     ")) + sets[i] +
+                         (i + 1 < sets.size() ? QStringLiteral(",") : QString()));
+    addLine(sql, QStringLiteral(" FROM RIYOUSHA_SUB") + extraFrom);
+    addLine(sql, QStringLiteral(" WHERE RIYOUSHA_SUB.iKyotenCd = RIYOUSHA.iKyotenCd"));
+    addLine(sql, QStringLiteral(" AND RIYOUSHA_SUB.iKyotenEb = RIYOUSHA.iKyotenEb"));
+    addLine(sql, QStringLiteral(" AND RIYOUSHA_SUB.nIDNo = RIYOUSHA.nIDNo"));
+    addLine(sql, QStringLiteral(" AND ") + condition);
+    addLine(sql, QStringLiteral(" AND RIYOUSHA.iKyotenCd = ") + siteKeyCd());
+    addLine(sql, QStringLiteral(" AND RIYOUSHA.iKyotenEb = ") + siteKeyEb());
+    return sql;
+}
+
+QString sqlStampPatients(const QString& condition, const QString& extraFrom)
+{
+    return sqlUpdatePatients({QStringLiteral("tUpdateTime = getdate()")}, condition, extraFrom);
 }
 
 }  // namespace data::entity

@@ -13,11 +13,13 @@
 #include "data/ado/faults.h"
 #include "data/ado/recordset.h"
 #include "data/ct_adodb.h"
+#include "data/riyousha_map.h"
 
 #include <QString>
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -132,6 +134,9 @@ void setProperty(Row& row, const Column<Row>& column, const QVariant& value)
 // The text of a caught runtime fault: its number, CR LF, its description.
 QString faultText(const base::VbError& fault);
 
+// One step of a write: 0, or -1 with the reason in the table's sErrMsg.
+using Step = std::function<short()>;
+
 // The array of a table class and the steps every read and write shares.
 template <class Row>
 class RowTable {
@@ -207,6 +212,46 @@ public:
         return 0;
     }
 
+    // A statement step of a write: 0, or -1 with the database object's text.
+    Step statement(QString sql)
+    {
+        return [this, sql = std::move(sql)] {
+            if (db_->iExecSQL(sql) != 0) {
+                sErrMsg_ = db_->sErrMsg();
+                return short(-1);
+            }
+            return short(0);
+        };
+    }
+
+    // Runs the steps of one write in order. With bTrans they run in a transaction of
+    // their own: a failed step or commit rolls it back. Without it the caller owns the
+    // transaction and decides.
+    short run(bool bTrans, const std::vector<Step>& steps)
+    {
+        if (!db_) {
+            sErrMsg_ = faultText(ado::fault::objectNotSet());
+            return -1;
+        }
+        if (bTrans && db_->iBeginTrans() != 0) {
+            sErrMsg_ = db_->sErrMsg();
+            return -1;
+        }
+        for (const Step& step : steps) {
+            if (step() != 0) {
+                if (bTrans)
+                    db_->iRollback();
+                return -1;
+            }
+        }
+        if (bTrans && db_->iCommitTrans() != 0) {
+            sErrMsg_ = db_->sErrMsg();
+            db_->iRollback();
+            return -1;
+        }
+        return 0;
+    }
+
 private:
     bool open(std::unique_ptr<ado::Recordset>& rs, const QString& sql)
     {
@@ -244,5 +289,161 @@ QStringList columnNames(const std::vector<Column<Row>>& columns, bool withJoined
             names << c.name;
     return names;
 }
+
+// --- writes ---------------------------------------------------------------------------
+
+// A double as a plain decimal, as the runtime writes it.
+QString numberText(double value);
+
+// The office's two numbers as decimals.
+QString siteKeyCd();
+QString siteKeyEb();
+
+// A value as it goes into a write: text between single quotes as it stands (no
+// doubling of a quote), a number as a plain decimal, a date text or NULL, the writer's
+// machine name, or the server's "GetDate()".
+template <class Row>
+QString valueText(const Row& row, const Column<Row>& column, const QString& csMachine)
+{
+    const auto quoted = [](const QString& text) { return QChar(u'\'') + text + QChar(u'\''); };
+    switch (column.writeAs) {
+    case WriteAs::MachineName:
+        return quoted(csMachine);
+    case WriteAs::ServerTime:
+        return QStringLiteral("GetDate()");
+    default:
+        break;
+    }
+    return std::visit(
+        [&](auto member) -> QString {
+            using T = std::remove_cvref_t<decltype(row.*member)>;
+            const T& v = row.*member;
+            if constexpr (std::is_same_v<T, QString>) {
+                if (column.writeAs == WriteAs::DateText && v.isEmpty())
+                    return QStringLiteral("NULL");
+                return quoted(v);
+            } else if constexpr (std::is_same_v<T, double>) {
+                return numberText(v);
+            } else {
+                return QString::number(v);
+            }
+        },
+        column.member);
+}
+
+// " insert into ", "   TABLE (", the office's two columns and then the row's in the
+// given order, " )values( ", the values in the same order, " )".
+template <class Row>
+QString sqlInsert(const QString& table, const std::vector<Column<Row>>& columns, const QStringList& order,
+                  const Row& row, const QString& csMachine)
+{
+    QString sql;
+    addLine(sql, QStringLiteral(" insert into "));
+    addLine(sql, QStringLiteral("   ") + table + QStringLiteral(" ("));
+    addLine(sql, QStringLiteral("     iKyotenCd,"));
+    addLine(sql, QStringLiteral("     iKyotenEb,"));
+    for (qsizetype i = 0; i < order.size(); ++i)
+        addLine(sql, QStringLiteral("     ") + order[i] + (i + 1 < order.size() ? QStringLiteral(",") : QString()));
+    addLine(sql, QStringLiteral(" )values( "));
+    addLine(sql, QStringLiteral("     ") + siteKeyCd() + QStringLiteral(","));
+    addLine(sql, QStringLiteral("     ") + siteKeyEb() + QStringLiteral(","));
+    for (qsizetype i = 0; i < order.size(); ++i) {
+        const Column<Row>* c = findColumn(columns, order[i]);
+        addLine(sql, QStringLiteral("     ") + valueText(row, *c, csMachine) +
+                         (i + 1 < order.size() ? QStringLiteral(",") : QString()));
+    }
+    addLine(sql, QStringLiteral(" )"));
+    return sql;
+}
+
+// " update ", "     TABLE", " set ", one line per column, then the row's key in this
+// office: " where", "    nIDNo = ", " and iKyotenCd = ", " and iKyotenEb = ".
+template <class Row>
+QString sqlUpdate(const QString& table, const std::vector<Column<Row>>& columns, const QStringList& order,
+                  const Row& row, qint32 nIDNo, const QString& csMachine)
+{
+    QString sql;
+    addLine(sql, QStringLiteral(" update "));
+    addLine(sql, QStringLiteral("     ") + table);
+    addLine(sql, QStringLiteral(" set "));
+    for (qsizetype i = 0; i < order.size(); ++i) {
+        const Column<Row>* c = findColumn(columns, order[i]);
+        addLine(sql, QStringLiteral("     ") + order[i] + QStringLiteral(" = ") + valueText(row, *c, csMachine) +
+                         (i + 1 < order.size() ? QStringLiteral(",") : QString()));
+    }
+    addLine(sql, QStringLiteral(" where"));
+    addLine(sql, QStringLiteral("    nIDNo = ") + QString::number(nIDNo));
+    addLine(sql, QStringLiteral(" and iKyotenCd = ") + siteKeyCd());
+    addLine(sql, QStringLiteral(" and iKyotenEb = ") + siteKeyEb());
+    return sql;
+}
+
+// Cascade: a write that follows a change of a row into other tables; no machine name.
+enum class WriteKind { Insert, Update, Delete, Cascade };
+
+// The steps every write of one row shares: an absent row fails with absentText; an
+// insert or update first takes the machine name ("コンピューター名の取得に失敗しました。"
+// when it cannot); then the statement that build makes, and the steps that after adds,
+// run as one write (RowTable::run).
+template <class Row>
+short writeRow(RowTable<Row>& table, WriteKind kind, const Row* row, bool bTrans, const QString& absentText,
+               const std::function<QString(const Row&, const QString&)>& build,
+               const std::function<std::vector<Step>(const Row&)>& after = {})
+{
+    if (!row) {
+        table.setErrMsg(absentText);
+        return -1;
+    }
+    QString csMachine;
+    const bool stamped = kind == WriteKind::Insert || kind == WriteKind::Update;
+    if (stamped && iGetComputerName(csMachine) != 0) {
+        table.setErrMsg(QStringLiteral("コンピューター名の取得に失敗しました。"));
+        return -1;
+    }
+    std::vector<Step> steps{table.statement(build(*row, csMachine))};
+    if (after)
+        for (Step& step : after(*row))
+            steps.push_back(std::move(step));
+    return table.run(bTrans, steps);
+}
+
+// The map entry of an inserted or updated row, where the suite's switch is on.
+template <class Row>
+std::vector<Step> mapEntrySteps(RowTable<Row>& table, qint32 nIDNo, double nLat, double nLon)
+{
+    if (!bChizuOn())
+        return {};
+    return {[&table, nIDNo, nLat, nLon] {
+        QString text;
+        if (iChizuLoad(nIDNo, nLat, nLon, text) != 0) {
+            table.setErrMsg(text);
+            return short(-1);
+        }
+        return short(0);
+    }};
+}
+
+// " delete from ", "     TABLE", " where", "    nIDNo = ", "    and iKyotenCd = ",
+// "    and iKyotenEb = ".
+QString sqlDelete(const QString& table, qint32 nIDNo);
+
+// The row of a delete log: STAFF_DELETE_LOG or SISETSU_DELETE_LOG.
+QString sqlDeleteLog(const QString& logTable, qint32 nIDNo, const QString& cName, const QString& csLoginId);
+
+// Stamps the server's time on this office's patients whose RIYOUSHA_SUB row meets
+// condition (a text on RIYOUSHA_SUB and the tables of extraFrom, ", CAREMANE").
+QString sqlStampPatients(const QString& condition, const QString& extraFrom = {});
+
+// The patients' update of "UPDATE RIYOUSHA SET ... FROM RIYOUSHA_SUB" form: sets
+// (each a "column = value" text, with the time stamp last), joined to RIYOUSHA_SUB by
+// the key, where condition holds.
+QString sqlUpdatePatients(const QStringList& sets, const QString& condition, const QString& extraFrom = {});
+
+// "'" + text + "'": a value as it stands, with no doubling of a quote.
+QString quoted(const QString& text);
+
+// The login id of "loginuser.cid" in the program's folder: the rest of the first line
+// that begins "[LoginId]="; empty when no line does or the file is missing.
+QString csGetLoginId();
 
 }  // namespace data::entity
