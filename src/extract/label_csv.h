@@ -41,8 +41,10 @@ public:
     void close();
 
 private:
+    void flush(QFile& file);
+
     std::unique_ptr<QFile> file_;
-    QByteArray buffer_;
+    QString pending_;
 };
 
 // openSealCsv: creates the file at path and writes the title line. A fault shows

@@ -87,7 +87,14 @@ public:
     }
 
 private:
-    QString cell(int col, int row) const { return base::Trim(grid_.text(col, row)); }
+    // A cell as read for the label, trimmed of blanks. Most cells have none, and are
+    // shared rather than copied.
+    QString cell(int col, int row) const
+    {
+        const QString& text = grid_.text(col, row);
+        if (text.isEmpty() || (text.front() != u' ' && text.back() != u' ')) return text;
+        return base::Trim(text);
+    }
 
     // Columns 3 to 15; column 2 is the same number and is overwritten by column 3.
     void readNameBlock(int row)
