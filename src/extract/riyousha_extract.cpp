@@ -20,10 +20,19 @@ namespace {
 const QString kExtractFailed = QStringLiteral("患者データの抽出に失敗しました。");
 const QString kNoMonth = QStringLiteral("抽出対象月の入力に誤りがあります。");
 
-// A fixed-length text field of the memory record: cut, or padded with blanks.
+// A fixed-length text field of the memory record: cut, or padded with blanks. A value
+// of the exact length, and the blanks of a null, share their text instead of copying:
+// a search holds every patient of the office.
 QString fixedText(const QVariant& value, qsizetype length)
 {
-    return base::FixedText(base::csNull2Str(value), length);
+    static const QString blanks8(8, u' ');
+    static const QString blanks14(14, u' ');
+    if (base::IsNull(value)) {
+        if (length == 8) return blanks8;
+        if (length == 14) return blanks14;
+    }
+    QString text = base::csNull2Str(value);
+    return text.size() == length ? text : base::FixedText(text, length);
 }
 
 QDate dateOf(const QVariant& value)
