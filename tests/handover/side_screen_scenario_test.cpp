@@ -1,0 +1,222 @@
+// From the seal screen through a side screen and back to printed labels, as scenario
+// transcripts: the doctors of expiring consents and the addressees of progress reports
+// become ticks and order lines, and the print step takes them like the operator's own.
+
+#include "seal/seal_screen.h"
+
+#include "../selection/consent_fixture.h"
+#include "app/process.h"
+#include "app/scenario_runner.h"
+#include "base/text_codec.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+using consenttest::ConsentDb;
+
+namespace {
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
+}
+
+class SideScreenScenario : public ::testing::Test {
+protected:
+    SideScreenScenario()
+    {
+        install.touch(QStringLiteral("MGNT.CID"));
+        install.touch(QStringLiteral("DATA/印刷設定.ini"));
+        install.addStaff(11, QStringLiteral("佐藤 一郎"));
+        install.addStaff(12, QStringLiteral("鈴木 花子"));
+        install.exec(QStringLiteral(
+            "INSERT INTO DOCTOR (cIDno, cName, cNameKana, cKikan, cYubinNo, cAddress1) VALUES "
+            "('501', '山田 太郎', 'ﾔﾏﾀﾞ ﾀﾛｳ', '山田医院', '100-0001', '千代田区1-1'),"
+            "('502', '田中 次郎', 'ﾀﾅｶ ｼﾞﾛｳ', '田中病院', '150-0002', '渋谷区2-2'),"
+            "('503', '伊藤 三郎', 'ｲﾄｳ ｻﾌﾞﾛｳ', '伊藤内科', '160-0003', '新宿区3-3');"
+            "INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, cShamei1, iType) VALUES (1, 2, 1, 'ひかり鍼灸院', 0);"));
+        install.addConsentPatient(101, QStringLiteral("青木 一"), 11);
+        install.addConsentPatient(102, QStringLiteral("井上 二"), 11);
+        install.addConsentPatient(103, QStringLiteral("上田 三"), 12);
+        install.addConsent(101, QStringLiteral("2026/08/20"), QStringLiteral("501"));
+        install.addConsent(102, QStringLiteral("2026/09/01"), QStringLiteral("501"));
+        install.addConsent(103, QStringLiteral("2026/09/10"), QStringLiteral("502"));
+    }
+
+    QStringList run(const QStringList& body)
+    {
+        QStringList script{QStringLiteral("today 2026/11/21"), QStringLiteral("start 5")};
+        app::ScenarioRunner runner(script + body, install.appDir(), seal::makeSealScreen);
+        QStringList out;
+        QStringList err;
+        const int rc = runner.run([&](const QString& l) { out << l; }, [&](const QString& l) { err << l; });
+        EXPECT_EQ(rc, 0) << err.join(u'\n').toStdString();
+        const QString native = QDir::toNativeSeparators(QDir(install.appDir()).canonicalPath());
+        for (QString& l : out) l.replace(native, QStringLiteral("APP"));
+        return out;
+    }
+
+    QString tmpFile(const QString& name) const { return install.path(QStringLiteral("TMP/") + name); }
+
+    ConsentDb install;
+};
+
+const QString kCsvTitle = QStringLiteral(
+    "cIDno,cName,cNameKana,cKikan,cDaihyo,cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,nRoomNo,nTantouID,"
+    "拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号,脚注");
+
+QString doctorLine(const char* id, const char* name, const char* kana, const char* kikan, const char* zip,
+                   const char* address, const char* staff)
+{
+    return QStringLiteral("%1,\"%2 様\",\"%3\",\"%4\",\"\",\"〒 %5\",\"%6\",\"\",\"\",\"\",\"1\",\"様\",\"\",\"%7\","
+                          "\"ひかり鍼灸院\",\"\",\"\",\"\",\"\",\"\"")
+        .arg(QString::fromUtf8(id), QString::fromUtf8(name), QString::fromUtf8(kana), QString::fromUtf8(kikan),
+             QString::fromUtf8(zip), QString::fromUtf8(address), QString::fromUtf8(staff));
+}
+
+QByteArray crlf(const QStringList& lines)
+{
+    QByteArray out;
+    for (const QString& l : lines) out += base::toCp932(l) + "\r\n";
+    return out;
+}
+
+// The lines from the first one that starts with from, up to the end.
+QStringList from(const QStringList& t, const QString& first)
+{
+    const qsizetype i = t.indexOf(first);
+    return i < 0 ? QStringList{QStringLiteral("<no line ") + first + u'>'} : t.mid(i);
+}
+
+TEST_F(SideScreenScenario, ConsentDoctorsPerPatientArePrintedOncePerPatient)
+{
+    const QStringList t = run({QStringLiteral("click optMst(1)"), QStringLiteral("click btnDouishoList"),
+                               QStringLiteral("check chkIsiMatome off"), QStringLiteral("click btnPrint(2)"),
+                               QStringLiteral("show lstCheck"), QStringLiteral("click mnMenuPrint")});
+    EXPECT_EQ(from(t, QStringLiteral("screen open frmDoui")),
+              (QStringList{QStringLiteral("screen open frmDoui"), QStringLiteral("screen close frmDoui"),
+                           QStringLiteral("state lstCheck index=-1 count=3 items=[501     山田 太郎 |501     山田 太郎 |"
+                                          "502     田中 次郎 ] enabled=1 visible=1"),
+                           QStringLiteral("box 33 シール印刷|印刷してもよろしいですか？"),
+                           QStringLiteral("run 2 wfrfv10.exe /c APP\\TMP\\WfdCom.dat"),
+                           QStringLiteral("screen close frmPrintシール"), QStringLiteral("run 1 APP\\Main.exe 2"),
+                           QStringLiteral("end 0")}));
+    EXPECT_EQ(bytesOf(tmpFile(QStringLiteral("シール.csv"))),
+              crlf({kCsvTitle, doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "0"),
+                    doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "0"),
+                    doctorLine("502", "田中 次郎", "ﾀﾅｶ ｼﾞﾛｳ", "田中病院", "150-0002", "渋谷区2-2", "0")}));
+}
+
+TEST_F(SideScreenScenario, OneLabelPerDoctorAndStaffMemberCarriesTheStaffNumber)
+{
+    install.addConsentPatient(104, QStringLiteral("遠藤 四"), 12);
+    install.addConsent(104, QStringLiteral("2026/09/12"), QStringLiteral("501"));
+    run({QStringLiteral("click optMst(1)"), QStringLiteral("click mnDouiSet"), QStringLiteral("check chkEachSejyutusya on"),
+         QStringLiteral("click mnF03"), QStringLiteral("click mnMenuPrint")});
+    // Staff 11: 501; staff 12: 502 and 501 again.
+    EXPECT_EQ(bytesOf(tmpFile(QStringLiteral("シール.csv"))),
+              crlf({kCsvTitle, doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "11"),
+                    doctorLine("502", "田中 次郎", "ﾀﾅｶ ｼﾞﾛｳ", "田中病院", "150-0002", "渋谷区2-2", "12"),
+                    doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "12")}));
+}
+
+TEST_F(SideScreenScenario, AHandOverWithRowsReplacesEarlierTicks)
+{
+    const QStringList t = run({QStringLiteral("click optMst(1)"), QStringLiteral("tick fpSpread02 3 on"),
+                               QStringLiteral("click btnDouishoList"), QStringLiteral("click btnPrint(2)"),
+                               QStringLiteral("show lstCheck")});
+    EXPECT_TRUE(t.contains(QStringLiteral(
+        "state lstCheck index=-1 count=2 items=[501     山田 太郎 |502     田中 次郎 ] enabled=1 visible=1")))
+        << t.join(u'\n').toStdString();
+}
+
+TEST_F(SideScreenScenario, ClosingTheSideScreenWithoutAHandOverKeepsTheTicks)
+{
+    const QStringList t = run({QStringLiteral("click optMst(1)"), QStringLiteral("check chkEnter off"),
+                               QStringLiteral("tick fpSpread02 3 on"), QStringLiteral("click btnDouishoList"),
+                               QStringLiteral("click btnPrint(6)"), QStringLiteral("show chkEnter"),
+                               QStringLiteral("show fpSpread02")});
+    const QStringList after = from(t, QStringLiteral("screen close frmDoui"));
+    ASSERT_GE(after.size(), 6) << after.join(u'\n').toStdString();
+    // The enter-add mode is switched on all the same.
+    EXPECT_TRUE(after[1].startsWith(QStringLiteral("state chkEnter value=1"))) << after[1].toStdString();
+    EXPECT_TRUE(after[5].startsWith(QStringLiteral("state fpSpread02 row 3 1|503|"))) << after[5].toStdString();
+}
+
+TEST_F(SideScreenScenario, ProgressReportsSkipADoctorHiddenByTheSearchWhereConsentsDoNot)
+{
+    install.exec(QStringLiteral(
+        "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iIsiCd) VALUES (1, 2, 101, 501), (1, 2, 103, 502);"
+        "UPDATE RIYOUSHA SET tDouiDay1 = '2026/05/01' WHERE nIDNo IN (101, 103);"
+        "INSERT INTO 経過報告 (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyMonth, nStaffIDNo) VALUES "
+        "(1, 2, 101, '2026/11', 11), (1, 2, 103, '2026/11', 12);"));
+    const QStringList progress = run({QStringLiteral("click optMst(1)"), QStringLiteral("type txtName 山田"),
+                                      QStringLiteral("click btnDisp"), QStringLiteral("click btnSejutsuKeika"),
+                                      QStringLiteral("click btnPrint(2)"), QStringLiteral("show fpSpread02")});
+    const QStringList p = from(progress, QStringLiteral("screen open frmSeal_SejutsuKeika"));
+    ASSERT_GE(p.size(), 6);
+    EXPECT_TRUE(p[3].startsWith(QStringLiteral("state fpSpread02 row 1 1|501|"))) << p[3].toStdString();
+    EXPECT_TRUE(p[4].startsWith(QStringLiteral("state fpSpread02 row 2 hidden 0|502|"))) << p[4].toStdString();
+
+    const QStringList consent = run({QStringLiteral("click optMst(1)"), QStringLiteral("type txtName 山田"),
+                                     QStringLiteral("click btnDisp"), QStringLiteral("click btnDouishoList"),
+                                     QStringLiteral("click btnPrint(2)"), QStringLiteral("show fpSpread02")});
+    const QStringList c = from(consent, QStringLiteral("screen open frmDoui"));
+    ASSERT_GE(c.size(), 6);
+    EXPECT_TRUE(c[4].startsWith(QStringLiteral("state fpSpread02 row 2 hidden 1|502|"))) << c[4].toStdString();
+}
+
+// Starts the program and gives the seal screen to work once it is open.
+template <class Work>
+QStringList drive(const ConsentDb& install, Work work)
+{
+    controls::RecordingPlatform platform;
+    platform.setToday(QDate(2026, 11, 21));
+    bool done = false;
+    platform.modalDriver = [&](controls::Screen& s) {
+        auto* seal = dynamic_cast<seal::frmPrintシール*>(&s);
+        if (!seal || done) return;
+        done = true;
+        platform.clearTranscript();
+        work(*seal);
+    };
+    app::runProcess({QStringLiteral("5"), install.appDir(), seal::makeSealScreen}, platform);
+    return platform.transcript();
+}
+
+TEST_F(SideScreenScenario, AConnectionTextLostBetweenTheScreensStopsThePressWithItsBox)
+{
+    short closeState = 0;
+    int listed = -1;
+    const QStringList t = drive(install, [&](seal::frmPrintシール& s) {
+        s.optMst[1].setValue(true);
+        install.writeLines(QStringLiteral("adodb.ini"), {QStringLiteral("[接続情報]"), QStringLiteral("接続情報=")});
+        s.btnDouishoList.click();
+        closeState = s.job.nCloseState;
+        listed = s.lstCheck.ListCount();
+    });
+    EXPECT_EQ(t.first(), QStringLiteral("box 16 シール印刷|データベースの抽出に失敗しました。"));
+    EXPECT_FALSE(t.contains(QStringLiteral("screen open frmDoui")));
+    EXPECT_EQ(closeState, -1);
+    EXPECT_EQ(listed, 0);
+}
+
+TEST_F(SideScreenScenario, ADatabaseGoneBetweenTheScreensIsReportedAndTicksNothing)
+{
+    int ticked = -1;
+    const QStringList t = drive(install, [&](seal::frmPrintシール& s) {
+        s.optMst[1].setValue(true);
+        QFile::remove(install.path(QStringLiteral("seal.db")));
+        s.btnDouishoList.click();
+        ticked = 0;
+        for (int row = 1; row <= s.fpSpread02.MaxRows(); ++row) ticked += s.fpSpread02.value(1, row);
+    });
+    ASSERT_FALSE(t.isEmpty());
+    EXPECT_TRUE(t.first().startsWith(QStringLiteral("box 16 "))) << t.join(u'\n').toStdString();
+    EXPECT_EQ(ticked, 0);
+}
+
+}  // namespace
