@@ -192,17 +192,6 @@ TEST_F(CsvRun, ADoctorRunFromAHandOverHasTheStaffNumberInItsBlankLines)
     EXPECT_TRUE(lines[2].contains("\"42\""));
 }
 
-TEST_F(CsvRun, EnvelopeAddressesAreWideInTheFile)
-{
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 1, u"甲野 一"_s);
-    tick(*g, 1);
-    LabelChoices c;
-    c.opPMode = {false, true};
-    ASSERT_EQ(makeLabelRows(csvPath, *g, {}, c, {}), 0);
-    EXPECT_TRUE(fileBytes(nativeCsv).contains(base::toCp932(u"\"東京都千代田区１-１\""_s)));
-}
-
 TEST_F(CsvRun, AMissingFolderShowsOneBoxAndMakesNothing)
 {
     auto g = makeGrid(1);

@@ -3,7 +3,6 @@
 
 #include "extract/label_records.h"
 
-#include "base/vb_error.h"
 #include "label_test_support.h"
 
 #include <gtest/gtest.h>
@@ -191,21 +190,6 @@ TEST(GridWalk, CellsAreReadTrimmedOfBlanks)
     EXPECT_EQ(r.cTelNo, u"03"_s);
 }
 
-TEST(GridWalk, ProgressCountsAgainstTheCheckedNumber)
-{
-    auto g = makeGrid(3);
-    for (int row = 1; row <= 3; ++row) {
-        setPatient(*g, row, row, u"患者"_s);
-        tick(*g, row);
-    }
-    LabelChoices c = gridWalk();
-    c.nCheckCount = 3;
-    QStringList status;
-    walk(*g, c, {}, &status);
-    EXPECT_EQ(status, QStringList({u"3人中1人目を計算中です。"_s, u"3人中2人目を計算中です。"_s,
-                                   u"3人中3人目を計算中です。"_s}));
-}
-
 // --- the list walk --------------------------------------------------------------------
 
 TEST(ListWalk, FollowsTheListOrderAndFindsEachRowByNumber)
@@ -222,20 +206,6 @@ TEST(ListWalk, FollowsTheListOrderAndFindsEachRowByNumber)
     EXPECT_EQ(status.first(), u"2人中1人目を計算中です。"_s);
 }
 
-TEST(ListWalk, EitherOrderModeFollowsTheList)
-{
-    auto g = makeGrid(2);
-    setPatient(*g, 1, 1, u"甲"_s);
-    setPatient(*g, 2, 2, u"乙"_s);
-    tick(*g, 1);
-    const std::vector<OrderLine> list{lineOf(2, u"乙"_s)};
-    LabelChoices c = gridWalk();
-    c.bCheckOrder = true;
-    EXPECT_EQ(walk(*g, c, list).at(0).cIDno, u"2"_s);
-    c.bCheckOrder = false;
-    EXPECT_EQ(walk(*g, c, list).at(0).cIDno, u"1"_s);
-}
-
 TEST(ListWalk, ALineWhoseNumberIsGoneKeepsThePreviousRecordWithItsNumber)
 {
     auto g = makeGrid(1);
@@ -247,16 +217,6 @@ TEST(ListWalk, ALineWhoseNumberIsGoneKeepsThePreviousRecordWithItsNumber)
     EXPECT_EQ(records[1].cIDno, u"77"_s);
     EXPECT_EQ(records[1].sOutAtena, u"残る 人 様"_s);
     EXPECT_EQ(records[1].sOutAddress, u"東京都千代田区1-1"_s);
-}
-
-TEST(ListWalk, TheFirstLineNotFoundGivesAnEmptyRecordWithItsNumber)
-{
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 31, u"残る 人"_s);
-    const auto r = walk(*g, listWalk(), {lineOf(77, u"消えた"_s)}).at(0);
-    EXPECT_EQ(r.cIDno, u"77"_s);
-    EXPECT_EQ(r.sOutAtena, QString());
-    EXPECT_EQ(r.sOutAddress, QString());
 }
 
 TEST(ListWalk, TheReservedNumberIsCountedButNotPrinted)
@@ -285,21 +245,6 @@ TEST(ListWalk, ADoctorCarriesTheStaffNumberOfHisLineOnlyInTheList)
 
     c.bEnterAdd = false;
     EXPECT_EQ(walk(*g, c).at(0).nTantouID, QString());
-}
-
-TEST(ListWalk, AListLongerThanTheHandedOverStaffNumbersIsAFault)
-{
-    auto g = makeGrid(1);
-    setCells(*g, 1, {{2, u"501"_s}, {3, u"501"_s}, {4, u"鈴木 次郎 先生"_s}});
-    LabelChoices c = listWalk(1);
-    c.asPickedIDs = {u""_s};
-    int number = 0;
-    try {
-        walk(*g, c, {lineOf(501, u"a"_s), lineOf(501, u"b"_s)});
-    } catch (const base::VbError& e) {
-        number = e.number();
-    }
-    EXPECT_EQ(number, 9);
 }
 
 // --- the rules of the kinds -------------------------------------------------------------
@@ -353,16 +298,6 @@ TEST(KindRules, InsurerReceiptAddressDiffersBetweenTheWalks)
     EXPECT_EQ(inList.sOutYubin, u"200-2000"_s);
     EXPECT_EQ(inList.sOutAddress, u"レセプト送付先2-2"_s);
     EXPECT_EQ(inList.cIDno, u"01130012"_s);
-}
-
-TEST(KindRules, InsurerAtItsLocationKeepsColumnFour)
-{
-    auto g = makeGrid(1);
-    setInsurer(*g, 1, u"39"_s);
-    tick(*g, 1);
-    const auto r = walk(*g, gridWalk(2)).at(0);
-    EXPECT_EQ(r.sOutAtena, u"全国健康保険協会 理事長 御中"_s);
-    EXPECT_EQ(r.sOutAddress, u"所在地1-1"_s);
 }
 
 TEST(KindRules, AnInsurerLineNotFoundPutsItsNumberInTheName)

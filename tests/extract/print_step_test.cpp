@@ -70,17 +70,6 @@ protected:
 
 }  // namespace
 
-TEST_F(PrintStepTest, APrintGoesThroughTheEnginesPrintDialog)
-{
-    const PrintSealResult r = printSeal(0, sealForm(false, 1, 0), sys);
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.sErrMsg, QString());
-    EXPECT_EQ(script(), crlf({u"FileName,\""_s + sys + u"シール_2X6.wfd\""_s, u"Title,\"シール\""_s,
-                              u"SetDataText,\"シール\",\""_s + tmp + u"シール.csv\""_s, u"PrintPaper, A4"_s,
-                              u"PrintOutFromDialog"_s}));
-    EXPECT_EQ(scope.platform.transcript(), QStringList({u"run 2 wfrfv10.exe /c "_s + tmp + u"WfdCom.dat"_s}));
-}
-
 TEST_F(PrintStepTest, APreviewOpensTheSecondViewerMaximised)
 {
     const PrintSealResult r = printSeal(1, sealForm(true, 0, 0), sys);
@@ -89,30 +78,4 @@ TEST_F(PrintStepTest, APreviewOpensTheSecondViewerMaximised)
                               u"SetDataText,\"封筒\",\""_s + tmp + u"封筒印刷.csv\""_s, u"PrintPaper, A4"_s,
                               u"ShowWindow,2"_s}));
     EXPECT_EQ(scope.platform.transcript(), QStringList({u"run 3 WrVb6Viewer.exe /c ./TMP\\WfdCom.dat"_s}));
-}
-
-TEST_F(PrintStepTest, AnyModeButPreviewPrints)
-{
-    printSeal(7, sealForm(false, 0, 0), sys);
-    EXPECT_TRUE(script().endsWith("PrintOutFromDialog\r\n"));
-}
-
-TEST_F(PrintStepTest, AScriptThatCannotBeWrittenStartsNothingAndShowsNothing)
-{
-    ASSERT_TRUE(QDir(dir.path()).rmdir(u"TMP"_s));
-    const PrintSealResult r = printSeal(0, sealForm(false, 0, 0), sys);
-    // The engine was called; its fault stays in the driver.
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.sErrMsg, u"(76)パスが見つかりません。"_s);
-    EXPECT_TRUE(scope.platform.transcript().isEmpty());
-}
-
-TEST_F(PrintStepTest, AnEngineThatWillNotStartIsSilent)
-{
-    scope.platform.setStartFails(true);
-    const PrintSealResult r = printSeal(0, sealForm(false, 0, 0), sys);
-    EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(r.sErrMsg, u"(53)ファイルが見つかりません。"_s);
-    // The script is there for a later look.
-    EXPECT_TRUE(script().startsWith("FileName,"));
 }
