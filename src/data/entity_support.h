@@ -295,6 +295,9 @@ QStringList columnNames(const std::vector<Column<Row>>& columns, bool withJoined
 // A double as a plain decimal, as the runtime writes it.
 QString numberText(double value);
 
+// "'" + text + "'": a value as it stands, with no doubling of a quote.
+QString quoted(const QString& text);
+
 // The office's two numbers as decimals.
 QString siteKeyCd();
 QString siteKeyEb();
@@ -305,7 +308,6 @@ QString siteKeyEb();
 template <class Row>
 QString valueText(const Row& row, const Column<Row>& column, const QString& csMachine)
 {
-    const auto quoted = [](const QString& text) { return QChar(u'\'') + text + QChar(u'\''); };
     switch (column.writeAs) {
     case WriteAs::MachineName:
         return quoted(csMachine);
@@ -438,9 +440,6 @@ QString sqlStampPatients(const QString& condition, const QString& extraFrom = {}
 // (each a "column = value" text, with the time stamp last), joined to RIYOUSHA_SUB by
 // the key, where condition holds.
 QString sqlUpdatePatients(const QStringList& sets, const QString& condition, const QString& extraFrom = {});
-
-// "'" + text + "'": a value as it stands, with no doubling of a quote.
-QString quoted(const QString& text);
 
 // The login id of "loginuser.cid" in the program's folder: the rest of the first line
 // that begins "[LoginId]="; empty when no line does or the file is missing.
