@@ -24,6 +24,19 @@ QString joined(std::initializer_list<const char*> pieces)
 // A database value as a 32-bit number, null as 0.
 qint32 nValue(const QVariant& v) { return base::nNull2Long(v); }
 
+// A field by a name that may differ from the column's in width and case, as the
+// provider of the target systems resolves names; a name it cannot resolve is the
+// runtime's fault 3265, as for any unknown field.
+QVariant widthInsensitiveField(const data::ado::Recordset& rs, const QString& name)
+{
+    const QString wanted = base::StrConv(name, base::vbNarrow);
+    for (int i = 0; i < rs.FieldCount(); ++i) {
+        const data::ado::Field f = rs.Fields(i);
+        if (base::StrConv(f.Name(), base::vbNarrow).compare(wanted, Qt::CaseInsensitive) == 0) return f.Value();
+    }
+    return rs.Fields(name).Value();
+}
+
 QDate dateOf(const QVariant& v)
 {
     if (base::IsNull(v)) return {};
@@ -244,8 +257,8 @@ qint32 iGetKanjaData(data::cT_ADODB& db, const DouiCondition& c, qint32 staffNo,
             row.StaffName = base::csNull2Str(field(QStringLiteral("StaffName")));
             if (c.iDouiRec1 == 1) {
                 // Spelled with a full-width first letter, unlike the select list's aliases.
-                row.IshiName = base::csRTrimNull(field(QStringLiteral("ｃDouiIsiName1")));
-                row.IshiKikanName = base::csRTrimNull(field(QStringLiteral("ｃDouiIsiKikan1")));
+                row.IshiName = base::csRTrimNull(widthInsensitiveField(*rs, QStringLiteral("ｃDouiIsiName1")));
+                row.IshiKikanName = base::csRTrimNull(widthInsensitiveField(*rs, QStringLiteral("ｃDouiIsiKikan1")));
             } else {
                 row.IshiName = base::csRTrimNull(field(QStringLiteral("DOUI_ISI")));
                 row.IshiKikanName = base::csRTrimNull(field(QStringLiteral("DOUI_KIKAN")));
