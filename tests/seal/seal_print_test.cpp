@@ -228,3 +228,19 @@ TEST_F(Printing, TheFreeHonorificIsReadAgainAtPrintTime)
         EXPECT_TRUE(f.txtEtc.enabled());
     });
 }
+
+TEST_F(Printing, InTheEnterModeAnEmptyListDoesNotStopThePrint)
+{
+    drive(install, [&](frmPrintシール& f, controls::RecordingPlatform& p) {
+        f.fpSpread02.pressButton(1, 1, true);
+        // The number typed again takes the line and leaves the tick.
+        QString id = u"2"_s;
+        f.Add_Enter(id);
+        ASSERT_EQ(f.lstCheck.ListCount(), 0);
+        f.mnMenuPreview.click();
+        // The labels follow the empty list: the file has its title only, and goes to
+        // the engine all the same.
+        EXPECT_EQ(bytesOf(tmpFile(u"シール.csv"_s)), crlf({kTitle}));
+        EXPECT_EQ(p.transcript(), QStringList({kPreviewRun}));
+    });
+}
