@@ -67,43 +67,35 @@ short frmPrintシール::iCheckPrintData()
     return result;
 }
 
-void frmPrintシール::mnMenuPrint_Click()
+namespace {
+
+// The print and preview commands: the same steps, with the question before a print.
+void runPrintCommand(frmPrintシール& f, short mode)
 {
     app::Handler h(app::HandlerKind::Resume, app::Report::patternA(kPrintButtonFailed));
     h([&] {
-        if (lstCheck.ListCount() == 0 && job.bCheckOrder != kFalse) {
+        if (f.lstCheck.ListCount() == 0 && f.job.bCheckOrder != kFalse) {
             app::msgBox(QStringLiteral("リストにデータがありません。「対象」をチェックして下さい。"), BoxStyle::Warning);
             return;
         }
-        if (iCheckPrintData() != 0) return;
-        if (app::msgBox(QStringLiteral("印刷してもよろしいですか？"), BoxStyle::Question | BoxStyle::OkCancel)
-            == BoxAnswer::Cancel)
+        if (f.iCheckPrintData() != 0) return;
+        if (mode == kPrint
+            && app::msgBox(QStringLiteral("印刷してもよろしいですか？"), BoxStyle::Question | BoxStyle::OkCancel)
+                   == BoxAnswer::Cancel)
             return;
-        setMousePointer(Pointer::Hourglass);
-        short mode = kPrint;
+        f.setMousePointer(Pointer::Hourglass);
         short status = 1;
-        makeSealData(mode, status);
+        f.makeSealData(mode, status);
         // A failed run leaves the hourglass until the next handler.
-        if (status == 0) setMousePointer(Pointer::Normal);
+        if (status == 0) f.setMousePointer(Pointer::Normal);
     });
 }
 
-void frmPrintシール::mnMenuPreview_Click()
-{
-    app::Handler h(app::HandlerKind::Resume, app::Report::patternA(kPrintButtonFailed));
-    h([&] {
-        if (lstCheck.ListCount() == 0 && job.bCheckOrder != kFalse) {
-            app::msgBox(QStringLiteral("リストにデータがありません。「対象」をチェックして下さい。"), BoxStyle::Warning);
-            return;
-        }
-        if (iCheckPrintData() != 0) return;
-        setMousePointer(Pointer::Hourglass);
-        short mode = kPreview;
-        short status = 1;
-        makeSealData(mode, status);
-        if (status == 0) setMousePointer(Pointer::Normal);
-    });
-}
+}  // namespace
+
+void frmPrintシール::mnMenuPrint_Click() { runPrintCommand(*this, kPrint); }
+
+void frmPrintシール::mnMenuPreview_Click() { runPrintCommand(*this, kPreview); }
 
 void frmPrintシール::btnJisseki_Click(int index)
 {
