@@ -10,9 +10,8 @@ QString faultLines(const QString& routine, const base::VbError& fault)
            + fault.description();
 }
 
-void showFault(const QString& routine, const base::VbError& fault)
-{
-    app::msgBox(faultLines(routine, fault), controls::BoxStyle::Critical, QString());
-}
+void showFault(const QString& routine, const base::VbError& fault) { showText(faultLines(routine, fault)); }
+
+void showText(const QString& text) { app::msgBox(text, controls::BoxStyle::Critical, QString()); }
 
 }  // namespace dialogs

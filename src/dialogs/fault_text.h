@@ -14,6 +14,8 @@ QString faultLines(const QString& routine, const base::VbError& fault);
 
 // Shows faultLines in a critical box with the platform's own title.
 void showFault(const QString& routine, const base::VbError& fault);
+// Shows a text in a critical box with the platform's own title.
+void showText(const QString& text);
 
 // Runs a handler body; a fault shows its box under the handler's routine name and the
 // rest of the body is skipped.
@@ -24,6 +26,17 @@ void guarded(const QString& routine, Body&& body)
         body();
     } catch (const base::VbError& fault) {
         showFault(routine, fault);
+    }
+}
+
+// As guarded, for a handler whose box words the fault its own way.
+template <class Wording, class Body>
+void guardedWith(Wording&& wording, Body&& body)
+{
+    try {
+        body();
+    } catch (const base::VbError& fault) {
+        showText(wording(fault));
     }
 }
 

@@ -156,6 +156,11 @@ short frmDoui::iGetPrintCondition()
 qint32 frmDoui::iGetKanjaData()
 {
     const qint32 staff = cbSejyutsu.ListIndex() > 0 ? cbSejyutsu.ItemData(cbSejyutsu.ListIndex()) : 0;
+    if (!db_) {
+        // iInit has not given the screen its connection.
+        sErrMsg = QStringLiteral("iGetKanjaDataでエラー");
+        return -1;
+    }
     ConsentRows rows = aKanja;
     const qint32 status = selection::iGetKanjaData(*db_, cond, staff, rows, sErrMsg);
     if (status == 0) {
@@ -251,7 +256,10 @@ void frmDoui::btn_StaffSelect_Click()
 void frmDoui::imNum_StaffNo_KeyDown(int& keyCode, int)
 {
     if (keyCode != controls::Key::Return) return;
-    try {
+    const auto wording = [](const base::VbError& fault) {
+        return QStringLiteral("施術者の検索に失敗しました！\r\n\r\n(%1)").arg(fault.number());
+    };
+    dialogs::guardedWith(wording, [this] {
         const qint32 n = base::CLng(imNum_StaffNo.value().value_or(0));
         if (n == 0) {
             if (cbSejyutsu.ListCount() > 0) cbSejyutsu.setListIndex(0);
@@ -263,9 +271,7 @@ void frmDoui::imNum_StaffNo_KeyDown(int& keyCode, int)
             return;
         }
         selectStaff(n);
-    } catch (const base::VbError& fault) {
-        app::msgBox(QStringLiteral("施術者の検索に失敗しました！\r\n\r\n(%1)").arg(fault.number()), Critical, QString());
-    }
+    });
 }
 
 void frmDoui::Form_KeyDown(int& keyCode, int)

@@ -81,6 +81,11 @@ short frmSeal_SejutsuKeika::iGetPrintCondition()
 
 qint32 frmSeal_SejutsuKeika::iGetKanjaData()
 {
+    if (!db_) {
+        // iInit has not given the screen its connection.
+        sErrMsg = QStringLiteral("iGetKanjaDataでエラー");
+        return -1;
+    }
     ConsentRows rows = aKanja;
     const qint32 status = iGetKeikaData(*db_, keika, rows, sErrMsg);
     if (status == 0) {

@@ -41,18 +41,6 @@ TEST(StaffStatements, WithoutFiltersOnlyCurrentStaffOfThisOffice)
     EXPECT_EQ(sqlStaffMast(), QStringLiteral("SELECT nIDNo, cName, cNameRyaku  FROM STAFF  WHERE nIDNo >= 0  AND iKyotenCd = 1 AND iKyotenEb = 2 ORDER BY nIDNo "));
 }
 
-TEST(BusyLockTest, TakeFailsWhileHeld)
-{
-    BusyLock lock;
-    EXPECT_TRUE(lock.take());
-    EXPECT_FALSE(lock.take());
-    EXPECT_TRUE(lock.held());
-    lock.release();
-    EXPECT_TRUE(lock.take());
-    lock.reset();
-    EXPECT_FALSE(lock.held());
-}
-
 class StaffSearch : public ::testing::Test {
 protected:
     StaffSearch() : values(install)

@@ -41,13 +41,6 @@ INSTANTIATE_TEST_SUITE_P(
                       RangeCase{"acupuncture 3, over the year", 7, 3, QDate(2027, 1, 15), "2026/10/16",
                                 "2026/11/16"}));
 
-TEST(ConsentPeriod, PeriodChoicesAreThreeSixAndOneMonths)
-{
-    EXPECT_EQ(nKikanMonthsOf(0), 3);
-    EXPECT_EQ(nKikanMonthsOf(1), 6);
-    EXPECT_EQ(nKikanMonthsOf(2), 1);
-}
-
 struct DateCase {
     const char* kind;
     short iSejutsu;

@@ -162,13 +162,4 @@ TEST(HandOver, PerDoctorWithoutStaffEachDoctorOnceInAll)
     EXPECT_EQ(h.sTantouID_SEAL, QStringLiteral("0,0"));
 }
 
-TEST(HandOver, NoRowsGiveEmptyTexts)
-{
-    HandOver h;
-    joinPerDoctor({}, h);
-    appendPerRow({}, h);
-    EXPECT_TRUE(h.sIshiID_SEAL.isEmpty());
-    EXPECT_TRUE(h.sTantouID_SEAL.isEmpty());
-}
-
 }  // namespace
