@@ -83,7 +83,8 @@ INSTANTIATE_TEST_SUITE_P(
                       AddressCase{2, u"600-0003", u"三番目の住所3-3", u"山田 太郎 様"},
                       AddressCase{3, u"400-0001", u"連絡先住所6-6", u"連絡 花子 様"},
                       AddressCase{4, u"200-0001", u"申請先住所4-4", u""},
-                      AddressCase{5, u"300-0001", u"領収先住所5-5", u"領収 太郎 様"}));
+                      AddressCase{5, u"300-0001", u"領収先住所5-5", u"領収 太郎 様"}),
+    [](const ::testing::TestParamInfo<AddressCase>& info) { return "Element" + std::to_string(info.param.element); });
 
 TEST(AddressElementTest, TheSumOfTheChosenButtonsPicksTheRow)
 {

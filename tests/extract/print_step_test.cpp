@@ -41,7 +41,11 @@ INSTANTIATE_TEST_SUITE_P(
                       FormCase{true, 0, 1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"},
                       FormCase{true, 0, 2, u"封筒印刷長3_横.wfd", u"封筒", u"封筒印刷.csv"},
                       FormCase{true, 0, 3, u"封筒印刷長3_横窓.wfd", u"封筒", u"封筒印刷.csv"},
-                      FormCase{true, 0, -1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"}));
+                      FormCase{true, 0, -1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"}),
+    [](const ::testing::TestParamInfo<FormCase>& info) {
+        return std::string(info.param.envelope ? "Envelope" : "Sheet")
+               + std::to_string(info.param.envelope ? info.param.hutou + 1 : info.param.sealType);
+    });
 
 namespace {
 

@@ -82,7 +82,11 @@ TEST_P(StartCell, CountsAlongTheRowsFromTheTopLeft)
 INSTANTIATE_TEST_SUITE_P(Sheets, StartCell,
                          testing::Values(StartCellCase{0, 1, 2, 3}, StartCellCase{0, 2, 5, 10},
                                          StartCellCase{1, 2, 6, 12}, StartCellCase{2, 3, 10, 30},
-                                         StartCellCase{2, 2, 1, 2}, StartCellCase{1, 1, 1, 1}));
+                                         StartCellCase{2, 2, 1, 2}, StartCellCase{1, 1, 1, 1}),
+                         [](const testing::TestParamInfo<StartCellCase>& info) {
+                             return "Sheet" + std::to_string(info.param.sheet) + "Cell"
+                                    + std::to_string(info.param.nStartPos);
+                         });
 
 TEST_F(Ticks, EachPictureKeepsItsCellAcrossSheetChanges)
 {
