@@ -195,6 +195,7 @@ TEST_F(Printing, AfterPrintingEverythingStandsAndTheStatusIsCleared)
         f.fpSpread02.pressButton(1, 2, true);
         f.btnJisseki[0].click();
         EXPECT_EQ(f.job.nStartPos, 5);
+        EXPECT_EQ(f.fpSpread01.backColor(1, 3), controls::Colors::Black);
         EXPECT_EQ(f.fpSpread02.value(1, 2), 1);
         EXPECT_EQ(f.lstCheck.ListCount(), 1);
         EXPECT_EQ(f.job.nCheckCount, 1);
