@@ -57,6 +57,16 @@ void Grid::setText(int col, int row, const QString& value)
     cellChanged(col, row);
 }
 
+void Grid::setRowTexts(int row, int firstCol, const QString* texts, int count)
+{
+    if (row < 1 || row > rows_) return;
+    for (int i = 0; i < count; ++i) {
+        const int col = firstCol + i;
+        if (col >= 1 && col <= cols_) cells_[index(col, row)] = texts[i];
+    }
+    if (redraw_) notify({Change::Row, row, 0});
+}
+
 void Grid::setValue(int col, int row, int v)
 {
     if (!inside(col, row)) return;

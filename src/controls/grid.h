@@ -23,6 +23,10 @@ public:
     // a read gives empty text and a write is ignored.
     const QString& text(int col, int row) const;
     void setText(int col, int row, const QString& value);
+    // Writes count cells of a row from firstCol on, taking the texts as they are (they
+    // share their data with the caller's), without comparing: the bulk write of a fill.
+    // Cells outside the grid are skipped; with ReDraw on, observers hear of the row.
+    void setRowTexts(int row, int firstCol, const QString* texts, int count);
     // A check box cell's value: 1 ticked, 0 not.
     int value(int col, int row) const { return text(col, row) == QLatin1String("1") ? 1 : 0; }
     // Setting a check box cell by code fires ButtonClicked when the value changes.

@@ -287,7 +287,9 @@ void writeRow(controls::Grid& g, int row, const RowOut& r, bool hidden, const Fi
 {
     g.setRowHidden(row, false);
     if (c.clearTicks) g.setValue(1, row, 0);
-    for (int col = 2; col <= kGridCols; ++col) g.setText(col, row, r.col[static_cast<size_t>(col)]);
+    // The cells take the row's texts as they are: most share their data with the rows
+    // in memory, so the grid holds no second copy of them.
+    g.setRowTexts(row, 2, &r.col[2], kGridCols - 1);
     g.setRowHidden(row, hidden);
 }
 

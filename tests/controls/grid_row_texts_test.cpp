@@ -1,0 +1,40 @@
+// The bulk row write of a grid: the texts are taken as they are, shared with the
+// caller's, and only one notice is given for the row.
+
+#include "controls/grid.h"
+
+#include <gtest/gtest.h>
+
+using controls::Change;
+using controls::Grid;
+
+TEST(GridRowTexts, WritesTheRowFromAColumnOnAndSharesTheTexts)
+{
+    Grid g(QStringLiteral("g"), 4, 2);
+    g.setText(1, 2, QStringLiteral("tick"));
+    const QString texts[] = {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("beyond")};
+    g.setRowTexts(2, 2, texts, 4);
+    EXPECT_EQ(g.text(1, 2), QStringLiteral("tick"));
+    EXPECT_EQ(g.text(2, 2), QStringLiteral("a"));
+    EXPECT_EQ(g.text(4, 2), QStringLiteral("c"));
+    EXPECT_EQ(g.text(2, 1), QString());
+    // The cell holds the caller's text itself, not a copy.
+    EXPECT_EQ(g.text(3, 2).constData(), texts[1].constData());
+}
+
+TEST(GridRowTexts, TellsObserversOnceWithRedrawOnAndNotAtAllWithItOff)
+{
+    Grid g(QStringLiteral("g"), 3, 3);
+    std::vector<Change> seen;
+    g.observe([&](const Change& c) { seen.push_back(c); });
+    const QString texts[] = {QStringLiteral("x"), QStringLiteral("y")};
+    g.setRowTexts(3, 1, texts, 2);
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_EQ(seen[0].what, Change::Row);
+    EXPECT_EQ(seen[0].row, 3);
+    g.setReDraw(false);
+    g.setRowTexts(1, 1, texts, 2);
+    g.setRowTexts(9, 1, texts, 2);  // no such row: nothing
+    EXPECT_EQ(seen.size(), 1u);
+    EXPECT_EQ(g.text(1, 1), QStringLiteral("x"));
+}
