@@ -1,5 +1,5 @@
-// Ticks and the print-order list on the seal screen, the start cell pictures of the
-// three sheets, and the lines of lstCheck under the operator's clicks.
+// The start cell pictures of the three sheets, leaving the order-by-ticking mode, the
+// lines of lstCheck under the operator's clicks, and the doctors' staff numbers.
 
 #include "seal/seal_screen.h"
 
@@ -121,15 +121,10 @@ TEST_F(Ticks, AClickBesideTheCellsWhitensThePictureAndKeepsTheNumber)
 
 // --- the order modes ----------------------------------------------------------------
 
-TEST_F(Ticks, TheEnterModeAloneLeavesTheListGreyAfterAStart)
+TEST_F(Ticks, LeavingOrderByTickingKeepsTheListInUseWhileTheEnterModeIsOn)
 {
     drive(install, [&](frmPrintシール& f) {
-        // The start ticks chkEnter with chkCheck off: the third row of the mode table.
         ASSERT_EQ(f.chkEnter.value(), 1);
-        ASSERT_EQ(f.chkCheck.value(), 0);
-        EXPECT_EQ(f.lstCheck.backColor(), controls::Colors::ScrollBars);
-        EXPECT_FALSE(f.btnAllKai[1].enabled());
-        EXPECT_TRUE(f.lblEnter.visible());
         f.fpSpread02.pressButton(1, 1, true);
         EXPECT_EQ(f.lstCheck.ListCount(), 1);
 
@@ -146,85 +141,6 @@ TEST_F(Ticks, TheEnterModeAloneLeavesTheListGreyAfterAStart)
         EXPECT_EQ(f.lstCheck.backColor(), controls::Colors::ScrollBars);
         EXPECT_FALSE(f.btnAllKai[1].enabled());
         EXPECT_FALSE(f.lblEnter.visible());
-    });
-}
-
-TEST_F(Ticks, ALineHoldsTheNumberFiveBlanksAndTheNameWithoutHonorific)
-{
-    drive(install, [&](frmPrintシール& f) {
-        f.fpSpread02.pressButton(1, 3, true);
-        f.fpSpread02.pressButton(1, 1, true);
-        EXPECT_EQ(listTexts(f.lstCheck), QStringList({u"1     山田 太郎 "_s, u"2     佐藤 花子 "_s}));
-        EXPECT_EQ(f.lstCheck.ItemData(0), 1);
-        // Ticking a listed row again takes it off, whatever the button says.
-        f.fpSpread02.pressButton(1, 3, false);
-        EXPECT_EQ(listTexts(f.lstCheck), QStringList({u"2     佐藤 花子 "_s}));
-    });
-}
-
-TEST_F(Ticks, SelectAllTwiceAddsNoLinesAndKeepsABegunOrder)
-{
-    drive(install, [&](frmPrintシール& f) {
-        f.fpSpread02.pressButton(1, 3, true);
-        f.btnAllSel.click();
-        f.btnAllSel.click();
-        QList<int> data;
-        for (int i = 0; i < f.lstCheck.ListCount(); ++i) data << f.lstCheck.ItemData(i);
-        EXPECT_EQ(data, QList<int>({1, 2, 3}));
-    });
-}
-
-TEST_F(Ticks, ClearingVisibleRowsLeavesHiddenTicksAndTheirLines)
-{
-    drive(install, [&](frmPrintシール& f) {
-        f.btnAllSel.click();
-        f.txtName.setText(u"佐藤"_s);
-        f.btnDisp.click();
-        f.btnAllKai[0].click();
-        EXPECT_EQ(f.fpSpread02.value(1, 1), 0);
-        EXPECT_EQ(f.fpSpread02.value(1, 2), 1);
-        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
-        EXPECT_EQ(f.lstCheck.ListCount(), 2);
-        f.btnAllKai[1].click();
-        EXPECT_EQ(f.fpSpread02.value(1, 3), 0);
-        EXPECT_EQ(f.lstCheck.ListCount(), 0);
-    });
-}
-
-TEST_F(Ticks, EnterOnATickedNumberTakesTheLineAndLeavesTheTick)
-{
-    drive(install, [&](frmPrintシール& f) {
-        QString id = u"1"_s;
-        f.Add_Enter(id);
-        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
-        EXPECT_EQ(f.lstCheck.ListCount(), 1);
-        f.Add_Enter(id);
-        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
-        EXPECT_EQ(f.lstCheck.ListCount(), 0);
-        // A number no row holds changes nothing.
-        QString none = u"99"_s;
-        f.Add_Enter(none);
-        EXPECT_EQ(f.lstCheck.ListCount(), 0);
-    });
-}
-
-TEST_F(Ticks, EnterInTheGridTicksAndMovesToTheNextVisibleRow)
-{
-    drive(install, [&](frmPrintシール& f) {
-        f.fpSpread02.setRowHidden(2, true);
-        f.fpSpread02.SetActiveCell(1, 1);
-        f.addChk_forSPSeat();
-        EXPECT_EQ(f.fpSpread02.value(1, 1), 1);
-        EXPECT_EQ(f.fpSpread02.ActiveRow(), 3);
-        f.addChk_forSPSeat();
-        // The last visible row: ticked, and the active cell stays.
-        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
-        EXPECT_EQ(f.fpSpread02.ActiveRow(), 3);
-        int next = 0;
-        f.getNextRow(1, next);
-        EXPECT_EQ(next, 3);
-        f.getNextRow(3, next);
-        EXPECT_EQ(next, -1);
     });
 }
 
