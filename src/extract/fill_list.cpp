@@ -33,9 +33,12 @@ QString joinAddress(const QString& first, const QString& second)
     return b.isEmpty() ? trimmed(first) : trimmed(first) + u' ' + b;
 }
 
-QString withHonorific(const QString& name, const QString& sKeisho)
+// "name honorific"; without a name the blank and the honorific, which the fill makes
+// once (blankKeisho) and every such row shares.
+QString withHonorific(const QString& name, const QString& sKeisho, const QString& blankKeisho)
 {
-    return trimmed(name) + u' ' + sKeisho;
+    const QString n = trimmed(name);
+    return n.isEmpty() ? blankKeisho : n + u' ' + sKeisho;
 }
 
 // One row as the fill writes it: the 33 cells (index 1 unused: the tick is not
@@ -45,6 +48,7 @@ struct RowOut {
     QString name;
     QString number;
     QString kana;
+    QString blankKeisho;  // " " and the honorific, made once per fill
 
     void clear()
     {
@@ -80,7 +84,7 @@ void writePatient(const RiyoushaSealRow& p, const FillConditions& c, RowOut& r)
     r.col[13] = trimmed(p.cMobNo);
     r.col[14] = QStringLiteral("0");
     r.col[15] = k;
-    r.col[16] = QString::number(p.nRoomNo);
+    r.col[16] = p.nRoomNo == 0 ? QStringLiteral("0") : QString::number(p.nRoomNo);
     r.col[17] = trimmed(p.cAdress3);
     r.col[21] = trimmed(p.cYubinNoS0Sinsei);
     r.col[22] = joinAddress(p.cJusyo1S0Sinsei, p.cJusyo2S0Sinsei);
@@ -91,8 +95,8 @@ void writePatient(const RiyoushaSealRow& p, const FillConditions& c, RowOut& r)
     r.col[27] = trimmed(p.cYubinNo2);
     r.col[28] = trimmed(p.cYubinNo3);
     r.col[30] = trimmed(p.jisseki_ct);
-    r.col[32] = withHonorific(p.cAtenaS0Ryosyu, k);
-    r.col[33] = withHonorific(p.cAtenaS0Renraku, k);
+    r.col[32] = withHonorific(p.cAtenaS0Ryosyu, k, r.blankKeisho);
+    r.col[33] = withHonorific(p.cAtenaS0Renraku, k, r.blankKeisho);
 }
 
 void writeRow(controls::Grid& g, int row, const RowOut& r, bool hidden, const FillConditions& c);
@@ -106,7 +110,7 @@ void writeDoctor(const data::DoctorRec& d, const FillConditions& c, RowOut& r)
     r.kana = trimmed(d.cNameKana);
     r.col[2] = r.number;
     r.col[3] = r.number;
-    r.col[4] = withHonorific(d.cName, c.sKeisho);
+    r.col[4] = withHonorific(d.cName, c.sKeisho, r.blankKeisho);
     r.col[5] = r.kana;
     r.col[6] = trimmed(d.cKikan);
     r.col[7] = trimmed(d.cDaihyo);
@@ -140,7 +144,7 @@ void writeHokenja(const data::HokenjaRec& h, const FillConditions& c, RowOut& r)
     r.col[15] = c.sKeisho;
     r.col[18] = trimmed(h.cYubinNo2);
     r.col[19] = trimmed(h.cAddress3);
-    r.col[20] = withHonorific(h.cName2, c.sKeisho);
+    r.col[20] = withHonorific(h.cName2, c.sKeisho, r.blankKeisho);
 }
 
 void writeSyoukai(const data::SyoukaiRec& s, const FillConditions& c, RowOut& r)
@@ -258,6 +262,7 @@ void fillRows(controls::Grid& g, int count, const FillConditions& c, Write write
 {
     g.setMaxRows(count);
     RowOut r;
+    r.blankKeisho = u' ' + c.sKeisho;
     for (int i = 0; i < count; ++i) {
         r.clear();
         write(i, r);
@@ -309,8 +314,12 @@ bool kanaRowMatches(const QString& kana, const QString& sKanaRow)
 {
     if (kana.isEmpty()) return false;
     // Only the first letter counts; its half-width form starts with the base letter.
-    const QString key = base::StrConv(kana.left(1), base::vbNarrow);
-    const QChar first = key.isEmpty() ? QChar() : key[0];
+    // A half-width letter is its own form.
+    QChar first = kana[0];
+    if (first.unicode() < 0xFF61 || first.unicode() > 0xFF9F) {
+        const QString key = base::StrConv(kana.left(1), base::vbNarrow);
+        first = key.isEmpty() ? QChar() : key[0];
+    }
     for (QChar ch : sKanaRow)
         if (ch == first) return true;
     return false;
@@ -322,6 +331,7 @@ void fillList(controls::Grid& g, AddresseeData& data, const FillConditions& c)
     if (g.MaxCols() != kGridCols) g.setMaxCols(kGridCols);
 
     RowOut r;
+    r.blankKeisho = u' ' + c.sKeisho;
     switch (c.nMst) {
     case 0: {
         const RiyoushaArray& a = data.aRiyousha;
