@@ -8,9 +8,20 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <string>
+
 using namespace dialogs;
 
 namespace {
+
+// A test name from a case's description: letters and digits, the rest as "_".
+std::string caseName(const char* text)
+{
+    std::string s;
+    for (const char* p = text; *p; ++p) s += std::isalnum(static_cast<unsigned char>(*p)) ? *p : '_';
+    return s.empty() ? std::string("empty") : s;
+}
 
 TEST(StaffStatements, ListWithEveryFilterAndAConsultation)
 {
@@ -265,7 +276,8 @@ INSTANTIATE_TEST_SUITE_P(
                       CheckCase{"other office", 4, 0, 1, "対象の施術者が存在しません。"},
                       CheckCase{"ended", 8, 0, 1, "管理対象から外れています。"},
                       CheckCase{"ended, accepted", 8, 1, 0, "高橋 終了"},
-                      CheckCase{"flag 2 counts as current here", 9, 0, 0, "田中 休職"}));
+                      CheckCase{"flag 2 counts as current here", 9, 0, 0, "田中 休職"}),
+    [](const auto& info) { return caseName(info.param.what); });
 
 TEST_F(StaffSearch, CheckOnALostDatabaseFailsWithTheRoutineName)
 {

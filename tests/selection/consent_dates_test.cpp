@@ -6,9 +6,20 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <string>
+
 using namespace selection;
 
 namespace {
+
+// A test name from a case's description: letters and digits, the rest as "_".
+std::string caseName(const char* text)
+{
+    std::string s;
+    for (const char* p = text; *p; ++p) s += std::isalnum(static_cast<unsigned char>(*p)) ? *p : '_';
+    return s.empty() ? std::string("empty") : s;
+}
 
 struct RangeCase {
     const char* kind;
@@ -39,7 +50,8 @@ INSTANTIATE_TEST_SUITE_P(
                       // The day the operator typed plays no part.
                       RangeCase{"massage 3, day 31", 0, 3, QDate(2026, 12, 31), "2026/09/16", "2026/10/16"},
                       RangeCase{"acupuncture 3, over the year", 7, 3, QDate(2027, 1, 15), "2026/10/16",
-                                "2026/11/16"}));
+                                "2026/11/16"}),
+    [](const auto& info) { return caseName(info.param.kind); });
 
 struct DateCase {
     const char* kind;
@@ -71,7 +83,8 @@ INSTANTIATE_TEST_SUITE_P(
                       DateCase{"deformity 1st", 1, "2026/10/01", 1, "2026/11/01", "2026/11/01"},
                       // Six months move only the range: the second pass keeps 3 and 4.
                       DateCase{"massage 6 months", 0, "2026/05/20", 6, "2026/08/31", "2026/09/01"},
-                      DateCase{"acupuncture 15th", 7, "2026/09/15", 3, "2026/11/30", "2026/12/01"}));
+                      DateCase{"acupuncture 15th", 7, "2026/09/15", 3, "2026/11/30", "2026/12/01"}),
+    [](const auto& info) { return caseName(info.param.kind); });
 
 TEST(ConsentDates, FifteenthAndSixteenthOfThePreviousMonthRunOutTogether)
 {

@@ -11,10 +11,21 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <string>
+
 using namespace selection;
 using consenttest::ConsentDb;
 
 namespace {
+
+// A test name from a case's description: letters and digits, the rest as "_".
+std::string caseName(const char* text)
+{
+    std::string s;
+    for (const char* p = text; *p; ++p) s += std::isalnum(static_cast<unsigned char>(*p)) ? *p : '_';
+    return s.empty() ? std::string("empty") : s;
+}
 
 QByteArray bytesOf(const QString& path)
 {
@@ -160,7 +171,8 @@ TEST_P(SavedSortOrder, IsReadIntoTheMenuTicks)
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, SavedSortOrder,
-                         ::testing::Values(SortCase{"1", 1}, SortCase{"0", 0}, SortCase{"abc", 0}, SortCase{"", 0}));
+                         ::testing::Values(SortCase{"1", 1}, SortCase{"0", 0}, SortCase{"abc", 0}, SortCase{"", 0}),
+    [](const auto& info) { return caseName(info.param.fileValue); });
 
 TEST_F(ConsentScreen, SortOrderIsWrittenOnlyAfterALedgerRunWithRows)
 {
