@@ -27,8 +27,9 @@ QApplication& application()
     static int argc = 1;
     static char name[] = "test_gui";
     static char* argv[] = {name, nullptr};
-    static QApplication app(argc, argv);
-    return app;
+    // Never destroyed: tearing Qt down among the process's exit handlers crashes.
+    static QApplication* app = new QApplication(argc, argv);
+    return *app;
 }
 
 class Form : public Screen {
