@@ -307,4 +307,30 @@ TEST(SqliteAdoTimeout, ALongStatementIsStoppedAtTheCommandTimeout)
     EXPECT_EQ(connection.CommandTimeout(), 1);
 }
 
+TEST(SqliteAdoTimeout, ACommitWaitsForReadersNoLongerThanTheCommandTimeout)
+{
+    adotest::TestDb db;
+    Connection connection;
+    connection.Open(db.sqliteConnect());
+    connection.setCommandTimeout(1);
+    qint32 affected = 0;
+    connection.BeginTrans();
+    connection.Execute(QStringLiteral("DELETE FROM STAFF"), affected);
+    adotest::ReadingElsewhere reader(db.path());
+    ASSERT_TRUE(reader.reading());
+    QElapsedTimer timer;
+    timer.start();
+    try {
+        connection.CommitTrans();
+        FAIL() << "committed under another reader";
+    } catch (const base::VbError& e) {
+        EXPECT_EQ(e.number(), DB_E_ABORTLIMITREACHED);
+        EXPECT_EQ(e.description(), QStringLiteral("database is locked"));
+    }
+    EXPECT_LT(timer.elapsed(), 5000);
+    // The work is still open and can be rolled back.
+    EXPECT_NO_THROW(connection.RollbackTrans());
+    EXPECT_EQ(db.scalar("SELECT count(*) FROM STAFF"), 3);
+}
+
 }  // namespace

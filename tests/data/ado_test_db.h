@@ -102,4 +102,26 @@ private:
     bool locked_ = false;
 };
 
+// Holds a read transaction (a shared lock) on a database file for as long as it lives.
+class ReadingElsewhere {
+public:
+    explicit ReadingElsewhere(const QString& path)
+    {
+        sqlite3_open(path.toUtf8().constData(), &db_);
+        reading_ = sqlite3_exec(db_, "BEGIN; SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr) == SQLITE_OK;
+    }
+    ~ReadingElsewhere()
+    {
+        sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr);
+        sqlite3_close(db_);
+    }
+    ReadingElsewhere(const ReadingElsewhere&) = delete;
+    ReadingElsewhere& operator=(const ReadingElsewhere&) = delete;
+    bool reading() const { return reading_; }
+
+private:
+    sqlite3* db_ = nullptr;
+    bool reading_ = false;
+};
+
 }  // namespace adotest

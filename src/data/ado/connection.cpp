@@ -113,7 +113,7 @@ int Connection::BeginTrans()
             throw transactionFailure(XACT_E_XTIONEXISTS,
                                      QStringLiteral("このセッションでは、トランザクションは 1 つしかアクティブにできません。"));
         });
-    guarded([&] { driver.beginTrans(); });
+    guarded([&] { driver.beginTrans(commandTimeout_); });
     transactionLevel_ = 1;
     return transactionLevel_;
 }
@@ -125,7 +125,7 @@ void Connection::CommitTrans()
         guarded([&]() -> void {
             throw transactionFailure(XACT_E_NOTRANSACTION, QStringLiteral("アクティブなトランザクションがありません。"));
         });
-    guarded([&] { driver.commitTrans(); });
+    guarded([&] { driver.commitTrans(commandTimeout_); });
     transactionLevel_ = 0;
 }
 
@@ -137,7 +137,7 @@ void Connection::RollbackTrans()
             throw transactionFailure(XACT_E_NOTRANSACTION, QStringLiteral("アクティブなトランザクションがありません。"));
         });
     transactionLevel_ = 0;
-    guarded([&] { driver.rollbackTrans(); });
+    guarded([&] { driver.rollbackTrans(commandTimeout_); });
 }
 
 void Connection::setCommandTimeout(int seconds)

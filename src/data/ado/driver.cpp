@@ -20,48 +20,84 @@ int digits(QStringView text, qsizetype from, qsizetype count, bool& ok)
     return value;
 }
 
+struct Stamp {
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, msec = 0;
+    qint64 key() const
+    {
+        return ((((((qint64(year) * 13 + month) * 32 + day) * 24 + hour) * 60 + minute) * 60 + second) * 1000) + msec;
+    }
+};
+
+bool parseStamp(QStringView text, Stamp& s);
+
 }  // namespace
 
 QVariant parseStoredDateTime(QStringView text)
 {
-    if (text.size() < 10)
+    Stamp s;
+    if (!parseStamp(text, s))
         return {};
+    return QDateTime(QDate(s.year, s.month, s.day), QTime(s.hour, s.minute, s.second, s.msec));
+}
+
+QVariant DateTimeCache::parse(QStringView text)
+{
+    Stamp s;
+    if (!parseStamp(text, s))
+        return {};
+    const qint64 key = s.key();
+    auto it = seen_.constFind(key);
+    if (it != seen_.constEnd())
+        return it.value();
+    QVariant value = QDateTime(QDate(s.year, s.month, s.day), QTime(s.hour, s.minute, s.second, s.msec));
+    seen_.insert(key, value);
+    return value;
+}
+
+namespace {
+
+bool parseStamp(QStringView text, Stamp& s)
+{
+    if (text.size() < 10)
+        return false;
     const QChar sep = text[4];
     if ((sep != u'/' && sep != u'-') || text[7] != sep)
-        return {};
+        return false;
     bool ok = true;
     const int year = digits(text, 0, 4, ok);
     const int month = digits(text, 5, 2, ok);
     const int day = digits(text, 8, 2, ok);
     if (!ok)
-        return {};
+        return false;
     const QDate date(year, month, day);
     if (!date.isValid())
-        return {};
+        return false;
     int hour = 0, minute = 0, second = 0, msec = 0;
     if (text.size() > 10) {
         if (text.size() < 19 || (text[10] != u' ' && text[10] != u'T') || text[13] != u':' || text[16] != u':')
-            return {};
+            return false;
         hour = digits(text, 11, 2, ok);
         minute = digits(text, 14, 2, ok);
         second = digits(text, 17, 2, ok);
         if (text.size() > 19) {
             if (text[19] != u'.')
-                return {};
+                return false;
             const QStringView fraction = text.mid(20, 3);
             msec = digits(fraction, 0, fraction.size(), ok);
             for (qsizetype k = fraction.size(); k < 3; ++k)
                 msec *= 10;
             if (!ok || digits(text, 23, text.size() - 23, ok) < 0 || !ok)
-                return {};
+                return false;
         }
         if (!ok)
-            return {};
+            return false;
     }
-    const QTime time(hour, minute, second, msec);
-    if (!time.isValid())
-        return {};
-    return QDateTime(date, time);
+    if (!QTime::isValid(hour, minute, second, msec))
+        return false;
+    s = Stamp{year, month, day, hour, minute, second, msec};
+    return true;
 }
+
+}  // namespace
 
 }  // namespace data::ado

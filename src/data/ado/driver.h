@@ -3,6 +3,7 @@
 // throwing ProviderFailure with all its diagnostic records.
 
 #include <QString>
+#include <QHash>
 #include <QVariant>
 
 #include <vector>
@@ -34,13 +35,24 @@ public:
     // timeoutSeconds 0 means no limit.
     virtual qint64 execute(const QString& sql, int timeoutSeconds) = 0;
     virtual ResultTable query(const QString& sql, int timeoutSeconds) = 0;
-    virtual void beginTrans() = 0;
-    virtual void commitTrans() = 0;
-    virtual void rollbackTrans() = 0;
+    // A transaction step waits for locks no longer than a statement would.
+    virtual void beginTrans(int timeoutSeconds) = 0;
+    virtual void commitTrans(int timeoutSeconds) = 0;
+    virtual void rollbackTrans(int timeoutSeconds) = 0;
 };
 
 // Parses the text of a stored datetime, 'YYYY/MM/DD' or 'YYYY/MM/DD HH:MM:SS' (also with
 // '-' and a fraction of seconds, as SQL Server gives it). Null when it is none of these.
 QVariant parseStoredDateTime(QStringView text);
+
+// parseStoredDateTime for a whole result: one date seen again costs a lookup, not
+// another conversion to local time.
+class DateTimeCache {
+public:
+    QVariant parse(QStringView text);
+
+private:
+    QHash<qint64, QVariant> seen_;
+};
 
 }  // namespace data::ado

@@ -27,6 +27,10 @@ void Recordset::Open(const QString& source, Connection& activeConnection, int cu
         byName_.insert(column(i).name, i);
         byFolded_.insert(column(i).name.toCaseFolded(), i);
     }
+    firstOfName_.assign(table_.columns.size(), false);
+    for (int i : std::as_const(byFolded_))
+        firstOfName_[static_cast<size_t>(i)] = true;
+    lastFound_ = -1;
     position_ = 0;
     open_ = true;
 }
@@ -38,6 +42,8 @@ void Recordset::Close()
     table_ = {};
     byName_.clear();
     byFolded_.clear();
+    firstOfName_.clear();
+    lastFound_ = -1;
 }
 
 void Recordset::requireOpen() const
@@ -99,12 +105,19 @@ int Recordset::FieldCount() const
 Field Recordset::Fields(const QString& name) const
 {
     requireOpen();
+    const int count = static_cast<int>(table_.columns.size());
+    const int next = lastFound_ + 1 < count ? lastFound_ + 1 : 0;
+    if (count > 0 && firstOfName_[static_cast<size_t>(next)] && column(next).name == name) {
+        lastFound_ = next;
+        return Field(*this, next);
+    }
     auto it = byName_.constFind(name);
     if (it == byName_.constEnd()) {
         it = byFolded_.constFind(name.toCaseFolded());
         if (it == byFolded_.constEnd())
             throw fault::itemNotFound();
     }
+    lastFound_ = it.value();
     return Field(*this, it.value());
 }
 

@@ -56,6 +56,11 @@ private:
     qsizetype position_ = 0;  // -1 is BOF, rowCount is EOF
     QHash<QString, int> byName_;    // exact spelling
     QHash<QString, int> byFolded_;  // case-folded
+    // Readers ask for the fields of a row in the same order row after row: the column
+    // after the last one found is tried first. Only a column that is the first of its
+    // name may answer so.
+    std::vector<bool> firstOfName_;
+    mutable int lastFound_ = -1;
 };
 
 }  // namespace data::ado

@@ -158,7 +158,7 @@ QVariant readText(SQLHSTMT stmt, SQLUSMALLINT col)
     return text;
 }
 
-QVariant readCell(SQLHSTMT stmt, SQLUSMALLINT col, Fetch fetch)
+QVariant readCell(SQLHSTMT stmt, SQLUSMALLINT col, Fetch fetch, DateTimeCache& dates)
 {
     SQLLEN indicator = 0;
     switch (fetch) {
@@ -196,7 +196,7 @@ QVariant readCell(SQLHSTMT stmt, SQLUSMALLINT col, Fetch fetch)
         const QVariant text = readText(stmt, col);
         if (text.isNull())
             return {};
-        const QVariant date = parseStoredDateTime(text.toString());
+        const QVariant date = dates.parse(text.toString());
         return date.isValid() ? date : text;
     }
     case Fetch::Binary: {
@@ -369,6 +369,7 @@ ResultTable OdbcDriver::query(const QString& sql, int timeoutSeconds)
         if (sqlite_ && fetches[c - 1] == Fetch::Text)
             column.type = adVarWChar;
     }
+    DateTimeCache dates;
     size_t capacity = 0;
     for (;;) {
         const SQLRETURN rc = SQLFetch(stmt.get());
@@ -382,13 +383,13 @@ ResultTable OdbcDriver::query(const QString& sql, int timeoutSeconds)
                 column.values.reserve(capacity);
         }
         for (SQLUSMALLINT c = 1; c <= SQLUSMALLINT(columnCount); ++c)
-            table.columns[c - 1].values.push_back(readCell(stmt.get(), c, fetches[c - 1]));
+            table.columns[c - 1].values.push_back(readCell(stmt.get(), c, fetches[c - 1], dates));
         ++table.rowCount;
     }
     return table;
 }
 
-void OdbcDriver::beginTrans()
+void OdbcDriver::beginTrans(int)
 {
     if (!ok(SQLSetConnectAttrW(dbc_, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQLULEN(SQL_AUTOCOMMIT_OFF)),
                                SQL_IS_UINTEGER)))
@@ -405,8 +406,8 @@ void OdbcDriver::endTransaction(bool commit)
         fail(SQL_HANDLE_DBC, dbc_, QStringLiteral("autocommit could not be restored"));
 }
 
-void OdbcDriver::commitTrans() { endTransaction(true); }
+void OdbcDriver::commitTrans(int) { endTransaction(true); }
 
-void OdbcDriver::rollbackTrans() { endTransaction(false); }
+void OdbcDriver::rollbackTrans(int) { endTransaction(false); }
 
 }  // namespace data::ado::odbc

@@ -135,7 +135,7 @@ QString textOf(sqlite3_stmt* stmt, int col)
     return QString::fromUtf8(text, sqlite3_column_bytes(stmt, col));
 }
 
-QVariant valueOf(sqlite3_stmt* stmt, int col, Reader reader)
+QVariant valueOf(sqlite3_stmt* stmt, int col, Reader reader, DateTimeCache& dates)
 {
     switch (sqlite3_column_type(stmt, col)) {
     case SQLITE_NULL:
@@ -151,7 +151,7 @@ QVariant valueOf(sqlite3_stmt* stmt, int col, Reader reader)
     default: {
         const QString text = textOf(stmt, col);
         if (reader == Reader::DateTime) {
-            QVariant date = parseStoredDateTime(text);
+            QVariant date = dates.parse(text);
             if (date.isValid())
                 return date;
         }
@@ -316,6 +316,7 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
         typed[static_cast<size_t>(c)] = column.type != 0;
         readers[static_cast<size_t>(c)] = readerFor(column.type);
     }
+    DateTimeCache dates;
     size_t capacity = 0;
     while ((rc = sqlite3_step(st.stmt)) == SQLITE_ROW) {
         if (static_cast<size_t>(table.rowCount) == capacity) {
@@ -330,7 +331,7 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
                 readers[ci] = readerFor(table.columns[ci].type);
                 typed[ci] = true;
             }
-            table.columns[ci].values.push_back(valueOf(st.stmt, c, readers[ci]));
+            table.columns[ci].values.push_back(valueOf(st.stmt, c, readers[ci], dates));
         }
         ++table.rowCount;
     }
@@ -347,10 +348,10 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
     return table;
 }
 
-void SqliteDriver::beginTrans() { execute(QStringLiteral("BEGIN"), 0); }
+void SqliteDriver::beginTrans(int timeoutSeconds) { execute(QStringLiteral("BEGIN"), timeoutSeconds); }
 
-void SqliteDriver::commitTrans() { execute(QStringLiteral("COMMIT"), 0); }
+void SqliteDriver::commitTrans(int timeoutSeconds) { execute(QStringLiteral("COMMIT"), timeoutSeconds); }
 
-void SqliteDriver::rollbackTrans() { execute(QStringLiteral("ROLLBACK"), 0); }
+void SqliteDriver::rollbackTrans(int timeoutSeconds) { execute(QStringLiteral("ROLLBACK"), timeoutSeconds); }
 
 }  // namespace data::ado::sqlite

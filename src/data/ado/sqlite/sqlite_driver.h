@@ -22,9 +22,9 @@ public:
     QString defaultDatabase() override;
     qint64 execute(const QString& sql, int timeoutSeconds) override;
     ResultTable query(const QString& sql, int timeoutSeconds) override;
-    void beginTrans() override;
-    void commitTrans() override;
-    void rollbackTrans() override;
+    void beginTrans(int timeoutSeconds) override;
+    void commitTrans(int timeoutSeconds) override;
+    void rollbackTrans(int timeoutSeconds) override;
 
 private:
     [[noreturn]] void fail(int code) const;
