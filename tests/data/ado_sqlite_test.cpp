@@ -124,6 +124,29 @@ TEST_F(SqliteAdo, FieldsAreFoundByNameWithoutRegardToCase)
     EXPECT_EQ(faultOf([&] { rs.Fields(2); }).number(), 3265);
 }
 
+TEST_F(SqliteAdo, ANameSharedByTwoColumnsAlwaysFindsTheFirst)
+{
+    Recordset rs = open(QStringLiteral("SELECT r.nIDNo, s.cName, s.nIDNo FROM RIYOUSHA r JOIN STAFF s "
+                                       "ON s.nIDNo = r.nTantou WHERE r.nIDNo = 11"));
+    ASSERT_EQ(rs.RecordCount(), 1);
+    // Read in select-list order, as a reader of every field does: the name after
+    // cName is the first column's, not the third's.
+    EXPECT_EQ(rs.Fields(QStringLiteral("nIDNo")).Value(), QVariant(11));
+    EXPECT_EQ(rs.Fields(QStringLiteral("cName")).Value().toString(), QStringLiteral("鈴木　一郎"));
+    EXPECT_EQ(rs.Fields(QStringLiteral("nIDNo")).Value(), QVariant(11));
+    EXPECT_EQ(rs.Fields(2).Value(), QVariant(6));
+}
+
+TEST_F(SqliteAdo, AnOpenOnAClosedConnectionFaults)
+{
+    connection.Close();
+    Recordset rs;
+    EXPECT_EQ(faultOf([&] { rs.Open(QStringLiteral("SELECT 1"), connection); }).number(), 3709);
+    qint32 affected = 0;
+    EXPECT_EQ(faultOf([&] { connection.Execute(QStringLiteral("DELETE FROM STAFF"), affected); }).number(), 3709);
+    EXPECT_EQ(db.scalar("SELECT count(*) FROM STAFF"), 3);
+}
+
 TEST_F(SqliteAdo, TextWithAnApostropheComesBackWhole)
 {
     Recordset rs = open(QStringLiteral("SELECT cName FROM RIYOUSHA WHERE cName = 'O''Brien'"));
