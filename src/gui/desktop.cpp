@@ -1,7 +1,9 @@
 #include "gui/desktop.h"
 
+#include "engine/wfd_document_impl.h"
 #include "gui/qt_platform.h"
 #include "gui/views.h"
+#include "report/wfd_document.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -36,6 +38,8 @@ int runDesktop(int& argc, char** argv, const app::ProcessStart& start)
 {
     QApplication qapp(argc, argv);
     useJapaneseFont(qapp);
+    // The in-process report driver reaches the engine's document object through this.
+    report::registerWfdDocument(&engine::makeWfdDocument);
     QtPlatform* self = nullptr;
     QtPlatform platform([&self](controls::Screen& screen) { return makeView(*self, screen); });
     self = &platform;
