@@ -82,6 +82,13 @@ TEST_F(DemoSettingsTest, FoldersAndWallpaperExist)
     EXPECT_EQ(picture.size(), QSize(1280, 800));
 }
 
+TEST_F(DemoSettingsTest, OnlyTheProgressReportMarkerIsWrittenAndItIsEmpty)
+{
+    EXPECT_EQ(readAll(path(QStringLiteral("MGNT.CID"))), QByteArray());
+    for (const char* other : {"FRAS.CID", "SGRB.CID"})
+        EXPECT_FALSE(QFile::exists(path(QString::fromLatin1(other)))) << other;
+}
+
 TEST(DemoInstallationTest, ASecondRunReplacesItsOwnFilesAndKeepsOthers)
 {
     QTemporaryDir dir;

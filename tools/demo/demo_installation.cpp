@@ -137,6 +137,11 @@ void writeSettingsFiles(const QString& dir)
     writeTextFile(root.filePath(QStringLiteral("DATA/帳票Format.ini")),
                   {QStringLiteral("[同意書更新]"), QStringLiteral("同意書更新=同意台帳_TKZK.wfd")});
     writeWallpaper(root.filePath(QStringLiteral("ICON/") + kWallpaper));
+    // The marker that shows the progress report button: the demo opens every screen.
+    QFile marker(root.filePath(QStringLiteral("MGNT.CID")));
+    if (!marker.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        throw DemoError(QStringLiteral("書き込めません: ") + marker.fileName() + QStringLiteral(" (")
+                        + marker.errorString() + QLatin1Char(')'));
 }
 
 void writeInstallation(const DemoOptions& options)
