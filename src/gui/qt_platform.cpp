@@ -19,16 +19,16 @@ namespace gui {
 
 BoxSpec boxSpecForStyle(int style)
 {
-    BoxSpec spec{QMessageBox::NoIcon, (style & 7) == controls::BoxStyle::OkCancel,
+    BoxSpec look{QMessageBox::NoIcon, (style & 7) == controls::BoxStyle::OkCancel,
                  (style & 0x300) == controls::BoxStyle::DefaultButton2};
     switch (style & 0x70) {
-    case controls::BoxStyle::Critical: spec.icon = QMessageBox::Critical; break;
-    case controls::BoxStyle::Question: spec.icon = QMessageBox::Question; break;
-    case controls::BoxStyle::Warning: spec.icon = QMessageBox::Warning; break;
-    case controls::BoxStyle::Information: spec.icon = QMessageBox::Information; break;
+    case controls::BoxStyle::Critical: look.icon = QMessageBox::Critical; break;
+    case controls::BoxStyle::Question: look.icon = QMessageBox::Question; break;
+    case controls::BoxStyle::Warning: look.icon = QMessageBox::Warning; break;
+    case controls::BoxStyle::Information: look.icon = QMessageBox::Information; break;
     default: break;
     }
-    return spec;
+    return look;
 }
 
 QtPlatform::QtPlatform(ViewFactory views) : views_(std::move(views)) {}
@@ -37,13 +37,13 @@ QtPlatform::~QtPlatform() = default;
 
 int QtPlatform::msgBox(const QString& text, int style, const QString& title)
 {
-    const BoxSpec spec = boxSpecForStyle(style);
-    QMessageBox box(static_cast<QMessageBox::Icon>(spec.icon), title.isEmpty() ? app::kSealTitle : title,
+    const BoxSpec look = boxSpecForStyle(style);
+    QMessageBox box(static_cast<QMessageBox::Icon>(look.icon), title.isEmpty() ? app::kSealTitle : title,
                     QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n'),
                     QMessageBox::NoButton, QApplication::activeWindow());
     QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
-    QPushButton* cancel = spec.okCancel ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole) : nullptr;
-    box.setDefaultButton(spec.cancelIsDefault && cancel ? cancel : ok);
+    QPushButton* cancel = look.okCancel ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole) : nullptr;
+    box.setDefaultButton(look.cancelIsDefault && cancel ? cancel : ok);
     box.setEscapeButton(static_cast<QAbstractButton*>(cancel ? cancel : ok));
     // The wait cursor must not stand over a question.
     const bool restore = hourglass_;

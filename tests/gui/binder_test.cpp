@@ -177,9 +177,9 @@ TEST(MessageBoxStyles, EachStyleNumberMapsToItsIconAndButtons)
         {33 + 256, QMessageBox::Question, true, true},
     };
     for (const auto& c : cases) {
-        const gui::BoxSpec spec = gui::boxSpecForStyle(c.style);
-        EXPECT_EQ(spec.icon, c.icon) << c.style;
-        EXPECT_EQ(spec.okCancel, c.okCancel) << c.style;
-        EXPECT_EQ(spec.cancelIsDefault, c.cancelDefault) << c.style;
+        const gui::BoxSpec look = gui::boxSpecForStyle(c.style);
+        EXPECT_EQ(look.icon, c.icon) << c.style;
+        EXPECT_EQ(look.okCancel, c.okCancel) << c.style;
+        EXPECT_EQ(look.cancelIsDefault, c.cancelDefault) << c.style;
     }
 }
