@@ -386,3 +386,52 @@ TEST_F(Screen, AChangeOfCollectionFilterClearsTicksAndTheOrderList)
         EXPECT_FALSE(f.cmbKaisyu.enabled());
     });
 }
+
+// --- print mode, sheet and envelope ---------------------------------------------------
+
+TEST_F(Screen, PrintModeSwapsTheStartCellFrameForTheEnvelopeFrame)
+{
+    drive(install, [&](frmPrintシール& f, controls::RecordingPlatform&) {
+        EXPECT_TRUE(f.fraPosition.visible());
+        EXPECT_FALSE(f.frmHutou.visible());
+        f.opPMode[1].setValue(true);
+        EXPECT_FALSE(f.fraPosition.visible());
+        EXPECT_TRUE(f.frmHutou.visible());
+        f.opPMode[0].setValue(true);
+        EXPECT_TRUE(f.fraPosition.visible());
+    });
+}
+
+TEST_F(Screen, EnvelopeListHasThreeRowsEachWithItsPicture)
+{
+    drive(install, [&](frmPrintシール& f, controls::RecordingPlatform&) {
+        ASSERT_EQ(f.cmbHutou.ListCount(), 3);
+        EXPECT_EQ(f.cmbHutou.List(2), QStringLiteral("長方3号：横"));
+        for (int i = 0; i < 3; ++i) {
+            f.cmbHutou.setListIndex(i);
+            for (int p = 0; p < 3; ++p) EXPECT_EQ(f.picFtType[static_cast<size_t>(p)].visible(), p == i) << i << p;
+        }
+    });
+}
+
+TEST_F(Screen, ASheetShowsItsOwnPictureAndTheStartCellFollowsIt)
+{
+    drive(install, [&](frmPrintシール& f, controls::RecordingPlatform&) {
+        ASSERT_EQ(f.cmbSealType.ListCount(), 3);
+        EXPECT_EQ(f.cmbSealType.List(2), QStringLiteral("３０枚シート（ビーコン）"));
+        EXPECT_EQ(f.fpSpread01.backColor(1, 1), controls::Colors::Black);
+        EXPECT_EQ(f.fpSpread01.backColor(2, 1), controls::Colors::White);
+        // Each picture keeps its own active cell; the number follows the one on view.
+        f.fpSpread01.SetActiveCell(1, 5);
+        f.fpSpread_3x10.SetActiveCell(3, 10);
+        f.cmbSealType.setListIndex(2);
+        EXPECT_TRUE(f.fpSpread_3x10.visible());
+        EXPECT_FALSE(f.fpSpread01.visible());
+        EXPECT_EQ(f.job.nStartPos, 30);
+        f.cmbSealType.setListIndex(1);
+        EXPECT_TRUE(f.fpSpread_2x6.visible());
+        EXPECT_EQ(f.job.nStartPos, 1);
+        f.cmbSealType.setListIndex(0);
+        EXPECT_EQ(f.job.nStartPos, 9);
+    });
+}
