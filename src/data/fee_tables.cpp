@@ -121,7 +121,8 @@ QString sqlOuryohi(const QString& sYM)
 short cls単価::iGetTanka(const QString& sYM)
 {
     bool empty = false;
-    std::array<qint32, kTankaCount> read = n_;
+    // A price the month lacks is 0, never the price of a month read before.
+    std::array<qint32, kTankaCount> read{};
     const bool ok = readRows(QStringLiteral("iGetTanka"), sqlTanka(sYM), [&](ado::Recordset& rs, QString& fault) {
         if (rs.Eof()) {
             empty = true;

@@ -51,8 +51,8 @@ QString sqlOuryohi(const QString& sYM);
 class cls単価 {
 public:
     // Reads every price valid in sYM ("yyyymm"); rows come in start date order, so a
-    // later row overwrites an earlier one. 0, or -1 after a box; prices not read stay
-    // as they were.
+    // later row overwrites an earlier one, and a price the month lacks is 0. 0, or -1
+    // after a box, with every price as it was.
     short iGetTanka(const QString& sYM);
 
     qint32 nTanka(Tanka t) const { return n_[static_cast<size_t>(t)]; }

@@ -190,9 +190,10 @@ TEST_F(FeeTablesTest, DISABLED_ValidityRunsFromTheStartMonthToTheEndMonthAndLate
         qint32 massage;
         qint32 deformity;
     };
-    for (const Case& c : {Case{"202405", 435, 0}, Case{"202406", 450, 0}, Case{"202611", 470, 0},
-                          Case{"202612", 470, 500}}) {
-        cls単価 tanka;
+    // One object through the months: a price one month lacks is not the last month's.
+    cls単価 tanka;
+    for (const Case& c : {Case{"202612", 470, 500}, Case{"202611", 470, 0}, Case{"202406", 450, 0},
+                          Case{"202405", 435, 0}}) {
         ASSERT_EQ(tanka.iGetTanka(QString::fromUtf8(c.month)), 0) << c.month;
         EXPECT_EQ(tanka.nマッサージ(), c.massage) << c.month;
         EXPECT_EQ(tanka.n変形徒手(), c.deformity) << c.month;
