@@ -67,6 +67,7 @@ QWidget* KeikaWindow::buildHidden()
     auto* w = new QWidget;
     auto* v = new QVBoxLayout(w);
     v->setContentsMargins(0, 0, 0, 0);
+    v->setSpacing(0);  // nothing of it shows: it must take no room
     auto* kinds = new QGroupBox;
     auto* kindRow = new QHBoxLayout(kinds);
     for (auto& o : screen_.opt_Sel) {
