@@ -1,5 +1,6 @@
 #include "extract/fill_list.h"
 
+#include "base/conversions.h"
 #include "base/str_conv.h"
 
 #include <array>
@@ -280,13 +281,8 @@ bool patientNarrowedOut(const RiyoushaSealRow& p, const FillConditions& c)
     return false;
 }
 
-// The count of services as a number: its leading digits, empty being 0.
-double countOf(const QString& text)
-{
-    bool ok = false;
-    const double v = text.toDouble(&ok);
-    return ok ? v : 0.0;
-}
+// The count of services as a number: its leading number, empty being 0.
+double countOf(const QString& text) { return base::Val(text); }
 
 void writeRow(controls::Grid& g, int row, const RowOut& r, bool hidden, const FillConditions& c)
 {

@@ -435,3 +435,23 @@ TEST_F(Screen, ASheetShowsItsOwnPictureAndTheStartCellFollowsIt)
         EXPECT_EQ(f.job.nStartPos, 9);
     });
 }
+
+TEST_F(Screen, F4SearchesAndGivesTheListTheFocus)
+{
+    drive(install, [&](frmPrintシール& f, controls::RecordingPlatform&) {
+        f.SetFocus(f.txtName);
+        f.fpSpread02.SetActiveCell(1, 2);
+        f.pressKey(QStringLiteral("F4"));
+        EXPECT_EQ(f.ActiveControl(), &f.fpSpread02);
+        EXPECT_EQ(f.fpSpread02.ActiveRow(), 1);
+        // With no row the focus stays.
+        f.txtIDNo.setText(QStringLiteral("999"));
+        f.optMst[1].setValue(true);
+        f.SetFocus(f.txtName);
+        install.exec(QStringLiteral("DELETE FROM RIYOUSHA;"));
+        f.optMst[0].setValue(true);
+        f.pressKey(QStringLiteral("F4"));
+        EXPECT_EQ(f.fpSpread02.MaxRows(), 0);
+        EXPECT_EQ(f.ActiveControl(), &f.txtName);
+    });
+}
