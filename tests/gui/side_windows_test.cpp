@@ -452,17 +452,6 @@ TEST_F(StaffSearchWindowTest, F12AndTheCloseBoxLeaveWithoutAChoice)
     EXPECT_EQ(other.nResult, 0);
 }
 
-TEST_F(StaffSearchWindowTest, AnEmptyResultLeavesConfirmOff)
-{
-    open(0);
-    QLineEdit* name = widget<QLineEdit>(*window, "txt_SiboriName");
-    typeInto(name, QStringLiteral("該当なし"));
-    widget<QPushButton>(*window, "but_Read")->click();
-    EXPECT_EQ(list->model()->rowCount(), 0);
-    EXPECT_FALSE(widget<QPushButton>(*window, "but_Act(0)")->isEnabled());
-    EXPECT_TRUE(recorded(transcript(), QStringLiteral("該当する施術者データがありません。")));
-}
-
 // --- the desktop as a whole ----------------------------------------------------------
 
 TEST_F(SideWindows, EachSideScreenHasItsWindow)
