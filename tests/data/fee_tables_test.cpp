@@ -164,7 +164,7 @@ TEST_F(FeeTablesTest, BandOutsideTheBandsReadNamesBandAndCode)
 // columns; these cases run once the SQLite dialect step turns that "+" into "||" and
 // leaves CONVERT(VARCHAR, <text column>, 112) as the text it is, as SQL Server does.
 
-TEST_F(FeeTablesTest, DISABLED_EveryPriceOfTheMonthLandsInItsProperty)
+TEST_F(FeeTablesTest, EveryPriceOfTheMonthLandsInItsProperty)
 {
     qint32 price = 100;
     for (const PriceCode& c : kPriceCodes)
@@ -179,7 +179,7 @@ TEST_F(FeeTablesTest, DISABLED_EveryPriceOfTheMonthLandsInItsProperty)
     EXPECT_TRUE(platform_.transcript().isEmpty());
 }
 
-TEST_F(FeeTablesTest, DISABLED_ValidityRunsFromTheStartMonthToTheEndMonthAndLaterRowsWin)
+TEST_F(FeeTablesTest, ValidityRunsFromTheStartMonthToTheEndMonthAndLaterRowsWin)
 {
     addPrice("2022/06/01", "2024/05/31", "1", "1", 435);
     addPrice("2024/06/15", "2026/11/30", "1", "1", 450);  // starts mid-month: the month counts
@@ -200,7 +200,7 @@ TEST_F(FeeTablesTest, DISABLED_ValidityRunsFromTheStartMonthToTheEndMonthAndLate
     }
 }
 
-TEST_F(FeeTablesTest, DISABLED_KeyThatIsNoNumberIsAReadErrorNamingTheRow)
+TEST_F(FeeTablesTest, KeyThatIsNoNumberIsAReadErrorNamingTheRow)
 {
     addPrice("2024/06/01", "2099/12/31", "1", "1", 450);
     addPrice("2024/07/01", "2099/12/31", "A", "3", 1);
@@ -211,7 +211,7 @@ TEST_F(FeeTablesTest, DISABLED_KeyThatIsNoNumberIsAReadErrorNamingTheRow)
               QStringList{QStringLiteral("box 16 DB Read Error!!|単価の取得に失敗しました。\\r\\n区分:A  コード：3")});
 }
 
-TEST_F(FeeTablesTest, DISABLED_BandsComeByDistanceAndAreTakenByNumber)
+TEST_F(FeeTablesTest, BandsComeByDistanceAndAreTakenByNumber)
 {
     addBand("2024/06/01", "2099/12/31", 16, 2300);
     addBand("2024/06/01", "2099/12/31", 4, 1800);

@@ -81,6 +81,104 @@ bool matchConvert112(QStringView sql, const Tokens& tokens, size_t at, size_t& a
     return nextSignificant(tokens, style) == close;
 }
 
+// Text columns are named with a leading "c" and a capital (cStartDate): the storage
+// convention that keeps dates of t… columns and texts apart where SQLite keeps both
+// as text.
+bool isTextColumnName(QStringView name)
+{
+    return name.size() >= 2 && name[0] == u'c' && name[1].isUpper();
+}
+
+// The last name of a (possibly qualified) column reference spanning [first, last).
+QStringView lastName(QStringView sql, const Tokens& tokens, size_t first, size_t last)
+{
+    QStringView name;
+    for (size_t i = first; i < last; ++i) {
+        const SqlToken& t = tokens[i];
+        if (t.kind == SqlTokenKind::Space)
+            continue;
+        if (t.kind == SqlTokenKind::Word)
+            name = tokenText(sql, t);
+        else if (!isPunct(sql, t, u'.'))
+            return {};
+    }
+    return name;
+}
+
+// Functions whose result is text, so that "+" beside them joins texts.
+bool isTextFunction(QStringView sql, const SqlToken& t)
+{
+    static const char16_t* const names[] = {u"substring", u"substr", u"left", u"right", u"ltrim", u"rtrim",
+                                           u"upper", u"lower", u"replace", u"convert", u"space", u"str"};
+    for (const char16_t* n : names)
+        if (isWord(sql, t, n))
+            return true;
+    return false;
+}
+
+size_t previousSignificant(const Tokens& tokens, size_t i)
+{
+    while (i > 0) {
+        --i;
+        const SqlTokenKind k = tokens[i].kind;
+        if (k != SqlTokenKind::Space && k != SqlTokenKind::LineComment && k != SqlTokenKind::BlockComment)
+            return i;
+    }
+    return tokens.size();
+}
+
+// From a closing bracket, the index of the bracket that opens it.
+size_t matchingOpen(QStringView sql, const Tokens& tokens, size_t close)
+{
+    int depth = 0;
+    for (size_t i = close + 1; i-- > 0;) {
+        if (isPunct(sql, tokens[i], u')'))
+            ++depth;
+        else if (isPunct(sql, tokens[i], u'(') && --depth == 0)
+            return i;
+    }
+    return tokens.size();
+}
+
+// Whether the operand that ends at token i is text: a literal, a text column, or the
+// call of a text function.
+bool textOperandEndsAt(QStringView sql, const Tokens& tokens, size_t i)
+{
+    if (i >= tokens.size())
+        return false;
+    const SqlToken& t = tokens[i];
+    if (t.kind == SqlTokenKind::String)
+        return true;
+    if (t.kind == SqlTokenKind::Word)
+        return isTextColumnName(tokenText(sql, t));
+    if (isPunct(sql, t, u')')) {
+        const size_t open = matchingOpen(sql, tokens, i);
+        const size_t fn = open < tokens.size() ? previousSignificant(tokens, open) : tokens.size();
+        return fn < tokens.size() && isTextFunction(sql, tokens[fn]);
+    }
+    return false;
+}
+
+// Whether the operand that starts at token i is text.
+bool textOperandStartsAt(QStringView sql, const Tokens& tokens, size_t i)
+{
+    if (i >= tokens.size())
+        return false;
+    const SqlToken& t = tokens[i];
+    if (t.kind == SqlTokenKind::String)
+        return true;
+    if (t.kind != SqlTokenKind::Word)
+        return false;
+    const size_t next = nextSignificant(tokens, i);
+    if (next < tokens.size() && isPunct(sql, tokens[next], u'('))
+        return isTextFunction(sql, t);
+    if (next < tokens.size() && isPunct(sql, tokens[next], u'.')) {
+        const size_t name = nextSignificant(tokens, next);
+        return name < tokens.size() && tokens[name].kind == SqlTokenKind::Word && isTextColumnName(tokenText(sql, tokens[name]));
+    }
+    return isTextColumnName(tokenText(sql, t));
+}
+
 QString rewrite(QStringView sql, const QString& nowText)
 {
     const Tokens tokens = tokenizeSql(sql);
@@ -106,10 +204,21 @@ QString rewrite(QStringView sql, const QString& nowText)
             size_t argFirst = 0, argLast = 0, close = 0;
             if (call && isWord(sql, t, u"convert") && matchConvert112(sql, tokens, i, argFirst, argLast, close)) {
                 const QString arg = rewrite(textBetween(sql, tokens, argFirst, argLast).trimmed(), nowText);
-                out += QStringLiteral("replace(replace(substr(") + arg + QStringLiteral(", 1, 10), '/', ''), '-', '')");
+                // A text column converts to itself; only a date takes the yyyymmdd form.
+                if (isTextColumnName(lastName(sql, tokens, argFirst, argLast)))
+                    out += QStringLiteral("CAST(") + arg + QStringLiteral(" AS TEXT)");
+                else
+                    out += QStringLiteral("replace(replace(substr(") + arg + QStringLiteral(", 1, 10), '/', ''), '-', '')");
                 i = close;
                 continue;
             }
+        }
+        // T-SQL joins texts with "+", which in SQLite adds numbers.
+        if (isPunct(sql, t, u'+')
+            && (textOperandEndsAt(sql, tokens, previousSignificant(tokens, i))
+                || textOperandStartsAt(sql, tokens, nextSignificant(tokens, i)))) {
+            out += u"||";
+            continue;
         }
         out += tokenText(sql, t);
     }
