@@ -73,6 +73,9 @@ bool Binder::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            // A number or date input takes the operator's text when the field is left;
+            // Enter's own handling reads it, so it must be the model's first.
+            commitTypedText(*c, w);
             act([&] {
                 screen_.SetFocus(*c);
                 screen_.pressKey(QStringLiteral("Enter"));
@@ -81,6 +84,23 @@ bool Binder::eventFilter(QObject* watched, QEvent* event)
         }
     }
     return false;
+}
+
+void Binder::commitTypedText(controls::Control& c, QWidget* w)
+{
+    auto* edit = qobject_cast<QLineEdit*>(w);
+    auto* number = dynamic_cast<controls::NumberInput*>(&c);
+    auto* date = dynamic_cast<controls::DateInput*>(&c);
+    if (!edit || !(number || date)) return;
+    if (edit->text() == (number ? number->text() : date->text())) return;
+    act([&] {
+        const bool ok = number ? number->typeText(edit->text()) : date->typeText(edit->text());
+        if (!ok) {
+            QApplication::beep();
+            const QSignalBlocker block(edit);
+            edit->setText(number ? number->text() : date->text());
+        }
+    });
 }
 
 void Binder::button(controls::Button& c, QAbstractButton* w)
@@ -141,16 +161,7 @@ void Binder::text(controls::TextInput& c, QLineEdit* w)
     auto* date = dynamic_cast<controls::DateInput*>(&c);
     if (number || date) {
         // Number and date inputs take the operator's text when it is complete.
-        connect(w, &QLineEdit::editingFinished, this, [this, w, number, date] {
-            act([&] {
-                const bool ok = number ? number->typeText(w->text()) : date->typeText(w->text());
-                if (!ok) {
-                    QApplication::beep();
-                    const QSignalBlocker block(w);
-                    w->setText(number ? number->text() : date->text());
-                }
-            });
-        });
+        connect(w, &QLineEdit::editingFinished, this, [this, &c, w] { commitTypedText(c, w); });
         if (date) w->setPlaceholderText(date->format().toLower());
     } else {
         connect(w, &QLineEdit::textEdited, this, [this, &c](const QString& t) { act([&] { c.setText(t); }); });

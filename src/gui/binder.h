@@ -70,6 +70,8 @@ protected:
 private:
     void common(controls::Control& c, QWidget* w, std::function<void()> refresh);
     void act(const std::function<void()>& f);
+    // Hands the text typed into a number or date input to its model control.
+    void commitTypedText(controls::Control& c, QWidget* w);
 
     QtPlatform& platform_;
     controls::Screen& screen_;

@@ -24,39 +24,7 @@ namespace gui {
 
 namespace {
 
-// The staff number's own Enter handling reads the number, so the typed text must be
-// the model's before the binder hands the key on; a number input otherwise takes its
-// text only when the field is left. Installed after the binding, so it runs first.
-class CommitNumberOnEnter : public QObject {
-public:
-    CommitNumberOnEnter(QtPlatform& platform, controls::NumberInput& input, QLineEdit* edit)
-        : QObject(edit), platform_(platform), input_(input), edit_(edit)
-    {
-        edit->installEventFilter(this);
-    }
 
-protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() != QEvent::KeyPress) return false;
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
-        if (edit_->text() == input_.text()) return false;
-        platform_.dispatch([&] {
-            if (!input_.typeText(edit_->text())) {
-                QApplication::beep();
-                const QSignalBlocker block(edit_);
-                edit_->setText(input_.text());
-            }
-        });
-        return false;
-    }
-
-private:
-    QtPlatform& platform_;
-    controls::NumberInput& input_;
-    QLineEdit* edit_;
-};
 
 }  // namespace
 
@@ -180,7 +148,6 @@ QWidget* DouiWindow::buildStaff()
     auto* number = new QLineEdit;
     number->setMaximumWidth(90);
     binder_->text(screen_.imNum_StaffNo, number);
-    new CommitNumberOnEnter(platform_, screen_.imNum_StaffNo, number);
     auto* search = new QPushButton;
     binder_->button(screen_.btn_StaffSelect, search);
     auto* ended = new QCheckBox;
