@@ -5,6 +5,7 @@
 namespace data {
 
 using entity::addLine;
+using entity::addLike;
 using entity::Column;
 
 namespace {
@@ -13,8 +14,7 @@ const QString kTable = QStringLiteral("CAREMANE");
 
 void addFrom(QString& sql)
 {
-    addLine(sql, QStringLiteral("  FROM"));
-    addLine(sql, QStringLiteral("      CAREMANE"));
+    entity::addFrom(sql, kTable);
     addLine(sql, QStringLiteral("  LEFT JOIN SISETSU ON SISETSU.nIDNo = CAREMANE.iSisetsuCode"));
     addLine(sql, QStringLiteral("  LEFT JOIN SISETSU AS SISETSU2 ON SISETSU2.nIDNo = CAREMANE.iJigyosyoCode"));
 }
@@ -23,14 +23,6 @@ void addOrder(QString& sql)
 {
     addLine(sql, QStringLiteral("  order by"));
     addLine(sql, QStringLiteral("      CAREMANE.nIDNo"));
-}
-
-void addLike(entity::Conditions& where, QString& sql, const QString& column, const QString& text)
-{
-    if (text.isEmpty())
-        return;
-    where.next();
-    addLine(sql, QStringLiteral("     ") + column + QStringLiteral(" LIKE '%") + text + QStringLiteral("%'"));
 }
 
 void addAbove0(entity::Conditions& where, QString& sql, const QString& column, qint32 value)
@@ -85,17 +77,7 @@ const std::vector<Column<cD_CAREMANE>>& cT_CAREMANE::columns()
     return list;
 }
 
-QString cT_CAREMANE::sqlGetMaxIDNo()
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    addLine(sql, QStringLiteral("      max(nIDNo) as MaxIDNo"));
-    addLine(sql, QStringLiteral("  FROM"));
-    addLine(sql, QStringLiteral("      CAREMANE"));
-    addLine(sql, QStringLiteral(" where"));
-    entity::addSiteKey(sql);
-    return sql;
-}
+QString cT_CAREMANE::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
 
 QString cT_CAREMANE::sqlDataReadGrid(const cD_CAREMANE& filter)
 {
@@ -212,8 +194,7 @@ short cT_CAREMANE::iDataUpdate(const cD_CAREMANE* row, bool bTrans)
 
 short cT_CAREMANE::iData削除(const cD_CAREMANE* row, bool bTrans)
 {
-    return entity::writeRow<cD_CAREMANE>(table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
-                                         [](const cD_CAREMANE& r, const QString&) { return sqlData削除(r); });
+    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除);
 }
 
 short cT_CAREMANE::iDataUpdate_ToRiyousha(const cD_CAREMANE* row, bool bTrans)

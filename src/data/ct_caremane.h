@@ -43,14 +43,9 @@ public:
     QString JIGYOSYOADD2;
 };
 
-class cT_CAREMANE {
+class cT_CAREMANE : public entity::TableClass<cD_CAREMANE> {
 public:
-    const QString& sErrMsg() const { return table_.sErrMsg(); }
     cD_CAREMANE& clsCAREMANE(qint32 index) { return table_.at(index); }
-    qint32 nデータ数() const { return table_.count(); }
-
-    short iGetComputerName(QString& csName) { return entity::iGetComputerName(csName); }
-    short iInit(cT_ADODB& db) { return table_.iInit(db); }
     // The highest nIDNo of this office, 0 when it has none.
     short iGetMaxIDNo(qint32& nMaxID);
     // Every office's care managers: those at work when the filter's iChusiFlg is 0;
@@ -86,9 +81,6 @@ public:
     static QString sqlStampRiyousha(const cD_CAREMANE& row);
 
     static const std::vector<entity::Column<cD_CAREMANE>>& columns();
-
-private:
-    entity::RowTable<cD_CAREMANE> table_;
 };
 
 }  // namespace data

@@ -17,18 +17,6 @@ QString pick(int value, std::initializer_list<const char16_t*> texts, int first)
     return QString::fromUtf16(texts.begin()[i]);
 }
 
-void addFrom(QString& sql)
-{
-    addLine(sql, QStringLiteral("  FROM"));
-    addLine(sql, QStringLiteral("      CORP"));
-}
-
-void addOrder(QString& sql)
-{
-    addLine(sql, QStringLiteral("  order by"));
-    addLine(sql, QStringLiteral("      nIDNo"));
-}
-
 }  // namespace
 
 QString cD_CORP::sType() const
@@ -113,26 +101,17 @@ const QStringList& cT_CORP::gridColumns()
     return names;
 }
 
-QString cT_CORP::sqlGetMaxIDNo()
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    addLine(sql, QStringLiteral("      max(nIDNo) as MaxIDNo"));
-    addFrom(sql);
-    addLine(sql, QStringLiteral(" where"));
-    entity::addSiteKey(sql);
-    return sql;
-}
+QString cT_CORP::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
 
 QString cT_CORP::sqlDataReadGrid()
 {
     QString sql;
     addLine(sql, QStringLiteral("  select"));
     entity::addSelectList(sql, kTable, columns(), gridColumns());
-    addFrom(sql);
+    entity::addFrom(sql, kTable);
     addLine(sql, QStringLiteral(" where"));
     entity::addSiteKey(sql);
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -141,19 +120,16 @@ QString cT_CORP::sqlDataRead(const cD_CORP& filter, bool bExclude)
     QString sql;
     addLine(sql, QStringLiteral("  select"));
     entity::addSelectList(sql, kTable, columns(), entity::columnNames(columns()));
-    addFrom(sql);
+    entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
-    if (filter.nIDNo > -1) {
-        where.next();
-        addLine(sql, (bExclude ? QStringLiteral("    nIDNo <> ") : QStringLiteral("    nIDNo = ")) + QString::number(filter.nIDNo));
-    }
+    entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
     where.next();
     entity::addSiteKey(sql);
     if (filter.iType > -1) {
         where.next();
         addLine(sql, QStringLiteral("     iType = ") + QString::number(filter.iType));
     }
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -162,7 +138,7 @@ QString cT_CORP::sqlDataReadGrid_Jouken(const cD_CORP& filter)
     QString sql;
     addLine(sql, QStringLiteral("  select"));
     entity::addSelectList(sql, kTable, columns(), gridColumns());
-    addFrom(sql);
+    entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     where.next();
     entity::addSiteKey(sql);
@@ -170,15 +146,9 @@ QString cT_CORP::sqlDataReadGrid_Jouken(const cD_CORP& filter)
         where.next();
         addLine(sql, QStringLiteral("     CORP.nIDNo = ") + QString::number(filter.nIDNo));
     }
-    if (!filter.cShamei1.isEmpty()) {
-        where.next();
-        addLine(sql, QStringLiteral("     CORP.cShamei1 LIKE '%") + filter.cShamei1 + QStringLiteral("%'"));
-    }
-    if (!filter.cShameiKana1.isEmpty()) {
-        where.next();
-        addLine(sql, QStringLiteral("     CORP.cShameiKana1 LIKE '%") + filter.cShameiKana1 + QStringLiteral("%'"));
-    }
-    addOrder(sql);
+    entity::addLike(where, sql, QStringLiteral("CORP.cShamei1"), filter.cShamei1);
+    entity::addLike(where, sql, QStringLiteral("CORP.cShameiKana1"), filter.cShameiKana1);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -231,20 +201,17 @@ const QString kAbsent = QStringLiteral("CORPが無効です。");
 
 short cT_CORP::iDataInsert(const cD_CORP* row, bool bTrans)
 {
-    return entity::writeRow<cD_CORP>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert,
-                                     [this](const cD_CORP& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+    return entity::writeMappedRow(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
 }
 
 short cT_CORP::iDataUpdate(const cD_CORP* row, bool bTrans)
 {
-    return entity::writeRow<cD_CORP>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate,
-                                     [this](const cD_CORP& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+    return entity::writeMappedRow(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
 }
 
 short cT_CORP::iData削除(const cD_CORP* row, bool bTrans)
 {
-    return entity::writeRow<cD_CORP>(table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
-                                     [](const cD_CORP& r, const QString&) { return sqlData削除(r); });
+    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除);
 }
 
 }  // namespace data

@@ -64,16 +64,10 @@ public:
     QString sKozaType() const;
 };
 
-class cT_CORP {
+class cT_CORP : public entity::TableClass<cD_CORP> {
 public:
-    const QString& sErrMsg() const { return table_.sErrMsg(); }
     // The row at index from 0; a fault (9) beyond the rows read.
     cD_CORP& clsCORP(qint32 index) { return table_.at(index); }
-    qint32 nデータ数() const { return table_.count(); }
-
-    short iGetComputerName(QString& csName) { return entity::iGetComputerName(csName); }
-    // Keeps the connected database object and empties the array.
-    short iInit(cT_ADODB& db) { return table_.iInit(db); }
     // The highest nIDNo of this office, 0 when it has none.
     short iGetMaxIDNo(qint32& nMaxID);
     // The short column list of every row of this office, by nIDNo.
@@ -108,9 +102,6 @@ public:
     static const QStringList& gridColumns();
     // The columns a write sets, in the table's order.
     static const QStringList& writeColumns();
-
-private:
-    entity::RowTable<cD_CORP> table_;
 };
 
 }  // namespace data

@@ -9,19 +9,12 @@ namespace {
 
 const QString kTable = QStringLiteral("SHINSEISYO");
 
-void addOrder(QString& sql)
-{
-    addLine(sql, QStringLiteral("  order by"));
-    addLine(sql, QStringLiteral("      nIDNo"));
-}
-
 QString selectHead()
 {
     QString sql;
     addLine(sql, QStringLiteral("  select"));
     entity::addSelectList(sql, kTable, cT_SHINSEISYO::columns(), entity::columnNames(cT_SHINSEISYO::columns()));
-    addLine(sql, QStringLiteral("  FROM"));
-    addLine(sql, QStringLiteral("      SHINSEISYO"));
+    entity::addFrom(sql, kTable);
     return sql;
 }
 
@@ -53,17 +46,7 @@ const std::vector<Column<cD_SHINSEISYO>>& cT_SHINSEISYO::columns()
     return list;
 }
 
-QString cT_SHINSEISYO::sqlGetMaxIDNo()
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    addLine(sql, QStringLiteral("      max(nIDNo) as MaxIDNo"));
-    addLine(sql, QStringLiteral("  FROM"));
-    addLine(sql, QStringLiteral("      SHINSEISYO"));
-    addLine(sql, QStringLiteral(" where"));
-    entity::addSiteKey(sql);
-    return sql;
-}
+QString cT_SHINSEISYO::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
 
 QString cT_SHINSEISYO::sqlDataReadGrid(const cD_SHINSEISYO& filter)
 {
@@ -81,7 +64,7 @@ QString cT_SHINSEISYO::sqlDataReadGrid(const cD_SHINSEISYO& filter)
         where.next();
         addLine(sql, QStringLiteral("     iStateNo = ") + QString::number(filter.iStateNo));
     }
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -89,13 +72,10 @@ QString cT_SHINSEISYO::sqlDataRead(const cD_SHINSEISYO& filter, bool bExclude)
 {
     QString sql = selectHead();
     entity::Conditions where(sql);
-    if (filter.nIDNo > -1) {
-        where.next();
-        addLine(sql, (bExclude ? QStringLiteral("    nIDNo <> ") : QStringLiteral("    nIDNo = ")) + QString::number(filter.nIDNo));
-    }
+    entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
     where.next();
     entity::addSiteKey(sql);
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -109,11 +89,8 @@ QString cT_SHINSEISYO::sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
         where.next();
         addLine(sql, QStringLiteral("     nIDNo = ") + QString::number(filter.nIDNo));
     }
-    if (!filter.cDispName.isEmpty()) {
-        where.next();
-        addLine(sql, QStringLiteral("     cDispName LIKE '%") + filter.cDispName + QStringLiteral("%'"));
-    }
-    addOrder(sql);
+    entity::addLike(where, sql, QStringLiteral("cDispName"), filter.cDispName);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -173,8 +150,7 @@ short cT_SHINSEISYO::iDataUpdate(const cD_SHINSEISYO* row, bool bTrans)
 
 short cT_SHINSEISYO::iData削除(const cD_SHINSEISYO* row, bool bTrans)
 {
-    return entity::writeRow<cD_SHINSEISYO>(table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
-                                           [](const cD_SHINSEISYO& r, const QString&) { return sqlData削除(r); });
+    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除);
 }
 
 }  // namespace data

@@ -29,14 +29,9 @@ public:
     short iTekiyouStaff = 0;
 };
 
-class cT_SHINSEISYO {
+class cT_SHINSEISYO : public entity::TableClass<cD_SHINSEISYO> {
 public:
-    const QString& sErrMsg() const { return table_.sErrMsg(); }
     cD_SHINSEISYO& clsSHINSEISYO(qint32 index) { return table_.at(index); }
-    qint32 nデータ数() const { return table_.count(); }
-
-    short iGetComputerName(QString& csName) { return entity::iGetComputerName(csName); }
-    short iInit(cT_ADODB& db) { return table_.iInit(db); }
     // The highest nIDNo of this office, 0 when it has none.
     short iGetMaxIDNo(qint32& nMaxID);
     // This office's layouts not deleted: of iPrintType and iStateNo where above 0;
@@ -64,9 +59,6 @@ public:
     static QString sqlData削除(const cD_SHINSEISYO& row);
 
     static const std::vector<entity::Column<cD_SHINSEISYO>>& columns();
-
-private:
-    entity::RowTable<cD_SHINSEISYO> table_;
 };
 
 }  // namespace data

@@ -5,33 +5,19 @@
 namespace data {
 
 using entity::addLine;
+using entity::addLike;
 using entity::Column;
 
 namespace {
 
 const QString kTable = QStringLiteral("Sisetsu");
 
-void addOrder(QString& sql)
-{
-    addLine(sql, QStringLiteral("  order by"));
-    addLine(sql, QStringLiteral("      nIDNo"));
-}
-
-void addLike(entity::Conditions& where, QString& sql, const QString& column, const QString& text)
-{
-    if (text.isEmpty())
-        return;
-    where.next();
-    addLine(sql, QStringLiteral("     ") + column + QStringLiteral(" LIKE '%") + text + QStringLiteral("%'"));
-}
-
 QString selectHead()
 {
     QString sql;
     addLine(sql, QStringLiteral("  select"));
     entity::addSelectList(sql, kTable, cT_SISETSU::columns(), entity::columnNames(cT_SISETSU::columns()));
-    addLine(sql, QStringLiteral("  FROM"));
-    addLine(sql, QStringLiteral("      Sisetsu"));
+    entity::addFrom(sql, kTable);
     return sql;
 }
 
@@ -71,17 +57,7 @@ const std::vector<Column<cD_SISETSU>>& cT_SISETSU::columns()
     return list;
 }
 
-QString cT_SISETSU::sqlGetMaxIDNo()
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    addLine(sql, QStringLiteral("      max(nIDNo) as MaxIDNo"));
-    addLine(sql, QStringLiteral("  FROM"));
-    addLine(sql, QStringLiteral("      Sisetsu"));
-    addLine(sql, QStringLiteral(" where"));
-    entity::addSiteKey(sql);
-    return sql;
-}
+QString cT_SISETSU::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
 
 QString cT_SISETSU::sqlDataReadGrid(const cD_SISETSU& filter)
 {
@@ -98,7 +74,7 @@ QString cT_SISETSU::sqlDataReadGrid(const cD_SISETSU& filter)
     addLike(where, sql, QStringLiteral("cShamei1"), filter.cShamei1);
     addLike(where, sql, QStringLiteral("cShameiKana1"), filter.cShameiKana1);
     addLike(where, sql, QStringLiteral("cSisetsuType"), filter.cSisetsuType);
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -106,17 +82,14 @@ QString cT_SISETSU::sqlDataRead(const cD_SISETSU& filter, bool bExclude)
 {
     QString sql = selectHead();
     entity::Conditions where(sql);
-    if (filter.nIDNo > -1) {
-        where.next();
-        addLine(sql, (bExclude ? QStringLiteral("    nIDNo <> ") : QStringLiteral("    nIDNo = ")) + QString::number(filter.nIDNo));
-    }
+    entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
     where.next();
     entity::addSiteKey(sql);
     if (!filter.cSisetsuType.isEmpty()) {
         where.next();
         addLine(sql, QStringLiteral("     cSisetsuType = '") + filter.cSisetsuType + QStringLiteral("'"));
     }
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -132,7 +105,7 @@ QString cT_SISETSU::sqlDataReadGrid_Jouken(const cD_SISETSU& filter)
     }
     addLike(where, sql, QStringLiteral("Sisetsu.cShamei1"), filter.cShamei1);
     addLike(where, sql, QStringLiteral("Sisetsu.cShameiKana1"), filter.cShameiKana1);
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -287,25 +260,18 @@ QStringList cT_SISETSU::sqlToRiyousha_Iryou(const cD_SISETSU& row)
 
 short cT_SISETSU::iDataInsert(const cD_SISETSU* row, bool bTrans)
 {
-    return entity::writeRow<cD_SISETSU>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert,
-                                        [this](const cD_SISETSU& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+    return entity::writeMappedRow(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
 }
 
 short cT_SISETSU::iDataUpdate(const cD_SISETSU* row, bool bTrans)
 {
-    return entity::writeRow<cD_SISETSU>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate,
-                                        [this](const cD_SISETSU& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+    return entity::writeMappedRow(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
 }
 
 short cT_SISETSU::iData削除(const cD_SISETSU* row, bool bTrans)
 {
-    return entity::writeRow<cD_SISETSU>(
-        table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
-        [](const cD_SISETSU& r, const QString&) { return sqlData削除(r); },
-        [this](const cD_SISETSU& r) {
-            return std::vector<entity::Step>{table_.statement(
-                entity::sqlDeleteLog(QStringLiteral("SISETSU_DELETE_LOG"), r.nIDNo, r.cShamei1, entity::csGetLoginId()))};
-        });
+    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除, QStringLiteral("SISETSU_DELETE_LOG"),
+                             &cD_SISETSU::cShamei1);
 }
 
 short cT_SISETSU::cascade(const cD_SISETSU* row, bool bTrans, QStringList (*statements)(const cD_SISETSU&))

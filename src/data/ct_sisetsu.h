@@ -39,14 +39,9 @@ public:
     short iPaymentType = 0;
 };
 
-class cT_SISETSU {
+class cT_SISETSU : public entity::TableClass<cD_SISETSU> {
 public:
-    const QString& sErrMsg() const { return table_.sErrMsg(); }
     cD_SISETSU& clsSisetsu(qint32 index) { return table_.at(index); }
-    qint32 nデータ数() const { return table_.count(); }
-
-    short iGetComputerName(QString& csName) { return entity::iGetComputerName(csName); }
-    short iInit(cT_ADODB& db) { return table_.iInit(db); }
     // The highest nIDNo of this office, 0 when it has none.
     short iGetMaxIDNo(qint32& nMaxID);
     // Every office's rows: nIDNo and iKikanShubetsu where above 0, names containing
@@ -100,8 +95,6 @@ public:
 
 private:
     short cascade(const cD_SISETSU* row, bool bTrans, QStringList (*statements)(const cD_SISETSU&));
-
-    entity::RowTable<cD_SISETSU> table_;
 };
 
 }  // namespace data

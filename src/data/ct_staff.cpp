@@ -5,31 +5,12 @@
 namespace data {
 
 using entity::addLine;
+using entity::addLike;
 using entity::Column;
 
 namespace {
 
 const QString kTable = QStringLiteral("STAFF");
-
-void addFrom(QString& sql)
-{
-    addLine(sql, QStringLiteral("  FROM"));
-    addLine(sql, QStringLiteral("      STAFF"));
-}
-
-void addOrder(QString& sql)
-{
-    addLine(sql, QStringLiteral("  order by"));
-    addLine(sql, QStringLiteral("      nIDNo"));
-}
-
-void addLike(entity::Conditions& where, QString& sql, const QString& column, const QString& text)
-{
-    if (text.isEmpty())
-        return;
-    where.next();
-    addLine(sql, QStringLiteral("     ") + column + QStringLiteral(" LIKE '%") + text + QStringLiteral("%'"));
-}
 
 QStringList fullNames() { return cT_STAFF::shortColumns() + cT_STAFF::longColumns(); }
 
@@ -147,21 +128,12 @@ short cT_STAFF::iInit(cT_ADODB& db)
 
 QStringList cT_STAFF::gridNames() const { return bLongForm_ ? fullNames() : shortColumns(); }
 
-QString cT_STAFF::sqlGetMaxIDNo()
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    addLine(sql, QStringLiteral("      max(nIDNo) as MaxIDNo"));
-    addFrom(sql);
-    addLine(sql, QStringLiteral(" where"));
-    entity::addSiteKey(sql);
-    return sql;
-}
+QString cT_STAFF::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
 
 QString cT_STAFF::sqlDataReadGrid(const cD_STAFF& filter, bool bLongForm)
 {
     QString sql = selectHead(bLongForm ? fullNames() : shortColumns());
-    addFrom(sql);
+    entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     if (filter.iChusiFlg == 0) {
         where.next();
@@ -175,31 +147,28 @@ QString cT_STAFF::sqlDataReadGrid(const cD_STAFF& filter, bool bLongForm)
     addLike(where, sql, QStringLiteral("cNameKana"), filter.cNameKana);
     where.next();
     entity::addSiteKey(sql);
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
 QString cT_STAFF::sqlDataRead(const cD_STAFF& filter, bool bExclude)
 {
     QString sql = selectHead(fullNames());
-    addFrom(sql);
+    entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
-    if (filter.nIDNo > -1) {
-        where.next();
-        addLine(sql, (bExclude ? QStringLiteral("    nIDNo <> ") : QStringLiteral("    nIDNo = ")) + QString::number(filter.nIDNo));
-    }
+    entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
     where.next();
     entity::addSiteKey(sql);
     if (!filter.cName.isEmpty())
         addLine(sql, QStringLiteral(" AND cName = '") + filter.cName + QStringLiteral("'"));
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
 QString cT_STAFF::sqlDataReadGrid_Jouken(const cD_STAFF& filter)
 {
     QString sql = selectHead(fullNames());
-    addFrom(sql);
+    entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     where.next();
     entity::addSiteKey(sql);
@@ -209,7 +178,7 @@ QString cT_STAFF::sqlDataReadGrid_Jouken(const cD_STAFF& filter)
     }
     addLike(where, sql, QStringLiteral("cName"), filter.cName);
     addLike(where, sql, QStringLiteral("cNameKana"), filter.cNameKana);
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -230,12 +199,12 @@ QString cT_STAFF::sqlChkStaffName(const cD_STAFF& row)
 QString cT_STAFF::sqlDataIdentChk(const cD_STAFF& filter)
 {
     QString sql = selectHead(fullNames());
-    addFrom(sql);
+    entity::addFrom(sql, kTable);
     addLine(sql, QStringLiteral(" where"));
     addLine(sql, QStringLiteral("    nIDNo = ") + QString::number(filter.nIDNo));
     addLine(sql, QStringLiteral(" and"));
     entity::addSiteKey(sql);
-    addOrder(sql);
+    entity::addOrderByIDNo(sql);
     return sql;
 }
 
@@ -244,7 +213,7 @@ QString cT_STAFF::sqlDataReadGrid_AllKyoten(const cD_STAFF& filter, bool bLongFo
     QStringList names = bLongForm ? fullNames() : shortColumns();
     names << QStringLiteral("iKyotenCd") << QStringLiteral("iKyotenEb") << QStringLiteral("cKyotenName");
     QString sql = selectHead(names);
-    addFrom(sql);
+    entity::addFrom(sql, kTable);
     addLine(sql, QStringLiteral("  LEFT JOIN KYOTEN ON"));
     addLine(sql, QStringLiteral("      KYOTEN.iKyotenCd = STAFF.iKyotenCd AND KYOTEN.iKyotenEb = STAFF.iKyotenEb"));
     entity::Conditions where(sql);
@@ -323,25 +292,18 @@ QString cT_STAFF::sqlData削除(const cD_STAFF& row) { return entity::sqlDelete(
 
 short cT_STAFF::iDataInsert(const cD_STAFF* row, bool bTrans)
 {
-    return entity::writeRow<cD_STAFF>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert,
-                                      [this](const cD_STAFF& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+    return entity::writeMappedRow(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
 }
 
 short cT_STAFF::iDataUpdate(const cD_STAFF* row, bool bTrans)
 {
-    return entity::writeRow<cD_STAFF>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate,
-                                      [this](const cD_STAFF& r) { return entity::mapEntrySteps(table_, r.nIDNo, r.nLat, r.nLon); });
+    return entity::writeMappedRow(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
 }
 
 short cT_STAFF::iData削除(const cD_STAFF* row, bool bTrans)
 {
-    return entity::writeRow<cD_STAFF>(
-        table_, entity::WriteKind::Delete, row, bTrans, kAbsent,
-        [](const cD_STAFF& r, const QString&) { return sqlData削除(r); },
-        [this](const cD_STAFF& r) {
-            return std::vector<entity::Step>{table_.statement(
-                entity::sqlDeleteLog(QStringLiteral("STAFF_DELETE_LOG"), r.nIDNo, r.cName, entity::csGetLoginId()))};
-        });
+    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除, QStringLiteral("STAFF_DELETE_LOG"),
+                             &cD_STAFF::cName);
 }
 
 }  // namespace data

@@ -74,13 +74,9 @@ public:
     QString cKyotenName;
 };
 
-class cT_STAFF {
+class cT_STAFF : public entity::TableClass<cD_STAFF> {
 public:
-    const QString& sErrMsg() const { return table_.sErrMsg(); }
     cD_STAFF& clsSTAFF(qint32 index) { return table_.at(index); }
-    qint32 nデータ数() const { return table_.count(); }
-
-    short iGetComputerName(QString& csName) { return entity::iGetComputerName(csName); }
     // Keeps the database object, empties the array, and switches the grid reads to
     // their long form: the columns from cEmail on.
     short iInit(cT_ADODB& db);
@@ -134,7 +130,6 @@ public:
 private:
     QStringList gridNames() const;
 
-    entity::RowTable<cD_STAFF> table_;
     bool bLongForm_ = false;
 };
 

@@ -26,6 +26,45 @@ void Conditions::next()
     any_ = true;
 }
 
+void addFrom(QString& sql, const QString& table)
+{
+    addLine(sql, QStringLiteral("  FROM"));
+    addLine(sql, QStringLiteral("      ") + table);
+}
+
+void addOrderByIDNo(QString& sql)
+{
+    addLine(sql, QStringLiteral("  order by"));
+    addLine(sql, QStringLiteral("      nIDNo"));
+}
+
+void addLike(Conditions& where, QString& sql, const QString& column, const QString& text)
+{
+    if (text.isEmpty())
+        return;
+    where.next();
+    addLine(sql, QStringLiteral("     ") + column + QStringLiteral(" LIKE '%") + text + QStringLiteral("%'"));
+}
+
+void addIDNoFilter(Conditions& where, QString& sql, qint32 nIDNo, bool bExclude)
+{
+    if (nIDNo <= -1)
+        return;
+    where.next();
+    addLine(sql, (bExclude ? QStringLiteral("    nIDNo <> ") : QStringLiteral("    nIDNo = ")) + QString::number(nIDNo));
+}
+
+QString sqlGetMaxIDNo(const QString& table)
+{
+    QString sql;
+    addLine(sql, QStringLiteral("  select"));
+    addLine(sql, QStringLiteral("      max(nIDNo) as MaxIDNo"));
+    addFrom(sql, table);
+    addLine(sql, QStringLiteral(" where"));
+    addSiteKey(sql);
+    return sql;
+}
+
 QString csNull2Trim(const QVariant& value)
 {
     return base::IsNull(value) ? QString() : base::Trim(base::CStr(value));

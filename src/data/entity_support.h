@@ -50,6 +50,22 @@ private:
     bool any_ = false;
 };
 
+// "  FROM", "      TABLE".
+void addFrom(QString& sql, const QString& table);
+
+// "  order by", "      nIDNo": every read of a master table lists by its number.
+void addOrderByIDNo(QString& sql);
+
+// A "     column LIKE '%text%'" condition, only where text is set.
+void addLike(Conditions& where, QString& sql, const QString& column, const QString& text);
+
+// The filter's own row ("    nIDNo = n") or, for the duplicate check, every other
+// row ("    nIDNo <> n"); no condition when nIDNo is -1 or below.
+void addIDNoFilter(Conditions& where, QString& sql, qint32 nIDNo, bool bExclude);
+
+// The highest nIDNo of this office in table, as "MaxIDNo".
+QString sqlGetMaxIDNo(const QString& table);
+
 // --- NULL rules of the fields ---------------------------------------------------------
 
 // Text trimmed of blanks; NULL gives empty text. Dates and times come as their text.
@@ -274,9 +290,30 @@ private:
     QString sErrMsg_;
 };
 
+// The members every master table class shows alike, over the array it reads into.
+template <class Row>
+class TableClass {
+public:
+    const QString& sErrMsg() const { return table_.sErrMsg(); }
+    qint32 nデータ数() const { return table_.count(); }
+
+    short iGetComputerName(QString& csName);
+    // Keeps the connected database object and empties the array.
+    short iInit(cT_ADODB& db) { return table_.iInit(db); }
+
+protected:
+    RowTable<Row> table_;
+};
+
 // The machine name as GetComputerNameA gives it into a buffer of 250 characters, cut
 // at its first character of code 0: 0, or -1 when the name does not fit.
 short iGetComputerName(QString& csName);
+
+template <class Row>
+short TableClass<Row>::iGetComputerName(QString& csName)
+{
+    return entity::iGetComputerName(csName);
+}
 
 // Names of a column list, in its order.
 template <class Row>
@@ -444,5 +481,31 @@ QString sqlUpdatePatients(const QStringList& sets, const QString& condition, con
 // The login id of "loginuser.cid" in the program's folder: the rest of the first line
 // that begins "[LoginId]="; empty when no line does or the file is missing.
 QString csGetLoginId();
+
+// An insert or update that, where the suite's switch is on, also keeps the row's map
+// entry in the same write.
+template <class Row>
+short writeMappedRow(RowTable<Row>& table, WriteKind kind, const Row* row, bool bTrans, const QString& absentText,
+                     QString (*build)(const Row&, const QString&))
+{
+    return writeRow<Row>(table, kind, row, bTrans, absentText, build,
+                         [&table](const Row& r) { return mapEntrySteps(table, r.nIDNo, r.nLat, r.nLon); });
+}
+
+// A delete of one row by build; with a logTable, the row's number and its name
+// (the logName property) go into that log in the same write, with the login id.
+template <class Row>
+short deleteRow(RowTable<Row>& table, const Row* row, bool bTrans, const QString& absentText,
+                QString (*build)(const Row&), const QString& logTable = {}, QString Row::*logName = nullptr)
+{
+    std::function<std::vector<Step>(const Row&)> after;
+    if (!logTable.isEmpty())
+        after = [&table, &logTable, logName](const Row& r) {
+            return std::vector<Step>{table.statement(sqlDeleteLog(logTable, r.nIDNo, r.*logName, csGetLoginId()))};
+        };
+    return writeRow<Row>(
+        table, WriteKind::Delete, row, bTrans, absentText, [build](const Row& r, const QString&) { return build(r); },
+        after);
+}
 
 }  // namespace data::entity
