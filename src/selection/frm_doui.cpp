@@ -156,40 +156,15 @@ short frmDoui::iGetPrintCondition()
 qint32 frmDoui::iGetKanjaData()
 {
     const qint32 staff = cbSejyutsu.ListIndex() > 0 ? cbSejyutsu.ItemData(cbSejyutsu.ListIndex()) : 0;
-    if (!db_) {
-        // iInit has not given the screen its connection.
-        sErrMsg = QStringLiteral("iGetKanjaDataでエラー");
-        return -1;
-    }
-    ConsentRows rows = aKanja;
-    const qint32 status = selection::iGetKanjaData(*db_, cond, staff, rows, sErrMsg);
-    if (status == 0) {
-        aKanja = std::move(rows);
-        nデータ数 = static_cast<short>(aKanja.size());
-    }
-    return status;
+    return extractRows([&](data::cT_ADODB& db, ConsentRows& rows) {
+        return selection::iGetKanjaData(db, cond, staff, rows, sErrMsg);
+    });
 }
 
-short frmDoui::iSetSealData()
+void frmDoui::handOverRows(HandOver& h)
 {
-    setMousePointer(Pointer::Hourglass);
-    if (iGetPrintCondition() != 0) {
-        app::msgBox(kConditionFailed, Information, QString());
-        setMousePointer(Pointer::Normal);
-        return -1;
-    }
-    const qint32 status = iGetKanjaData();
-    if (status != 0) {
-        setMousePointer(Pointer::Normal);
-        return status == 2 ? 2 : -1;
-    }
-    HandOver h{sIshiID_SEAL, sTantouID_SEAL, sTantouName_SEAL};
     if (cond.iMode == 1 && cond.iIsiMatome == 1) joinPerDoctor(aKanja, h);
     else appendPerRow(aKanja, h);
-    sIshiID_SEAL = h.sIshiID_SEAL;
-    sTantouID_SEAL = h.sTantouID_SEAL;
-    sTantouName_SEAL = h.sTantouName_SEAL;
-    return iEndHandOver();
 }
 
 void frmDoui::saveCSVdoui()

@@ -25,10 +25,9 @@ public:
     short iInit(data::cT_ADODB& db, short mode);
 
     // Reads the conditions and the date range: 0, or -1 after a fault.
-    short iGetPrintCondition();
+    short iGetPrintCondition() override;
     // The extraction on the screen's connection (see iGetKanjaData of consent_extract.h).
-    qint32 iGetKanjaData();
-    short iSetSealData() override;
+    qint32 iGetKanjaData() override;
     // Writes "同意データ.csv" from the rows of the last run.
     void saveCSVdoui();
     // Prints (not 0) or previews (0) the ledger.
@@ -46,6 +45,8 @@ public:
 
 protected:
     void Form_KeyDown(int& keyCode, int shift) override;
+    // Seal mode with "同じ医師は１枚にする": one entry a doctor; else one a row.
+    void handOverRows(HandOver& h) override;
 
 private:
     void selectStaff(qint32 nIDNo);

@@ -81,39 +81,7 @@ short frmSeal_SejutsuKeika::iGetPrintCondition()
 
 qint32 frmSeal_SejutsuKeika::iGetKanjaData()
 {
-    if (!db_) {
-        // iInit has not given the screen its connection.
-        sErrMsg = QStringLiteral("iGetKanjaDataでエラー");
-        return -1;
-    }
-    ConsentRows rows = aKanja;
-    const qint32 status = iGetKeikaData(*db_, keika, rows, sErrMsg);
-    if (status == 0) {
-        aKanja = std::move(rows);
-        nデータ数 = static_cast<short>(aKanja.size());
-    }
-    return status;
-}
-
-short frmSeal_SejutsuKeika::iSetSealData()
-{
-    setMousePointer(Pointer::Hourglass);
-    if (iGetPrintCondition() != 0) {
-        app::msgBox(QStringLiteral("印刷条件の取得に失敗しました。"), Information, QString());
-        setMousePointer(Pointer::Normal);
-        return -1;
-    }
-    const qint32 status = iGetKanjaData();
-    if (status != 0) {
-        setMousePointer(Pointer::Normal);
-        return status == 2 ? 2 : -1;
-    }
-    HandOver h{sIshiID_SEAL, sTantouID_SEAL, sTantouName_SEAL};
-    appendPerRow(aKanja, h);
-    sIshiID_SEAL = h.sIshiID_SEAL;
-    sTantouID_SEAL = h.sTantouID_SEAL;
-    sTantouName_SEAL = h.sTantouName_SEAL;
-    return iEndHandOver();
+    return extractRows([&](data::cT_ADODB& db, ConsentRows& rows) { return iGetKeikaData(db, keika, rows, sErrMsg); });
 }
 
 void frmSeal_SejutsuKeika::btn_StaffSelect_Click()

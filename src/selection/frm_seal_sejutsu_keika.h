@@ -24,10 +24,9 @@ public:
     // institutions, 3 facilities): 0, or -1 when the staff check failed.
     short iInit(data::cT_ADODB& db, short mode);
     // Reads the months and the staff number: 0, or -1 after a fault.
-    short iGetPrintCondition();
+    short iGetPrintCondition() override;
     // The extraction (see iGetKeikaData).
-    qint32 iGetKanjaData();
-    short iSetSealData() override;
+    qint32 iGetKanjaData() override;
 
     void btn_StaffSelect_Click();
     // The change of imNum_StaffNo's value: the staff member's name for a number above 0.

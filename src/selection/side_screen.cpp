@@ -132,6 +132,44 @@ short ConsentSideScreen::reportStaffListStatus(short status)
     return 0;
 }
 
+qint32 ConsentSideScreen::extractRows(const std::function<qint32(data::cT_ADODB&, ConsentRows&)>& extract)
+{
+    if (!db_) {
+        sErrMsg = QStringLiteral("iGetKanjaDataでエラー");
+        return -1;
+    }
+    ConsentRows rows = aKanja;
+    const qint32 status = extract(*db_, rows);
+    if (status == 0) {
+        aKanja = std::move(rows);
+        nデータ数 = static_cast<short>(aKanja.size());
+    }
+    return status;
+}
+
+void ConsentSideScreen::handOverRows(HandOver& h) { appendPerRow(aKanja, h); }
+
+short ConsentSideScreen::iSetSealData()
+{
+    setMousePointer(Pointer::Hourglass);
+    if (iGetPrintCondition() != 0) {
+        app::msgBox(QStringLiteral("印刷条件の取得に失敗しました。"), controls::BoxStyle::Information, QString());
+        setMousePointer(Pointer::Normal);
+        return -1;
+    }
+    const qint32 status = iGetKanjaData();
+    if (status != 0) {
+        setMousePointer(Pointer::Normal);
+        return status == 2 ? 2 : -1;
+    }
+    HandOver h{sIshiID_SEAL, sTantouID_SEAL, sTantouName_SEAL};
+    handOverRows(h);
+    sIshiID_SEAL = h.sIshiID_SEAL;
+    sTantouID_SEAL = h.sTantouID_SEAL;
+    sTantouName_SEAL = h.sTantouName_SEAL;
+    return iEndHandOver();
+}
+
 short ConsentSideScreen::iEndHandOver()
 {
     if (db_->iDisConnect() != 0) {

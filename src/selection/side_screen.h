@@ -15,6 +15,7 @@
 #include "selection/staff_list.h"
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace selection {
@@ -74,8 +75,13 @@ public:
 
     // Loads the staff list from the screen's connection: 0, 1 none, -1 failure.
     short iGetCbStaffData();
-    // The hand-over: 0 done, 2 no rows for the kind, -1 anything else.
-    virtual short iSetSealData() = 0;
+    // Reads the conditions of a run from the controls: 0, or -1 after a fault.
+    virtual short iGetPrintCondition() = 0;
+    // The extraction of a run into aKanja: 0, 2 no rows for the kind, -1 failure.
+    virtual qint32 iGetKanjaData() = 0;
+    // The hand-over: 0 done, 2 no rows for the kind, -1 anything else. Conditions it
+    // cannot read are shown as "印刷条件の取得に失敗しました。".
+    short iSetSealData();
 
 protected:
     ConsentSideScreen(QString name, controls::Platform& platform);
@@ -89,6 +95,12 @@ protected:
     void loadOffice();
     // The keys "同意更新医師TEL出力" and "同意記録1出力" of the system settings.
     void readSettingFlags();
+    // Runs an extraction on the screen's connection. Without one (iInit has not run)
+    // -1 with "iGetKanjaDataでエラー"; on 0 the rows found and their count replace
+    // the last run's, on any other status the last run's stay.
+    qint32 extractRows(const std::function<qint32(data::cT_ADODB&, ConsentRows&)>& extract);
+    // How the rows of the run go into the seal screen's members: one entry a row.
+    virtual void handOverRows(HandOver& h);
     // The last step of a hand-over: the connection is closed. 0, or -1 with the
     // wrapper's text.
     short iEndHandOver();
