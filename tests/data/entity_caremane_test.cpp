@@ -32,10 +32,7 @@ protected:
 
     std::vector<qint32> grid(const cD_CAREMANE& filter)
     {
-        data::cT_ADODB db;
-        connect(db);
-        cT_CAREMANE list;
-        list.iInit(db);
+        cT_CAREMANE& list = opened<cT_CAREMANE>();
         EXPECT_EQ(list.iDataReadGrid(filter), 0) << list.sErrMsg().toStdString();
         std::vector<qint32> out;
         for (qint32 i = 0; i < list.nデータ数(); ++i)
@@ -73,10 +70,7 @@ TEST_F(CaremaneTest, GridFiltersNeedAValueAboveZeroOrAText)
 
 TEST_F(CaremaneTest, JoinsGiveTheFacilityAndTheOfficeOrNothing)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CAREMANE list;
-    list.iInit(db);
+    cT_CAREMANE& list = opened<cT_CAREMANE>();
     ASSERT_EQ(list.iDataReadGrid(cD_CAREMANE{}), 0) << list.sErrMsg().toStdString();
     ASSERT_EQ(list.nデータ数(), 3);
     const cD_CAREMANE& full = list.clsCAREMANE(2);
@@ -118,10 +112,7 @@ TEST_F(CaremaneTest, GridStatementJoinsTheFacilityTwiceWithoutOffice)
 
 TEST_F(CaremaneTest, ReadHasTheOneNumberConditionOverEveryOffice)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CAREMANE list;
-    list.iInit(db);
+    cT_CAREMANE& list = opened<cT_CAREMANE>();
     cD_CAREMANE f;
     f.nIDNo = 3;
     ASSERT_EQ(list.iDataRead(f), 0) << list.sErrMsg().toStdString();
@@ -137,10 +128,7 @@ TEST_F(CaremaneTest, ReadHasTheOneNumberConditionOverEveryOffice)
 
 TEST_F(CaremaneTest, SearchAndHighestNumberStayInThisOffice)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CAREMANE list;
-    list.iInit(db);
+    cT_CAREMANE& list = opened<cT_CAREMANE>();
     cD_CAREMANE f;
     f.cNameKana = QStringLiteral("ﾀ");
     ASSERT_EQ(list.iDataReadGrid_Jouken(f), 0) << list.sErrMsg().toStdString();

@@ -71,10 +71,7 @@ TEST_F(CorpTest, GridStatementIsTheShortListOfThisOfficeLineByLine)
 
 TEST_F(CorpTest, GridReadsThisOfficeByNumberWithTheShortColumnsOnly)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    ASSERT_EQ(corps.iInit(db), 0);
+    cT_CORP& corps = opened<cT_CORP>();
     ASSERT_EQ(corps.iDataReadGrid(), 0) << corps.sErrMsg().toStdString();
     EXPECT_EQ(ids(corps), (std::vector<qint32>{1, 2, 3}));
     const cD_CORP& kita = corps.clsCORP(2);
@@ -89,10 +86,7 @@ TEST_F(CorpTest, GridReadsThisOfficeByNumberWithTheShortColumnsOnly)
 
 TEST_F(CorpTest, ReadFillsEveryColumnAndKeepsTheUpdateTimeAsText)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     cD_CORP filter;
     filter.nIDNo = 3;
     filter.iType = -1;
@@ -112,10 +106,7 @@ TEST_F(CorpTest, ReadFillsEveryColumnAndKeepsTheUpdateTimeAsText)
 
 TEST_F(CorpTest, NullColumnsReadAsEmptyTextAndZero)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     cD_CORP filter;
     filter.nIDNo = 2;
     filter.iType = -1;
@@ -134,10 +125,7 @@ TEST_F(CorpTest, NullColumnsReadAsEmptyTextAndZero)
 TEST_F(CorpTest, RowWithOnlyItsKeyReadsWithoutFault)
 {
     run(QStringLiteral("INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo) VALUES (1, 2, 7)"));
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     cD_CORP filter;
     filter.nIDNo = 7;
     filter.iType = -1;
@@ -161,10 +149,7 @@ class CorpReadFilterTest : public CorpTest, public ::testing::WithParamInterface
 TEST_P(CorpReadFilterTest, MinusOneLeavesAColumnFreeAndZeroIsAValue)
 {
     const ReadFilterCase& c = GetParam();
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     cD_CORP filter;
     filter.nIDNo = c.nIDNo;
     filter.iType = c.iType;
@@ -214,10 +199,7 @@ TEST_F(CorpTest, ReadStatementPutsTheConditionsInTheirOrder)
 
 TEST_F(CorpTest, DuplicateCheckReadsEveryOtherRowOfTheOffice)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     cD_CORP filter;
     filter.nIDNo = 2;
     filter.iType = -1;
@@ -228,10 +210,7 @@ TEST_F(CorpTest, DuplicateCheckReadsEveryOtherRowOfTheOffice)
 
 TEST_F(CorpTest, NothingMatchingLeavesAnEmptyArrayAndSucceeds)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     cD_CORP filter;
     filter.nIDNo = -1;
     ASSERT_EQ(corps.iDataRead(filter), 0);  // reads iType 0: row 1
@@ -256,10 +235,7 @@ class CorpJoukenTest : public CorpTest, public ::testing::WithParamInterface<Jou
 TEST_P(CorpJoukenTest, ConditionsNeedAValueAboveZeroOrAText)
 {
     const JoukenCase& c = GetParam();
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     cD_CORP filter;
     filter.nIDNo = c.nIDNo;
     filter.cShamei1 = QString::fromUtf16(c.shamei);
@@ -297,10 +273,7 @@ TEST_F(CorpTest, SearchStatementStartsFromTheOffice)
 
 TEST_F(CorpTest, ApostropheInASearchTextFailsTheReadAndChangesNothing)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     ASSERT_EQ(corps.iDataReadGrid(), 0);
     cD_CORP filter;
     for (const QString& text : {QStringLiteral("O'Hara"), QStringLiteral("x%'; delete from CORP --")}) {
@@ -337,10 +310,7 @@ TEST_F(CorpTest, ReadingBeforeInitFails)
 TEST_F(CorpTest, HighestNumberIsThisOfficesAndZeroForNone)
 {
     run(QStringLiteral("INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo) VALUES (2, 2, 50)"));
-    data::cT_ADODB db;
-    connect(db);
-    cT_CORP corps;
-    corps.iInit(db);
+    cT_CORP& corps = opened<cT_CORP>();
     qint32 nMax = -1;
     ASSERT_EQ(corps.iGetMaxIDNo(nMax), 0) << corps.sErrMsg().toStdString();
     EXPECT_EQ(nMax, 3);

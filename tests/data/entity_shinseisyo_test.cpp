@@ -28,10 +28,7 @@ protected:
 
     std::vector<qint32> grid(const cD_SHINSEISYO& f)
     {
-        data::cT_ADODB db;
-        connect(db);
-        cT_SHINSEISYO list;
-        list.iInit(db);
+        cT_SHINSEISYO& list = opened<cT_SHINSEISYO>();
         EXPECT_EQ(list.iDataReadGrid(f), 0) << list.sErrMsg().toStdString();
         std::vector<qint32> out;
         for (qint32 i = 0; i < list.nデータ数(); ++i)
@@ -56,10 +53,7 @@ TEST_F(ShinseisyoTest, GridLeavesOutDeletedLayoutsAndOtherOffices)
 
 TEST_F(ShinseisyoTest, ReadsAndSearch)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_SHINSEISYO list;
-    list.iInit(db);
+    cT_SHINSEISYO& list = opened<cT_SHINSEISYO>();
     cD_SHINSEISYO f;
     f.nIDNo = 3;
     ASSERT_EQ(list.iDataRead(f), 0) << list.sErrMsg().toStdString();

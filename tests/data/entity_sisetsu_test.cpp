@@ -28,10 +28,7 @@ protected:
 
     std::vector<qint32> grid(const cD_SISETSU& f)
     {
-        data::cT_ADODB db;
-        connect(db);
-        cT_SISETSU list;
-        list.iInit(db);
+        cT_SISETSU& list = opened<cT_SISETSU>();
         EXPECT_EQ(list.iDataReadGrid(f), 0) << list.sErrMsg().toStdString();
         std::vector<qint32> out;
         for (qint32 i = 0; i < list.nデータ数(); ++i)
@@ -81,10 +78,7 @@ TEST_F(SisetsuTest, StatementsNameTheTableSisetsu)
 
 TEST_F(SisetsuTest, RowValuesAndNulls)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_SISETSU list;
-    list.iInit(db);
+    cT_SISETSU& list = opened<cT_SISETSU>();
     cD_SISETSU f;
     f.nIDNo = 12;
     ASSERT_EQ(list.iDataRead(f), 0) << list.sErrMsg().toStdString();
@@ -101,10 +95,7 @@ TEST_F(SisetsuTest, RowValuesAndNulls)
 
 TEST_F(SisetsuTest, ReadIsOfThisOfficeWithAnExactKind)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_SISETSU list;
-    list.iInit(db);
+    cT_SISETSU& list = opened<cT_SISETSU>();
     cD_SISETSU f;
     f.nIDNo = -1;
     f.cSisetsuType = QStringLiteral("特養");

@@ -85,10 +85,7 @@ TEST_F(StaffTest, GridConditionsComeBeforeTheOffice)
                                             "  order by\r\n      nIDNo\r\n")))
         << sql.toStdString();
 
-    data::cT_ADODB db;
-    connect(db);
-    cT_STAFF list;
-    list.iInit(db);
+    cT_STAFF& list = opened<cT_STAFF>();
     f = {};
     f.iChusiFlg = 1;
     ASSERT_EQ(list.iDataReadGrid(f), 0);
@@ -101,10 +98,7 @@ TEST_F(StaffTest, GridConditionsComeBeforeTheOffice)
 
 TEST_F(StaffTest, ReadMatchesNumberOfficeAndName)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_STAFF list;
-    list.iInit(db);
+    cT_STAFF& list = opened<cT_STAFF>();
     cD_STAFF f;
     f.nIDNo = -1;
     f.cName = QStringLiteral("佐藤　花子");
@@ -132,10 +126,7 @@ TEST_F(StaffTest, NameCheckCountsOtherStaffOfEveryOffice)
                                                             "  WHERE nIDNo != 5\r\n"
                                                             " AND\r\n"
                                                             "        cName = '佐藤　花子' \r\n"));
-    data::cT_ADODB db;
-    connect(db);
-    cT_STAFF list;
-    list.iInit(db);
+    cT_STAFF& list = opened<cT_STAFF>();
     qint32 nCnt = -1;
     ASSERT_EQ(list.iChkStaffName(row, nCnt), 0) << list.sErrMsg().toStdString();
     EXPECT_EQ(nCnt, 1);  // the namesake of office 1-3, number 1
@@ -150,10 +141,7 @@ TEST_F(StaffTest, NameCheckCountsOtherStaffOfEveryOffice)
 
 TEST_F(StaffTest, IdentityCheckReadsOneNumberOfThisOffice)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_STAFF list;
-    list.iInit(db);
+    cT_STAFF& list = opened<cT_STAFF>();
     cD_STAFF f;
     f.nIDNo = 1;
     ASSERT_EQ(list.iDataIdentChk(f), 0) << list.sErrMsg().toStdString();
@@ -167,10 +155,7 @@ TEST_F(StaffTest, IdentityCheckReadsOneNumberOfThisOffice)
 TEST_F(StaffTest, AllOfficesAreOrderedByOfficeThenNumberWithTheOfficeName)
 {
     run(QStringLiteral("INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, iChusiFlg) VALUES (0, 9, 8, '本部', 0)"));
-    data::cT_ADODB db;
-    connect(db);
-    cT_STAFF list;
-    list.iInit(db);
+    cT_STAFF& list = opened<cT_STAFF>();
     ASSERT_EQ(list.iDataReadGrid_AllKyoten(cD_STAFF{}), 0) << list.sErrMsg().toStdString();
     ASSERT_EQ(list.nデータ数(), 5);
     const std::vector<std::tuple<short, short, qint32, QString>> expected = {
@@ -195,10 +180,7 @@ TEST_F(StaffTest, AllOfficesAreOrderedByOfficeThenNumberWithTheOfficeName)
 
 TEST_F(StaffTest, SearchStaysInThisOffice)
 {
-    data::cT_ADODB db;
-    connect(db);
-    cT_STAFF list;
-    list.iInit(db);
+    cT_STAFF& list = opened<cT_STAFF>();
     cD_STAFF f;
     f.cNameKana = QStringLiteral("ﾔﾏﾓﾄ");
     ASSERT_EQ(list.iDataReadGrid_Jouken(f), 0) << list.sErrMsg().toStdString();

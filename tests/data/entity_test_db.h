@@ -18,7 +18,9 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <ostream>
+#include <vector>
 
 inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
 
@@ -40,7 +42,11 @@ protected:
         setConnectString(QStringLiteral("Provider=SQLite;Data Source=") + dbPath_);
     }
 
-    void TearDown() override { app::setPlatform(nullptr); }
+    void TearDown() override
+    {
+        held_.clear();
+        app::setPlatform(nullptr);
+    }
 
     void setConnectString(const QString& text)
     {
@@ -107,9 +113,27 @@ protected:
         ASSERT_EQ(db.iConnect(), 0) << db.sErrMsg().toStdString();
     }
 
+    // A table class initialised on its own connection to the fixture; the fixture
+    // keeps both until the test ends.
+    template <class Table>
+    Table& opened()
+    {
+        auto db = std::make_shared<data::cT_ADODB>();
+        connect(*db);
+        auto table = std::make_shared<Table>();
+        EXPECT_EQ(table->iInit(*db), 0);
+        held_.push_back(table);
+        held_.push_back(db);
+        return *table;
+    }
+
     QTemporaryDir dir_;
     QString dbPath_;
     controls::RecordingPlatform platform_;
+
+private:
+    // Tables before their connections: each is let go in the order it was taken.
+    std::vector<std::shared_ptr<void>> held_;
 };
 
 // The statement's lines, for messages that show where two statements part.
