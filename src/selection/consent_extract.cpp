@@ -1,5 +1,7 @@
 #include "selection/consent_extract.h"
 
+#include "selection/row_extract.h"
+
 #include "app/globals.h"
 #include "base/conversions.h"
 #include "base/dates.h"
@@ -209,31 +211,16 @@ QString csGetIsiTel(data::cT_ADODB& db, const QString& name, const QString& kika
 
 qint32 iGetKanjaData(data::cT_ADODB& db, const DouiCondition& c, qint32 staffNo, ConsentRows& rows, QString& sErrMsg)
 {
-    auto rs = std::make_unique<data::ado::Recordset>();
-    rs->setCursorLocation(data::ado::adUseClient);
-    try {
-        if (db.iOpenRecSet(rs, sqlKanjaData(c, staffNo), 0, 1, 1) != 0) {
-            sErrMsg = db.sErrMsg();
-            return -1;
-        }
-        if (rs->Eof()) {
-            db.iCloseRecSet(rs);
-            if (c.iMode == 1) {
-                sErrMsg = QStringLiteral("該当する医師データがありません。");
-                return 2;
-            }
-            sErrMsg = QStringLiteral("該当する患者データがありません。");
-            return 1;
-        }
-
-        ConsentRows found;
-        const auto field = [&rs](const QString& name) { return rs->Fields(name).Value(); };
+    const NoRows noRows = c.iMode == 1 ? NoRows{2, QStringLiteral("該当する医師データがありません。")}
+                                       : NoRows{1, QStringLiteral("該当する患者データがありません。")};
+    const auto read = [&](data::ado::Recordset& rs, ConsentRows& found) {
+        const auto field = [&rs](const QString& name) { return rs.Fields(name).Value(); };
         qint32 previous = -1;
-        while (!rs->Eof()) {
+        while (!rs.Eof()) {
             const qint32 id = nValue(field(QStringLiteral("nIDNo")));
             // One patient yields one row per run of adjacent records.
             if (id == previous) {
-                rs->MoveNext();
+                rs.MoveNext();
                 continue;
             }
             previous = id;
@@ -257,8 +244,8 @@ qint32 iGetKanjaData(data::cT_ADODB& db, const DouiCondition& c, qint32 staffNo,
             row.StaffName = base::csNull2Str(field(QStringLiteral("StaffName")));
             if (c.iDouiRec1 == 1) {
                 // Spelled with a full-width first letter, unlike the select list's aliases.
-                row.IshiName = base::csRTrimNull(widthInsensitiveField(*rs, QStringLiteral("ｃDouiIsiName1")));
-                row.IshiKikanName = base::csRTrimNull(widthInsensitiveField(*rs, QStringLiteral("ｃDouiIsiKikan1")));
+                row.IshiName = base::csRTrimNull(widthInsensitiveField(rs, QStringLiteral("ｃDouiIsiName1")));
+                row.IshiKikanName = base::csRTrimNull(widthInsensitiveField(rs, QStringLiteral("ｃDouiIsiKikan1")));
             } else {
                 row.IshiName = base::csRTrimNull(field(QStringLiteral("DOUI_ISI")));
                 row.IshiKikanName = base::csRTrimNull(field(QStringLiteral("DOUI_KIKAN")));
@@ -284,19 +271,10 @@ qint32 iGetKanjaData(data::cT_ADODB& db, const DouiCondition& c, qint32 staffNo,
             row.ShokaiFlg = shokai;
             row.EmptyFlg = nValue(field(QStringLiteral("EmptyFlg")));
             found.push_back(std::move(row));
-            rs->MoveNext();
+            rs.MoveNext();
         }
-        if (db.iCloseRecSet(rs) != 0) {
-            sErrMsg = db.sErrMsg();
-            return -1;
-        }
-        rows = std::move(found);
-        return 0;
-    } catch (const base::VbError& fault) {
-        if (rs && rs->State() == data::ado::adStateOpen) db.iCloseRecSet(rs);
-        sErrMsg = dialogs::faultLines(QStringLiteral("iGetKanjaDataでエラー"), fault);
-        return -1;
-    }
+    };
+    return readConsentRows(db, [&] { return sqlKanjaData(c, staffNo); }, noRows, read, rows, sErrMsg);
 }
 
 }  // namespace selection

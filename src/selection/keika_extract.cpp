@@ -1,5 +1,7 @@
 #include "selection/keika_extract.h"
 
+#include "selection/row_extract.h"
+
 #include "app/globals.h"
 #include "base/conversions.h"
 #include "base/dates.h"
@@ -142,47 +144,24 @@ QString sqlKeikaData(const KeikaCondition& c)
 
 qint32 iGetKeikaData(data::cT_ADODB& db, const KeikaCondition& c, ConsentRows& rows, QString& sErrMsg)
 {
-    auto rs = std::make_unique<data::ado::Recordset>();
-    rs->setCursorLocation(data::ado::adUseClient);
-    try {
-        db.iSetTimeout(120);
-        if (db.iOpenRecSet(rs, sqlKeikaData(c), 0, 1, 1) != 0) {
-            sErrMsg = db.sErrMsg();
-            return -1;
-        }
-        if (rs->Eof()) {
-            db.iCloseRecSet(rs);
-            if (c.iKeikaMode == 1) {
-                sErrMsg = QStringLiteral("該当するケアマネージャーデータがありません。");
-                return 2;
-            }
-            sErrMsg = QStringLiteral("該当する医師データがありません。");
-            return 1;
-        }
-        ConsentRows found;
-        found.reserve(static_cast<size_t>(rs->RecordCount()));
-        const data::ado::Field fID = rs->Fields(QStringLiteral("ID"));
-        const data::ado::Field fName = rs->Fields(QStringLiteral("NAME"));
-        const data::ado::Field fKikan = rs->Fields(QStringLiteral("KIKAN"));
-        while (!rs->Eof()) {
+    db.iSetTimeout(120);
+    const NoRows noRows = c.iKeikaMode == 1 ? NoRows{2, QStringLiteral("該当するケアマネージャーデータがありません。")}
+                                            : NoRows{1, QStringLiteral("該当する医師データがありません。")};
+    const auto read = [](data::ado::Recordset& rs, ConsentRows& found) {
+        found.reserve(static_cast<size_t>(rs.RecordCount()));
+        const data::ado::Field fID = rs.Fields(QStringLiteral("ID"));
+        const data::ado::Field fName = rs.Fields(QStringLiteral("NAME"));
+        const data::ado::Field fKikan = rs.Fields(QStringLiteral("KIKAN"));
+        while (!rs.Eof()) {
             ConsentRow row;
             row.IshiIDno = base::csNull2Str(fID.Value());
             row.IshiName = base::csNull2Str(fName.Value());
             row.IshiKikanName = base::csNull2Str(fKikan.Value());
             found.push_back(std::move(row));
-            rs->MoveNext();
+            rs.MoveNext();
         }
-        if (db.iCloseRecSet(rs) != 0) {
-            sErrMsg = db.sErrMsg();
-            return -1;
-        }
-        rows = std::move(found);
-        return 0;
-    } catch (const base::VbError& fault) {
-        if (rs && rs->State() == data::ado::adStateOpen) db.iCloseRecSet(rs);
-        sErrMsg = dialogs::faultLines(QStringLiteral("iGetKanjaDataでエラー"), fault);
-        return -1;
-    }
+    };
+    return readConsentRows(db, [&] { return sqlKeikaData(c); }, noRows, read, rows, sErrMsg);
 }
 
 }  // namespace selection
