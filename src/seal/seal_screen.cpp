@@ -32,6 +32,8 @@ frmPrintシール::frmPrintシール(Platform& platform) : Screen(kScreenName, p
     buildControls();
     bindHandlers();
     bindPrintHandlers();
+    bindSideScreenHandlers();
+    bindHelpHandlers();
 }
 
 std::unique_ptr<Screen> makeSealScreen(Platform& platform) { return std::make_unique<frmPrintシール>(platform); }

@@ -222,12 +222,14 @@ public:
     // btnSejutsuKeika: the addressees of progress reports.
     void btnSejutsuKeika_Click();
 
+    // mnVer: the version screen, with this program's number and title.
+    void mnVer_Click();
+    // mnDispHelp: the suite's online help.
+    void mnDispHelp_Click();
+
 private:
-    // Binds the side screen commands; declared last, so the controls exist by then.
-    struct SideScreenBinding {
-        explicit SideScreenBinding(frmPrintシール& screen);
-    };
-    SideScreenBinding sideScreenBinding_{*this};
+    void bindSideScreenHandlers();
+    void bindHelpHandlers();
 };
 
 // The factory the process start uses.

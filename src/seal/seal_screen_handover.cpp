@@ -45,11 +45,11 @@ short keikaMode(const std::deque<controls::OptionButton>& optMst)
 
 }  // namespace
 
-frmPrintシール::SideScreenBinding::SideScreenBinding(frmPrintシール& screen)
+void frmPrintシール::bindSideScreenHandlers()
 {
-    screen.btnDouishoList.Click = [&screen] { screen.btnDouishoList_Click(); };
-    screen.mnDouiSet.Click = [&screen] { screen.btnDouishoList_Click(); };
-    screen.btnSejutsuKeika.Click = [&screen] { screen.btnSejutsuKeika_Click(); };
+    btnDouishoList.Click = [this] { btnDouishoList_Click(); };
+    mnDouiSet.Click = [this] { btnDouishoList_Click(); };
+    btnSejutsuKeika.Click = [this] { btnSejutsuKeika_Click(); };
 }
 
 namespace {
