@@ -34,10 +34,7 @@ protected:
     {
         cT_CAREMANE& list = opened<cT_CAREMANE>();
         EXPECT_EQ(list.iDataReadGrid(filter), 0) << list.sErrMsg().toStdString();
-        std::vector<qint32> out;
-        for (qint32 i = 0; i < list.nデータ数(); ++i)
-            out.push_back(list.clsCAREMANE(i).nIDNo);
-        return out;
+        return entitytest::ids(list, &cT_CAREMANE::clsCAREMANE);
     }
 };
 

@@ -28,13 +28,7 @@ protected:
             "(1, 3, 9, 0, '別拠点', NULL, 'ﾍﾞﾂ', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)"));
     }
 
-    std::vector<qint32> ids(cT_CORP& corps)
-    {
-        std::vector<qint32> out;
-        for (qint32 i = 0; i < corps.nデータ数(); ++i)
-            out.push_back(corps.clsCORP(i).nIDNo);
-        return out;
-    }
+    std::vector<qint32> ids(cT_CORP& corps) { return entitytest::ids(corps, &cT_CORP::clsCORP); }
 };
 
 TEST_F(CorpTest, GridStatementIsTheShortListOfThisOfficeLineByLine)

@@ -30,10 +30,7 @@ protected:
     {
         cT_SHINSEISYO& list = opened<cT_SHINSEISYO>();
         EXPECT_EQ(list.iDataReadGrid(f), 0) << list.sErrMsg().toStdString();
-        std::vector<qint32> out;
-        for (qint32 i = 0; i < list.nデータ数(); ++i)
-            out.push_back(list.clsSHINSEISYO(i).nIDNo);
-        return out;
+        return entitytest::ids(list, &cT_SHINSEISYO::clsSHINSEISYO);
     }
 };
 

@@ -30,10 +30,7 @@ protected:
     {
         cT_SISETSU& list = opened<cT_SISETSU>();
         EXPECT_EQ(list.iDataReadGrid(f), 0) << list.sErrMsg().toStdString();
-        std::vector<qint32> out;
-        for (qint32 i = 0; i < list.nデータ数(); ++i)
-            out.push_back(list.clsSisetsu(i).nIDNo);
-        return out;
+        return entitytest::ids(list, &cT_SISETSU::clsSisetsu);
     }
 };
 

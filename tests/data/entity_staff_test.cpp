@@ -28,13 +28,7 @@ protected:
             "(1, 3, 2, '山本　次郎', 'ﾔﾏﾓﾄ', NULL, 0, NULL, NULL, NULL, NULL, NULL, NULL)"));
     }
 
-    static std::vector<qint32> ids(cT_STAFF& list)
-    {
-        std::vector<qint32> out;
-        for (qint32 i = 0; i < list.nデータ数(); ++i)
-            out.push_back(list.clsSTAFF(i).nIDNo);
-        return out;
-    }
+    static std::vector<qint32> ids(cT_STAFF& list) { return entitytest::ids(list, &cT_STAFF::clsSTAFF); }
 };
 
 TEST_F(StaffTest, GridReadsCurrentStaffOfThisOfficeInTheLongFormAfterInit)

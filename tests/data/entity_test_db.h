@@ -136,6 +136,16 @@ private:
     std::vector<std::shared_ptr<void>> held_;
 };
 
+// The nIDNo of every row a table class read, in its order; at is its row accessor.
+template <class Table, class Row>
+std::vector<qint32> ids(Table& table, Row& (Table::*at)(qint32))
+{
+    std::vector<qint32> out;
+    for (qint32 i = 0; i < table.nデータ数(); ++i)
+        out.push_back((table.*at)(i).nIDNo);
+    return out;
+}
+
 // The statement's lines, for messages that show where two statements part.
 inline QStringList lines(const QString& sql) { return sql.split(QStringLiteral("\r\n")); }
 
