@@ -10,7 +10,7 @@ command -v import >/dev/null || { echo "screenshot: needs imagemagick (apt-get i
 [ -f "$demo/adodb.ini" ] || { echo "screenshot: run scripts/demo.sh first (it writes $demo)" >&2; exit 2; }
 
 display=:97
-Xvfb "$display" -screen 0 1280x820x24 >/dev/null 2>&1 &
+Xvfb "$display" -screen 0 1280x800x24 >/dev/null 2>&1 &
 xvfb=$!
 trap 'kill $app $xvfb 2>/dev/null || true' EXIT
 sleep 1

@@ -20,6 +20,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <QTableView>
@@ -93,7 +94,12 @@ SealWindow::SealWindow(QtPlatform& platform, seal::frmPrintシール& screen)
     auto* rows = new QVBoxLayout(outer);
     rows->addWidget(central, 1);
     rows->addWidget(buildCommands());
-    setCentralWidget(outer);
+    // On a small screen the screen scrolls rather than being cut off.
+    auto* scroll = new QScrollArea;
+    scroll->setWidget(outer);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    setCentralWidget(scroll);
 
     auto* status = new QStatusBar;
     setStatusBar(status);
@@ -228,18 +234,20 @@ QWidget* SealWindow::buildSearch()
     jisseki->addWidget(end);
     auto* jissekiBox = group(QString(), jisseki);
     binder_->frame(screen_.fraJisseki, jissekiBox);
-    grid->addWidget(jissekiBox, 4, 0, 1, 2);
+    grid->addWidget(jissekiBox, 4, 0, 1, 4);
 
     auto* hojyo = new QHBoxLayout;
     auto* lbl = new QLabel;
     auto* kaisyu = new QComboBox;
+    kaisyu->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    kaisyu->setMinimumContentsLength(12);
     binder_->label(screen_.LblJyoken, lbl);
     binder_->combo(screen_.cmbKaisyu, kaisyu);
     hojyo->addWidget(lbl);
     hojyo->addWidget(kaisyu, 1);
     auto* hojyoBox = group(QString(), hojyo);
     binder_->frame(screen_.fraJyokenHojyo, hojyoBox);
-    grid->addWidget(hojyoBox, 4, 2, 1, 2);
+    grid->addWidget(hojyoBox, 5, 0, 1, 4);
 
     return group(QStringLiteral("検索条件"), grid);
 }
@@ -262,7 +270,7 @@ QWidget* SealWindow::buildOrder()
 {
     auto* v = new QVBoxLayout;
     auto* list = new QListWidget;
-    list->setMinimumWidth(220);
+    list->setMinimumWidth(200);
     binder_->list(screen_.lstCheck, list);
     v->addWidget(list, 1);
     auto* check = new QCheckBox;
@@ -292,6 +300,8 @@ QWidget* SealWindow::buildSheet()
 {
     auto* v = new QVBoxLayout;
     auto* sealType = new QComboBox;
+    sealType->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    sealType->setMinimumContentsLength(12);
     binder_->combo(screen_.cmbSealType, sealType);
     v->addWidget(sealType);
 
@@ -319,6 +329,8 @@ QWidget* SealWindow::buildSheet()
 
     auto* envelope = new QVBoxLayout;
     auto* hutou = new QComboBox;
+    hutou->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    hutou->setMinimumContentsLength(12);
     binder_->combo(screen_.cmbHutou, hutou);
     envelope->addWidget(hutou);
     auto* pictures = new QHBoxLayout;
@@ -350,6 +362,8 @@ QWidget* SealWindow::buildSheet()
     auto* foot = new QHBoxLayout;
     auto* combo = new QComboBox;
     combo->setEditable(true);
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    combo->setMinimumContentsLength(10);
     binder_->combo(screen_.cboKyakutyuList, combo);
     connect(combo, &QComboBox::editTextChanged, this, [this](const QString& t) {
         if (t != screen_.cboKyakutyuList.text()) platform_.dispatch([&] { screen_.cboKyakutyuList.setText(t); });
