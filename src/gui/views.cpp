@@ -1,6 +1,8 @@
 #include "gui/views.h"
 
 #include "app/frm_back.h"
+#include "app/wait_notices.h"
+#include "gui/wait_windows.h"
 #include "gui/back_window.h"
 #include "dialogs/frm_ver.h"
 #include "dialogs/staff_search.h"
@@ -20,6 +22,8 @@ std::unique_ptr<QWidget> makeView(QtPlatform& platform, controls::Screen& screen
     if (auto* back = dynamic_cast<app::frmBack*>(&screen)) return std::make_unique<BackWindow>(*back);
     if (auto* sealScreen = dynamic_cast<seal::frmPrintシール*>(&screen)) return std::make_unique<SealWindow>(platform, *sealScreen);
     if (auto* ver = dynamic_cast<dialogs::frmVer*>(&screen)) return std::make_unique<VerWindow>(platform, *ver);
+    if (auto* wait = dynamic_cast<app::frmWaitMsg*>(&screen)) return std::make_unique<WaitMsgWindow>(platform, *wait);
+    if (auto* wait = dynamic_cast<app::frmMsgWait*>(&screen)) return std::make_unique<MsgWaitWindow>(platform, *wait);
     if (auto* doui = dynamic_cast<selection::frmDoui*>(&screen)) return std::make_unique<DouiWindow>(platform, *doui);
     if (auto* keika = dynamic_cast<selection::frmSeal_SejutsuKeika*>(&screen)) return std::make_unique<KeikaWindow>(platform, *keika);
     if (auto* staff = dynamic_cast<dialogs::frm施術者検索*>(&screen)) return std::make_unique<StaffSearchWindow>(platform, *staff);
