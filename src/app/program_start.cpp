@@ -57,4 +57,29 @@ bool startDetached(const QString& commandLine, const QString& appDir, QString* e
     return true;
 }
 
+bool runToEnd(const QString& commandLine, const QString& appDir, QString* error)
+{
+    const ProgramCommand cmd = parseCommandLine(commandLine);
+    const QString path = findProgram(cmd.program, appDir);
+    if (path.isEmpty()) {
+        if (error) *error = QStringLiteral("ファイルが見つかりません。(%1)").arg(cmd.program);
+        return false;
+    }
+    QProcess process;
+    process.setProgram(path);
+    process.setArguments(cmd.arguments);
+    process.setWorkingDirectory(base::nativePath(appDir));
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start();
+    if (!process.waitForStarted() || !process.waitForFinished(-1)) {
+        if (error) *error = QStringLiteral("プログラムを起動できません。(%1)").arg(path);
+        return false;
+    }
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        if (error) *error = QStringLiteral("%1 が終了コード %2 で終わりました。").arg(path).arg(process.exitCode());
+        return false;
+    }
+    return true;
+}
+
 }  // namespace app

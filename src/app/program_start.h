@@ -25,4 +25,9 @@ QString findProgram(const QString& program, const QString& appDir);
 // found or cannot be started.
 bool startDetached(const QString& commandLine, const QString& appDir, QString* error = nullptr);
 
+// Runs the program and waits for its end (a run with no display, where nothing would
+// be left to show). False, with the reason, if it is not found, cannot be started, or
+// ends with a failure.
+bool runToEnd(const QString& commandLine, const QString& appDir, QString* error = nullptr);
+
 }  // namespace app

@@ -67,7 +67,7 @@ void ScenarioRunner::startProgramsForReal()
 {
     platform_.realStart = [](const QString& commandLine) {
         QString error;
-        const bool ok = startDetached(commandLine, gsAppPath, &error);
+        const bool ok = runToEnd(commandLine, gsAppPath, &error);
         if (!ok) std::fprintf(stderr, "%s\n", error.toLocal8Bit().constData());
         return ok;
     };

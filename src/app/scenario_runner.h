@@ -21,7 +21,8 @@ class ScenarioRunner {
 public:
     ScenarioRunner(QStringList script, QString appDir, ScreenFactory makeSealScreen);
 
-    // Starts the programs the script's run starts, for real, besides recording them.
+    // Runs the programs the script's run starts, for real, besides recording them, each
+    // to its end (with no display the engine writes its output and ends).
     void startProgramsForReal();
 
     // Runs the script; every transcript line goes to out. Returns 0, or 2 when the

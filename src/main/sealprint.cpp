@@ -6,7 +6,7 @@
 //   sealprint --script FILE --app-dir DIR [--start-programs]
 //       the scenario runner: drives the screens with no display and prints a
 //       transcript; with --start-programs the programs the run starts (the report
-//       engine) are started for real too.
+//       engine) are run for real too, each to its end.
 
 #include "app/process.h"
 #include "app/scenario_runner.h"
