@@ -164,6 +164,10 @@ std::vector<IndexDef> makeIndexes()
         index("IX_RIYOUSHA_KANA", "RIYOUSHA", "iKyotenCd iKyotenEb cNameKana"),
         // The consent list selects one office's consents by date.
         index("IX_RIYOUSHA_DOUI_REC_DAY", "RIYOUSHA_DOUI_REC", "iKyotenCd iKyotenEb tDouiDay"),
+        // The services of one office in one month: the patient query counts them per
+        // patient. The customers' servers keep the service table keyed by office and
+        // day for their monthly reports; the key alone would read every month.
+        index("IX_JISSEKI_DAY", "JISSEKI", "iKyotenCd iKyotenEb tServicyDayStart nRiyoushaIDNo"),
         // Care managers and doctors are joined to patients through these links.
         index("IX_RIYOUSHA_SUB_CARE", "RIYOUSHA_SUB", "iCareCd"),
     };

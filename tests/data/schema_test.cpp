@@ -504,6 +504,25 @@ TEST(SchemaStorageTest, PatientsOfAnOfficeAreReadInReadingOrderFromAnIndex)
     EXPECT_FALSE(plan.contains(QStringLiteral("TEMP B-TREE"))) << plan.toStdString();
 }
 
+TEST(SchemaStorageTest, OneMonthOfServicesIsReadAsARangeOfAnIndex)
+{
+    SchemaDb db;
+    ASSERT_TRUE(db.ok()) << db.error().toStdString();
+    // Three months of visits of forty patients, with the statistics a live database has.
+    ASSERT_TRUE(db.exec(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 3599) "
+                                       "INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) "
+                                       "SELECT 1, 1, i % 40, printf('2026/%02d/%02d 10:00:00', 9 + i / 1200, 1 + i % 28) "
+                                       "FROM n")));
+    ASSERT_TRUE(db.exec(QStringLiteral("ANALYZE")));
+    const QString plan =
+        db.rows(QStringLiteral("EXPLAIN QUERY PLAN SELECT nRiyoushaIDNo ,count(nRiyoushaIDNo) as jisseki_ct FROM JISSEKI "
+                               "WHERE iKyotenCd = 1 AND iKyotenEb = 1 AND tServicyDayStart>'2026/10/31' "
+                               "AND tServicyDayStart<'2026/12/01' GROUP BY nRiyoushaIDNo"))
+            .join(QLatin1Char('\n'));
+    EXPECT_TRUE(plan.contains(QStringLiteral("COVERING INDEX IX_JISSEKI_DAY"))) << plan.toStdString();
+    EXPECT_TRUE(plan.contains(QStringLiteral("tServicyDayStart>? AND tServicyDayStart<?"))) << plan.toStdString();
+}
+
 // The month count of the patient list looks at visits after the last day of the month
 // before and before the first of the month after. Visit times are text; one at
 // midnight is stored as the date alone, which keeps it out of the span as on SQL Server.
