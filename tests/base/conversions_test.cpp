@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(Values, BankersRounding,
 
 TEST(NumberConversion, TextThatIsNotANumberIsATypeMismatch)
 {
-    for (const QString t : {QStringLiteral(""), QStringLiteral(" "), QStringLiteral("abc"), QStringLiteral("12a"),
+    for (const QString& t : {QStringLiteral(""), QStringLiteral(" "), QStringLiteral("abc"), QStringLiteral("12a"),
                             QStringLiteral("1 2"), QStringLiteral("--1"), QStringLiteral("."), QStringLiteral("1e"),
                             QStringLiteral("&H")}) {
         EXPECT_EQ(faultOf([&] { CInt(t); }), 13) << t.toStdString();
@@ -82,7 +82,7 @@ TEST(NumberConversion, NumericTextConvertsWithBlanksSignsGroupingAndRounding)
     EXPECT_EQ(CLng(QStringLiteral("1.5E3")), 1500);
     EXPECT_EQ(CInt(QStringLiteral("&HFFFF")), -1);
     EXPECT_EQ(CInt(QStringLiteral("09")), 9);  // "BASEID" halves with a leading zero
-    for (const QString t : {QStringLiteral("12"), QStringLiteral(" -1.5 "), QStringLiteral("1,234.5"),
+    for (const QString& t : {QStringLiteral("12"), QStringLiteral(" -1.5 "), QStringLiteral("1,234.5"),
                             QStringLiteral("+.5"), QStringLiteral("1e10"), QStringLiteral("&O777")})
         EXPECT_TRUE(IsNumeric(t)) << t.toStdString();
 }

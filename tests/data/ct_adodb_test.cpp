@@ -285,8 +285,9 @@ class CtAdodbTransactionFailure : public CtAdodb, public ::testing::WithParamInt
 TEST_P(CtAdodbTransactionFailure, NamesTheStep)
 {
     const auto& p = GetParam();
-    if (p.first)
+    if (p.first) {
         ASSERT_EQ((adodb.*p.first)(), 0);
+    }
     EXPECT_EQ((adodb.*p.second)(), -1);
     const QString text = QString::fromUtf8(p.text);
     EXPECT_EQ(adodb.sErrMsg(),

@@ -213,8 +213,9 @@ TEST_F(DemoDatabaseTest, TelephoneNumbersHaveTheirNationalForm)
                 const bool isMobile = mobile.match(value).hasMatch();
                 const bool isFixed = fixed.match(value).hasMatch() && QString(value).remove(QLatin1Char('-')).size() == 10;
                 ASSERT_TRUE(isMobile || isFixed) << t.name.toStdString() << "." << c.toStdString() << ": " << value.toStdString();
-                if (c.endsWith(QStringLiteral("MobNo")))
+                if (c.endsWith(QStringLiteral("MobNo"))) {
                     ASSERT_TRUE(isMobile) << value.toStdString();
+                }
             }
         }
     }

@@ -30,8 +30,9 @@ void expectCrLfCp932(const QByteArray& bytes, const QString& name)
     base::fromCp932(bytes, &bad);
     EXPECT_FALSE(bad) << name.toStdString();
     for (qsizetype i = 0; i < bytes.size(); ++i)
-        if (bytes.at(i) == '\n')
+        if (bytes.at(i) == '\n') {
             ASSERT_TRUE(i > 0 && bytes.at(i - 1) == '\r') << name.toStdString() << " at " << i;
+        }
     EXPECT_TRUE(bytes.endsWith("\r\n")) << name.toStdString();
 }
 
@@ -153,8 +154,9 @@ TEST_P(DemoArgumentsTest, ParsesOrSaysWhatIsWrong)
     QString error;
     const std::optional<demo::DemoOptions> options = demo::parseArguments(c.arguments, &error);
     EXPECT_EQ(options.has_value(), c.ok) << error.toStdString();
-    if (!c.ok)
+    if (!c.ok) {
         EXPECT_TRUE(error.contains(QString::fromUtf8(c.errorPart))) << error.toStdString();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -60,7 +60,7 @@ TEST_P(PreviewZoom, StartsAtTheScriptsZoom)
     auto* view = window.findChild<QPrintPreviewWidget*>();
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->zoomMode(), GetParam().mode);
-    if (GetParam().mode == QPrintPreviewWidget::CustomZoom) EXPECT_DOUBLE_EQ(view->zoomFactor(), GetParam().factor);
+    if (GetParam().mode == QPrintPreviewWidget::CustomZoom) { EXPECT_DOUBLE_EQ(view->zoomFactor(), GetParam().factor); }
 }
 INSTANTIATE_TEST_SUITE_P(Zooms, PreviewZoom,
                          ::testing::Values(ZoomCase{"", QPrintPreviewWidget::FitInView, 0},
