@@ -148,7 +148,10 @@ short getRiyoushaData_SEAL(const QString& sSQL, RiyoushaArray& aRiyousha)
     }
 
     // Sized once from the client cursor's count: count + 1 elements, the last empty.
+    // The rows of the last search go first, so that they are not held beside both the
+    // recordset and their successors; a failed read above keeps them.
     const qint32 count = rs->RecordCount();
+    RiyoushaArray().swap(aRiyousha);
     aRiyousha.assign(static_cast<size_t>(count) + 1, RiyoushaSealRow{});
 
     // Fields are found by name once; each then reads the current record.

@@ -63,6 +63,49 @@ TEST_F(SqliteAdo, ValuesAndTypeNumbersFollowTheColumnKinds)
     EXPECT_DOUBLE_EQ(rs.Fields(QStringLiteral("nLat")).Value().toDouble(), 35.681236);
 }
 
+// A long result: texts that repeat, texts that never do, and datetime columns holding
+// text that is no date, each read back as stored, row by row.
+TEST_F(SqliteAdo, EveryRowOfALongResultKeepsItsOwnValues)
+{
+    db.run(R"(
+WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 1999)
+INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, cAdress1, tBirthday)
+SELECT 9, 1, i, '患者' || i, CASE i % 3 WHEN 0 THEN '' WHEN 1 THEN 'ｶﾅ' ELSE NULL END,
+       '東京都' || (i % 7),
+       CASE i % 5 WHEN 0 THEN '不明' WHEN 1 THEN '2026/13/01' ELSE printf('19%02d/%02d/%02d', i % 90, 1 + i % 12, 1 + i % 28) END
+FROM n;
+)");
+    Recordset rs = open(QStringLiteral("SELECT nIDNo, cName, cNameKana, cAdress1, tBirthday FROM RIYOUSHA "
+                                       "WHERE iKyotenCd = 9 ORDER BY nIDNo"));
+    ASSERT_EQ(rs.RecordCount(), 2000);
+    EXPECT_EQ(rs.Fields(QStringLiteral("tBirthday")).Type(), adDBTimeStamp);
+    int i = 0;
+    for (; !rs.Eof(); rs.MoveNext(), ++i) {
+        SCOPED_TRACE(i);
+        ASSERT_EQ(rs.Fields(QStringLiteral("nIDNo")).Value(), QVariant(i));
+        EXPECT_EQ(rs.Fields(QStringLiteral("cName")).Value(), QVariant(QStringLiteral("患者") + QString::number(i)));
+        const QVariant kana = rs.Fields(QStringLiteral("cNameKana")).Value();
+        if (i % 3 == 2) {
+            EXPECT_TRUE(kana.isNull());
+        } else {
+            EXPECT_EQ(kana.typeId(), QMetaType::QString);
+            EXPECT_EQ(kana.toString(), i % 3 == 0 ? QString() : QStringLiteral("ｶﾅ"));
+        }
+        EXPECT_EQ(rs.Fields(QStringLiteral("cAdress1")).Value(),
+                  QVariant(QStringLiteral("東京都") + QString::number(i % 7)));
+        const QVariant birthday = rs.Fields(QStringLiteral("tBirthday")).Value();
+        if (i % 5 == 0) {
+            EXPECT_EQ(birthday, QVariant(QStringLiteral("不明")));
+        } else if (i % 5 == 1) {
+            EXPECT_EQ(birthday, QVariant(QStringLiteral("2026/13/01")));
+        } else {
+            EXPECT_EQ(birthday.typeId(), QMetaType::QDateTime);
+            EXPECT_EQ(birthday.toDateTime(), QDateTime(QDate(1900 + i % 90, 1 + i % 12, 1 + i % 28), QTime(0, 0)));
+        }
+    }
+    EXPECT_EQ(i, 2000);
+}
+
 TEST_F(SqliteAdo, NullInEveryKindOfColumnIsANullVariant)
 {
     Recordset rs = open(QStringLiteral("SELECT nTantou, cName, tBirthday, iChusiFlg, cAdress1 FROM RIYOUSHA WHERE nIDNo = 12"));

@@ -9,6 +9,7 @@
 #include <sqlite3.h>
 
 #include <cstring>
+#include <iterator>
 
 namespace data::ado::sqlite {
 
@@ -129,13 +130,56 @@ QVariant integerValue(sqlite3_int64 v)
     return QVariant(static_cast<qlonglong>(v));
 }
 
-QString textOf(sqlite3_stmt* stmt, int col)
+// The texts of one column. A list repeats many values (blank fax numbers, one post code
+// for a whole district, the same care office): an equal text is shared instead of being
+// converted and stored again. A column whose values are mostly distinct (names)
+// stops looking after its first rows, so it pays for the lookups only briefly.
+class TextPool {
+public:
+    QString text(const char* data, int bytes)
+    {
+        if (!pooling_ || bytes > kLongest)
+            return QString::fromUtf8(data, bytes);
+        const auto it = seen_.constFind(QByteArray::fromRawData(data, bytes));
+        if (it != seen_.constEnd()) {
+            ++hits_;
+            return it.value();
+        }
+        QString value = QString::fromUtf8(data, bytes);
+        seen_.insert(QByteArray(data, bytes), value);
+        if (++misses_ == kTrial && hits_ < misses_) {
+            pooling_ = false;
+            seen_ = {};
+        }
+        return value;
+    }
+
+private:
+    static constexpr int kLongest = 64;
+    static constexpr int kTrial = 512;
+    QHash<QByteArray, QString> seen_;
+    int hits_ = 0;
+    int misses_ = 0;
+    bool pooling_ = true;
+};
+
+// A stored datetime straight from its bytes: the text is widened on the stack, so a
+// valid one costs no string. Null when the bytes are no datetime.
+QVariant dateOf(const char* data, int bytes, DateTimeCache& dates)
 {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, col));
-    return QString::fromUtf8(text, sqlite3_column_bytes(stmt, col));
+    char16_t wide[32];
+    if (bytes > int(std::size(wide)))
+        return {};
+    for (int i = 0; i < bytes; ++i) {
+        const auto c = static_cast<unsigned char>(data[i]);
+        if (c >= 0x80)
+            return {};
+        wide[i] = c;
+    }
+    return dates.parse(QStringView(wide, bytes));
 }
 
-QVariant valueOf(sqlite3_stmt* stmt, int col, Reader reader, DateTimeCache& dates)
+QVariant valueOf(sqlite3_stmt* stmt, int col, Reader reader, DateTimeCache& dates, TextPool& texts)
 {
     switch (sqlite3_column_type(stmt, col)) {
     case SQLITE_NULL:
@@ -149,13 +193,14 @@ QVariant valueOf(sqlite3_stmt* stmt, int col, Reader reader, DateTimeCache& date
         return QVariant(QByteArray(data, sqlite3_column_bytes(stmt, col)));
     }
     default: {
-        const QString text = textOf(stmt, col);
+        const auto* data = reinterpret_cast<const char*>(sqlite3_column_text(stmt, col));
+        const int bytes = sqlite3_column_bytes(stmt, col);
         if (reader == Reader::DateTime) {
-            QVariant date = dates.parse(text);
+            QVariant date = dateOf(data, bytes, dates);
             if (date.isValid())
                 return date;
         }
-        return QVariant(text);
+        return QVariant(texts.text(data, bytes));
     }
     }
 }
@@ -240,10 +285,6 @@ void SqliteDriver::open()
         throw failureFor(rc, message + QStringLiteral(": ") + path_);
     }
     sqlite3_extended_result_codes(db_, 0);
-    // Every unit of work opens its own connection, so no page cache outlives a query:
-    // mapping the file lets a read use the pages in place instead of copying each one
-    // from the system. Where mapping is unavailable SQLite reads as before.
-    sqlite3_exec(db_, "PRAGMA mmap_size=1073741824", nullptr, nullptr, nullptr);
     // Reading the schema now tells a file that is no database (or one held under an
     // exclusive lock) at the connect, not at the first statement.
     try {
@@ -321,6 +362,7 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
         readers[static_cast<size_t>(c)] = readerFor(column.type);
     }
     DateTimeCache dates;
+    std::vector<TextPool> texts(static_cast<size_t>(columnCount));
     size_t capacity = 0;
     while ((rc = sqlite3_step(st.stmt)) == SQLITE_ROW) {
         if (static_cast<size_t>(table.rowCount) == capacity) {
@@ -335,7 +377,7 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
                 readers[ci] = readerFor(table.columns[ci].type);
                 typed[ci] = true;
             }
-            table.columns[ci].values.push_back(valueOf(st.stmt, c, readers[ci], dates));
+            table.columns[ci].values.push_back(valueOf(st.stmt, c, readers[ci], dates, texts[ci]));
         }
         ++table.rowCount;
     }
