@@ -11,6 +11,7 @@
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <memory>
 
 namespace extract {
@@ -32,7 +33,11 @@ QString fixedText(const QVariant& value, qsizetype length)
         if (length == 14) return blanks14;
     }
     QString text = base::csNull2Str(value);
-    return text.size() == length ? text : base::FixedText(text, length);
+    if (text.size() == length) return text;
+    // Cut or padded in one allocation.
+    QString fixed(length, u' ');
+    std::copy_n(text.constData(), std::min(length, text.size()), fixed.data());
+    return fixed;
 }
 
 QDate dateOf(const QVariant& value)
