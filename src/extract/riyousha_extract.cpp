@@ -21,6 +21,14 @@ namespace {
 const QString kExtractFailed = QStringLiteral("患者データの抽出に失敗しました。");
 const QString kNoMonth = QStringLiteral("抽出対象月の入力に誤りがあります。");
 
+// A text column's value as it is held, without the general conversion; anything
+// else (a number, a date, NULL) as csNull2Str reads it.
+QString textOf(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::QString) return *static_cast<const QString*>(value.constData());
+    return base::csNull2Str(value);
+}
+
 // A fixed-length text field of the memory record: cut, or padded with blanks. A value
 // of the exact length, and the blanks of a null, share their text instead of copying:
 // a search holds every patient of the office.
@@ -32,7 +40,7 @@ QString fixedText(const QVariant& value, qsizetype length)
         if (length == 8) return blanks8;
         if (length == 14) return blanks14;
     }
-    QString text = base::csNull2Str(value);
+    QString text = textOf(value);
     if (text.size() == length) return text;
     // Cut or padded in one allocation.
     QString fixed(length, u' ');
@@ -171,7 +179,7 @@ short getRiyoushaData_SEAL(const QString& sSQL, RiyoushaArray& aRiyousha)
                            fJusyo1Renraku = field("cJusyo1S0Renraku"), fJusyo2Renraku = field("cJusyo2S0Renraku"),
                            fJisseki = field("jisseki_ct"), fAtenaRyosyu = field("cAtenaS0Ryosyu"),
                            fAtenaRenraku = field("cAtenaS0Renraku");
-    const auto text = [](const data::ado::Field& f) { return base::csNull2Str(f.Value()); };
+    const auto text = [](const data::ado::Field& f) { return textOf(f.Value()); };
     size_t i = 0;
     while (!rs->Eof()) {
         RiyoushaSealRow& r = aRiyousha[i];
