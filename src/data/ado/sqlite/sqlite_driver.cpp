@@ -132,32 +132,51 @@ QVariant integerValue(sqlite3_int64 v)
 
 // The texts of one column. A list repeats many values (blank fax numbers, one post code
 // for a whole district, the same care office): an equal text is shared instead of being
-// converted and stored again. A column whose values are mostly distinct (names)
-// stops looking after its first rows, so it pays for the lookups only briefly.
+// converted and stored again. The pool is a fixed table of recent short texts, so a
+// lookup allocates nothing; a column whose values are mostly distinct (names) stops
+// looking after its first rows.
 class TextPool {
 public:
     QString text(const char* data, int bytes)
     {
         if (!pooling_ || bytes > kLongest)
             return QString::fromUtf8(data, bytes);
-        const auto it = seen_.constFind(QByteArray::fromRawData(data, bytes));
-        if (it != seen_.constEnd()) {
+        if (slots_.empty())
+            slots_.resize(kSlots);
+        Slot& slot = slots_[hashOf(data, bytes) & (kSlots - 1)];
+        if (slot.bytes == bytes && std::memcmp(slot.data, data, size_t(bytes)) == 0) {
             ++hits_;
-            return it.value();
+            return slot.text;
         }
-        QString value = QString::fromUtf8(data, bytes);
-        seen_.insert(QByteArray(data, bytes), value);
+        slot.bytes = bytes;
+        std::memcpy(slot.data, data, size_t(bytes));
+        slot.text = QString::fromUtf8(data, bytes);
         if (++misses_ == kTrial && hits_ < misses_) {
             pooling_ = false;
-            seen_ = {};
+            slots_ = {};
+            return QString::fromUtf8(data, bytes);
         }
-        return value;
+        return slot.text;
     }
 
 private:
-    static constexpr int kLongest = 64;
+    static constexpr int kLongest = 48;
+    static constexpr size_t kSlots = 1024;
     static constexpr int kTrial = 512;
-    QHash<QByteArray, QString> seen_;
+    struct Slot {
+        int bytes = -1;
+        char data[kLongest];
+        QString text;
+    };
+    static size_t hashOf(const char* data, int bytes)
+    {
+        size_t h = 14695981039346656037ull;
+        for (int i = 0; i < bytes; ++i)
+            h = (h ^ static_cast<unsigned char>(data[i])) * 1099511628211ull;
+        return h ^ (h >> 29);
+    }
+
+    std::vector<Slot> slots_;
     int hits_ = 0;
     int misses_ = 0;
     bool pooling_ = true;
