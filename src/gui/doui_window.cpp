@@ -53,7 +53,7 @@ QMenuBar* buildSideScreenMenus(Binder& binder, selection::ConsentSideScreen& scr
 }
 
 DouiWindow::DouiWindow(QtPlatform& platform, selection::frmDoui& screen)
-    : platform_(platform), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
@@ -61,7 +61,7 @@ DouiWindow::DouiWindow(QtPlatform& platform, selection::frmDoui& screen)
     v->addWidget(buildConditions());
     v->addWidget(buildStaff());
     v->addStretch(1);
-    v->addWidget(buildCommands());
+    v->addWidget(buildSideScreenCommands(*binder_, screen_));
     // Enter belongs to the screen's key handling, never to a default button.
     for (auto* b : findChildren<QPushButton*>()) b->setAutoDefault(false);
     setMinimumWidth(460);
@@ -163,35 +163,25 @@ QWidget* DouiWindow::buildStaff()
     return box;
 }
 
-QWidget* DouiWindow::buildCommands()
+QWidget* buildSideScreenCommands(Binder& binder, selection::ConsentSideScreen& screen)
 {
     auto* w = new QWidget;
     auto* h = new QHBoxLayout(w);
     h->setContentsMargins(0, 0, 0, 0);
-    for (controls::Button* b : {&screen_.btnPrint0, &screen_.btnPrint1, &screen_.btnPrint2}) {
+    auto add = [&](controls::Button& b) {
         auto* btn = new QPushButton;
-        btn->setToolTip(b->tag());
-        binder_->button(*b, btn);
+        btn->setToolTip(b.tag());
+        binder.button(b, btn);
         h->addWidget(btn);
-    }
+    };
+    add(screen.btnPrint0);
+    add(screen.btnPrint1);
+    add(screen.btnPrint2);
     h->addStretch(1);
-    auto* back = new QPushButton;
-    back->setToolTip(screen_.btnPrint6.tag());
-    binder_->button(screen_.btnPrint6, back);
-    h->addWidget(back);
+    add(screen.btnPrint6);
     return w;
 }
 
-void DouiWindow::closeEvent(QCloseEvent* event)
-{
-    // The close box is the model's to handle; its unload hides the window.
-    event->ignore();
-    platform_.dispatch([&] { screen_.closeByUser(); });
-}
 
-void DouiWindow::reject()
-{
-    platform_.dispatch([&] { screen_.closeByUser(); });
-}
 
 }  // namespace gui

@@ -20,7 +20,7 @@
 namespace gui {
 
 KeikaWindow::KeikaWindow(QtPlatform& platform, selection::frmSeal_SejutsuKeika& screen)
-    : platform_(platform), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
@@ -29,7 +29,7 @@ KeikaWindow::KeikaWindow(QtPlatform& platform, selection::frmSeal_SejutsuKeika& 
     v->addWidget(buildHidden());
     v->addWidget(buildStaff());
     v->addStretch(1);
-    v->addWidget(buildCommands());
+    v->addWidget(buildSideScreenCommands(*binder_, screen_));
     // Enter belongs to the screen's key handling, never to a default button.
     for (auto* b : findChildren<QPushButton*>()) b->setAutoDefault(false);
     setMinimumWidth(440);
@@ -126,35 +126,7 @@ QWidget* KeikaWindow::buildStaff()
     return box;
 }
 
-QWidget* KeikaWindow::buildCommands()
-{
-    auto* w = new QWidget;
-    auto* h = new QHBoxLayout(w);
-    h->setContentsMargins(0, 0, 0, 0);
-    for (controls::Button* b : {&screen_.btnPrint0, &screen_.btnPrint1, &screen_.btnPrint2}) {
-        auto* btn = new QPushButton;
-        btn->setToolTip(b->tag());
-        binder_->button(*b, btn);
-        h->addWidget(btn);
-    }
-    h->addStretch(1);
-    auto* back = new QPushButton;
-    back->setToolTip(screen_.btnPrint6.tag());
-    binder_->button(screen_.btnPrint6, back);
-    h->addWidget(back);
-    return w;
-}
 
-void KeikaWindow::closeEvent(QCloseEvent* event)
-{
-    // The close box is the model's to handle; its unload hides the window.
-    event->ignore();
-    platform_.dispatch([&] { screen_.closeByUser(); });
-}
 
-void KeikaWindow::reject()
-{
-    platform_.dispatch([&] { screen_.closeByUser(); });
-}
 
 }  // namespace gui

@@ -1,6 +1,8 @@
 #pragma once
 // The desktop window of the progress report screen (frmSeal_SejutsuKeika).
 
+#include "gui/screen_dialog.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -13,22 +15,17 @@ namespace gui {
 class Binder;
 class QtPlatform;
 
-class KeikaWindow : public QDialog {
+class KeikaWindow : public ScreenDialog {
 public:
     KeikaWindow(QtPlatform& platform, selection::frmSeal_SejutsuKeika& screen);
     ~KeikaWindow() override;
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-    void reject() override;
 
 private:
     QWidget* buildMonths();
     QWidget* buildHidden();
     QWidget* buildStaff();
-    QWidget* buildCommands();
 
-    QtPlatform& platform_;
     selection::frmSeal_SejutsuKeika& screen_;
     std::unique_ptr<Binder> binder_;
 };

@@ -21,7 +21,7 @@
 namespace gui {
 
 StaffSearchWindow::StaffSearchWindow(QtPlatform& platform, dialogs::frm施術者検索& screen)
-    : platform_(platform), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
@@ -125,17 +125,6 @@ QWidget* StaffSearchWindow::buildCommands()
     return w;
 }
 
-void StaffSearchWindow::closeEvent(QCloseEvent* event)
-{
-    // The close box is the model's to handle (it refuses while a search runs); its
-    // unload hides the window.
-    event->ignore();
-    platform_.dispatch([&] { screen_.closeByUser(); });
-}
 
-void StaffSearchWindow::reject()
-{
-    platform_.dispatch([&] { screen_.closeByUser(); });
-}
 
 }  // namespace gui

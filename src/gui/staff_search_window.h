@@ -2,6 +2,8 @@
 // The desktop window of the staff search (frm施術者検索): the filters, the list of
 // staff and the two commands.
 
+#include "gui/screen_dialog.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -16,14 +18,11 @@ namespace gui {
 class Binder;
 class QtPlatform;
 
-class StaffSearchWindow : public QDialog {
+class StaffSearchWindow : public ScreenDialog {
 public:
     StaffSearchWindow(QtPlatform& platform, dialogs::frm施術者検索& screen);
     ~StaffSearchWindow() override;
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-    void reject() override;
 
 private:
     QWidget* buildFilters();
@@ -32,7 +31,6 @@ private:
     void buildMenus(QLayout* layout);
     void scrollActiveRowToTop();
 
-    QtPlatform& platform_;
     dialogs::frm施術者検索& screen_;
     std::unique_ptr<Binder> binder_;
     QTableView* list_ = nullptr;

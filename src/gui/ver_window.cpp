@@ -15,7 +15,7 @@
 namespace gui {
 
 VerWindow::VerWindow(QtPlatform& platform, dialogs::frmVer& screen)
-    : platform_(platform), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
@@ -41,15 +41,6 @@ VerWindow::VerWindow(QtPlatform& platform, dialogs::frmVer& screen)
 
 VerWindow::~VerWindow() = default;
 
-void VerWindow::closeEvent(QCloseEvent* event)
-{
-    event->ignore();
-    platform_.dispatch([&] { screen_.closeByUser(); });
-}
 
-void VerWindow::reject()
-{
-    platform_.dispatch([&] { screen_.closeByUser(); });
-}
 
 }  // namespace gui

@@ -1,6 +1,8 @@
 #pragma once
 // The window of the version screen.
 
+#include "gui/screen_dialog.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -13,17 +15,13 @@ namespace gui {
 class Binder;
 class QtPlatform;
 
-class VerWindow : public QDialog {
+class VerWindow : public ScreenDialog {
 public:
     VerWindow(QtPlatform& platform, dialogs::frmVer& screen);
     ~VerWindow() override;
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-    void reject() override;
 
 private:
-    QtPlatform& platform_;
     dialogs::frmVer& screen_;
     std::unique_ptr<Binder> binder_;
 };

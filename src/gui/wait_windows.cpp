@@ -22,9 +22,8 @@ int px(int twips) { return twips / 15; }
 }  // namespace
 
 WaitMsgWindow::WaitMsgWindow(QtPlatform& platform, app::frmWaitMsg& screen)
-    : platform_(platform), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
-    setWindowTitle(screen.caption());
     // The four icons: information, warning, critical, question.
     const QStyle::StandardPixmap icons[] = {QStyle::SP_MessageBoxInformation, QStyle::SP_MessageBoxWarning,
                                             QStyle::SP_MessageBoxCritical, QStyle::SP_MessageBoxQuestion};
@@ -63,11 +62,6 @@ void WaitMsgWindow::changeEvent(QEvent* event)
     QDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && !isActiveWindow() && isVisible())
         platform_.dispatch([&] { screen_.deactivate(); });
-}
-
-void WaitMsgWindow::reject()
-{
-    platform_.dispatch([&] { screen_.closeByUser(); });
 }
 
 MsgWaitWindow::MsgWaitWindow(QtPlatform& platform, app::frmMsgWait& screen)

@@ -1,6 +1,8 @@
 #pragma once
 // The windows of the two wait notices.
 
+#include "gui/screen_dialog.h"
+
 #include <QDialog>
 #include <memory>
 
@@ -15,7 +17,7 @@ class Binder;
 class QtPlatform;
 
 // The timed notice: an icon, the text, OK. Losing the focus closes it, as the model says.
-class WaitMsgWindow : public QDialog {
+class WaitMsgWindow : public ScreenDialog {
 public:
     WaitMsgWindow(QtPlatform& platform, app::frmWaitMsg& screen);
     ~WaitMsgWindow() override;
@@ -23,10 +25,8 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void reject() override;
 
 private:
-    QtPlatform& platform_;
     app::frmWaitMsg& screen_;
     std::unique_ptr<Binder> binder_;
 };
