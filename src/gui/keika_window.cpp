@@ -6,7 +6,6 @@
 #include "selection/frm_seal_sejutsu_keika.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>

@@ -5,7 +5,6 @@
 #include "gui/qt_platform.h"
 
 #include <QAction>
-#include <QCloseEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenuBar>
