@@ -67,24 +67,40 @@ bool narrowedOut(const RowOut& r, const FillConditions& c)
     return hidden;
 }
 
+QString digit(short K) { return QString::number(K); }
+
+// The columns every kind fills alike: the number (twice), the name and the reading
+// kept for the narrowing, and the reading in its column.
+void writeIdentity(RowOut& r, QString number, const QString& name, const QString& kana)
+{
+    r.number = std::move(number);
+    r.name = trimmed(name);
+    r.kana = trimmed(kana);
+    r.col[2] = r.number;
+    r.col[3] = r.number;
+    r.col[5] = r.kana;
+}
+
+// The contact block, the kind's digit and the honorific (columns 8 to 15).
+void writeContact(RowOut& r, short kind, const QString& keisho, const QString& yubin, const QString& address1,
+                  const QString& address2, const QString& tel, const QString& fax, const QString& mob)
+{
+    r.col[8] = trimmed(yubin);
+    r.col[9] = trimmed(address1);
+    r.col[10] = trimmed(address2);
+    r.col[11] = trimmed(tel);
+    r.col[12] = trimmed(fax);
+    r.col[13] = trimmed(mob);
+    r.col[14] = digit(kind);
+    r.col[15] = keisho;
+}
+
 void writePatient(const RiyoushaSealRow& p, const FillConditions& c, RowOut& r)
 {
     const QString& k = c.sKeisho;
-    r.number = QString::number(p.nIDNo);
-    r.name = trimmed(p.cName);
-    r.kana = trimmed(p.cNameKana);
-    r.col[2] = r.number;
-    r.col[3] = r.number;
+    writeIdentity(r, QString::number(p.nIDNo), p.cName, p.cNameKana);
     r.col[4] = r.name + u' ' + k;
-    r.col[5] = r.kana;
-    r.col[8] = trimmed(p.cYubinNo);
-    r.col[9] = trimmed(p.cAdress1);
-    r.col[10] = trimmed(p.cAdress2);
-    r.col[11] = trimmed(p.cTelNo);
-    r.col[12] = trimmed(p.cFaxNo);
-    r.col[13] = trimmed(p.cMobNo);
-    r.col[14] = QStringLiteral("0");
-    r.col[15] = k;
+    writeContact(r, 0, k, p.cYubinNo, p.cAdress1, p.cAdress2, p.cTelNo, p.cFaxNo, p.cMobNo);
     r.col[16] = p.nRoomNo == 0 ? QStringLiteral("0") : QString::number(p.nRoomNo);
     r.col[17] = trimmed(p.cAdress3);
     r.col[21] = trimmed(p.cYubinNoS0Sinsei);
@@ -102,47 +118,21 @@ void writePatient(const RiyoushaSealRow& p, const FillConditions& c, RowOut& r)
 
 void writeRow(controls::Grid& g, int row, const RowOut& r, bool hidden, const FillConditions& c);
 
-QString digit(short K) { return QString::number(K); }
-
 void writeDoctor(const data::DoctorRec& d, const FillConditions& c, RowOut& r)
 {
-    r.number = trimmed(d.cIDno);
-    r.name = trimmed(d.cName);
-    r.kana = trimmed(d.cNameKana);
-    r.col[2] = r.number;
-    r.col[3] = r.number;
+    writeIdentity(r, trimmed(d.cIDno), d.cName, d.cNameKana);
     r.col[4] = withHonorific(d.cName, c.sKeisho, r.blankKeisho);
-    r.col[5] = r.kana;
     r.col[6] = trimmed(d.cKikan);
     r.col[7] = trimmed(d.cDaihyo);
-    r.col[8] = trimmed(d.cYubinNo);
-    r.col[9] = trimmed(d.cAddress1);
-    r.col[10] = trimmed(d.cAddress2);
-    r.col[11] = trimmed(d.cTelNo);
-    r.col[12] = trimmed(d.cFaxNo);
-    r.col[13] = trimmed(d.cMobNo);
-    r.col[14] = digit(1);
-    r.col[15] = c.sKeisho;
+    writeContact(r, 1, c.sKeisho, d.cYubinNo, d.cAddress1, d.cAddress2, d.cTelNo, d.cFaxNo, d.cMobNo);
 }
 
 void writeHokenja(const data::HokenjaRec& h, const FillConditions& c, RowOut& r)
 {
-    r.number = trimmed(h.cIDno);
-    r.name = trimmed(h.cName);
-    r.kana = trimmed(h.cNameKana);
-    r.col[2] = r.number;
-    r.col[3] = r.number;
+    writeIdentity(r, trimmed(h.cIDno), h.cName, h.cNameKana);
     r.col[4] = r.name + u' ' + trimmed(h.cDaihyo) + u' ' + c.sKeisho;
-    r.col[5] = r.kana;
     r.col[7] = trimmed(h.cDaihyo);
-    r.col[8] = trimmed(h.cYubinNo);
-    r.col[9] = trimmed(h.cAddress1);
-    r.col[10] = trimmed(h.cAddress2);
-    r.col[11] = trimmed(h.cTelNo);
-    r.col[12] = trimmed(h.cFaxNo);
-    r.col[13] = trimmed(h.cMobNo);
-    r.col[14] = digit(2);
-    r.col[15] = c.sKeisho;
+    writeContact(r, 2, c.sKeisho, h.cYubinNo, h.cAddress1, h.cAddress2, h.cTelNo, h.cFaxNo, h.cMobNo);
     r.col[18] = trimmed(h.cYubinNo2);
     r.col[19] = trimmed(h.cAddress3);
     r.col[20] = withHonorific(h.cName2, c.sKeisho, r.blankKeisho);
@@ -150,43 +140,19 @@ void writeHokenja(const data::HokenjaRec& h, const FillConditions& c, RowOut& r)
 
 void writeSyoukai(const data::SyoukaiRec& s, const FillConditions& c, RowOut& r)
 {
-    r.number = QString::number(s.nIDNo);
-    r.name = trimmed(s.cName);
-    r.kana = trimmed(s.cNameKana);
-    r.col[2] = r.number;
-    r.col[3] = r.number;
+    writeIdentity(r, QString::number(s.nIDNo), s.cName, s.cNameKana);
     r.col[4] = r.name + u' ' + c.sKeisho;
-    r.col[5] = r.kana;
     r.col[6] = trimmed(s.cJigyousho);
-    r.col[8] = trimmed(s.cYubinNo);
-    r.col[9] = trimmed(s.cAddress1);
     // The second address line repeats the first: the referrer's cAddress2 never shows.
-    r.col[10] = trimmed(s.cAddress1);
-    r.col[11] = trimmed(s.cTelNo);
-    r.col[12] = trimmed(s.cFaxNo);
-    r.col[13] = trimmed(s.cMobNo);
-    r.col[14] = digit(3);
-    r.col[15] = c.sKeisho;
+    writeContact(r, 3, c.sKeisho, s.cYubinNo, s.cAddress1, s.cAddress1, s.cTelNo, s.cFaxNo, s.cMobNo);
 }
 
 void writeCaremane(const data::cD_CAREMANE& m, const FillConditions& c, RowOut& r)
 {
-    r.number = QString::number(m.nIDNo);
-    r.name = trimmed(m.cName);
-    r.kana = trimmed(m.cNameKana);
-    r.col[2] = r.number;
-    r.col[3] = r.number;
+    writeIdentity(r, QString::number(m.nIDNo), m.cName, m.cNameKana);
     r.col[4] = r.name + u' ' + c.sKeisho;
-    r.col[5] = r.kana;
     r.col[6] = trimmed(m.SISETSUSHAMEI);
-    r.col[8] = trimmed(m.cYubinNo);
-    r.col[9] = trimmed(m.cAdress1);
-    r.col[10] = trimmed(m.cAdress2);
-    r.col[11] = trimmed(m.cTelNo);
-    r.col[12] = trimmed(m.cFaxNo);
-    r.col[13] = trimmed(m.cMobNo);
-    r.col[14] = digit(4);
-    r.col[15] = c.sKeisho;
+    writeContact(r, 4, c.sKeisho, m.cYubinNo, m.cAdress1, m.cAdress2, m.cTelNo, m.cFaxNo, m.cMobNo);
     r.col[21] = trimmed(m.JIGYOSYOSHAMEI);
     r.col[22] = trimmed(m.JIGYOSYOSHURUI);
     r.col[23] = trimmed(m.JIGYOSYOADD1);
@@ -195,21 +161,9 @@ void writeCaremane(const data::cD_CAREMANE& m, const FillConditions& c, RowOut& 
 
 void writeStaff(const data::cD_STAFF& m, const FillConditions& c, RowOut& r)
 {
-    r.number = QString::number(m.nIDNo);
-    r.name = trimmed(m.cName);
-    r.kana = trimmed(m.cNameKana);
-    r.col[2] = r.number;
-    r.col[3] = r.number;
+    writeIdentity(r, QString::number(m.nIDNo), m.cName, m.cNameKana);
     r.col[4] = r.name + u' ' + c.sKeisho;
-    r.col[5] = r.kana;
-    r.col[8] = trimmed(m.cYubinNo);
-    r.col[9] = trimmed(m.cAdress1);
-    r.col[10] = trimmed(m.cAdress2);
-    r.col[11] = trimmed(m.cTelNo);
-    r.col[12] = trimmed(m.cFaxNo);
-    r.col[13] = trimmed(m.cMobNo);
-    r.col[14] = digit(5);
-    r.col[15] = c.sKeisho;
+    writeContact(r, 5, c.sKeisho, m.cYubinNo, m.cAdress1, m.cAdress2, m.cTelNo, m.cFaxNo, m.cMobNo);
 }
 
 // Facilities (6) and medical institutions (8) share the facility table and the digit
@@ -218,42 +172,20 @@ void writeStaff(const data::cD_STAFF& m, const FillConditions& c, RowOut& r)
 void writeSisetsu(const data::cD_SISETSU& m, bool iryoukikan, const FillConditions& c, RowOut& r)
 {
     const bool free = c.nKeisho == 6;
-    r.number = QString::number(m.nIDNo);
-    r.name = trimmed(m.cShamei1);
-    r.kana = trimmed(m.cShameiKana1);
-    r.col[2] = r.number;
-    r.col[3] = r.number;
+    writeIdentity(r, QString::number(m.nIDNo), m.cShamei1, m.cShameiKana1);
     r.col[4] = r.name + u' ' + c.sKeisho;
-    r.col[5] = r.kana;
     if (iryoukikan && free) r.col[6] = r.name;
     if (free) r.col[7] = c.sKeisho;
-    r.col[8] = trimmed(m.cYubinNo);
-    r.col[9] = trimmed(m.cAddress1);
-    r.col[10] = trimmed(m.cAddress2);
-    r.col[11] = trimmed(m.cTelNo);
-    r.col[12] = trimmed(m.cFaxNo);
-    r.col[14] = digit(6);
-    r.col[15] = c.sKeisho;
+    writeContact(r, 6, c.sKeisho, m.cYubinNo, m.cAddress1, m.cAddress2, m.cTelNo, m.cFaxNo, QString());
 }
 
 void writeCorp(const data::cD_CORP& m, const FillConditions& c, RowOut& r)
 {
-    r.number = QString::number(m.nIDNo);
-    r.name = trimmed(m.cShamei1);
-    r.kana = trimmed(m.cShameiKana1);
-    r.col[2] = r.number;
-    r.col[3] = r.number;
+    writeIdentity(r, QString::number(m.nIDNo), m.cShamei1, m.cShameiKana1);
     r.col[4] = r.name + u' ' + c.sKeisho;
-    r.col[5] = r.kana;
     const QString daihyo = trimmed(m.cDaihyo);
     r.col[7] = (daihyo.isEmpty() ? r.name : daihyo) + u' ' + c.sKeisho;
-    r.col[8] = trimmed(m.cYubinNo);
-    r.col[9] = trimmed(m.cAddress1);
-    r.col[10] = trimmed(m.cAddress2);
-    r.col[11] = trimmed(m.cTelNo);
-    r.col[12] = trimmed(m.cFaxNo);
-    r.col[14] = digit(7);
-    r.col[15] = c.sKeisho;
+    writeContact(r, 7, c.sKeisho, m.cYubinNo, m.cAddress1, m.cAddress2, m.cTelNo, m.cFaxNo, QString());
 }
 
 // One pass over count rows of a kind that is not the patients: each row written in
