@@ -1,6 +1,10 @@
 #include "data/ado/driver.h"
 
 #include <QDateTime>
+#include <QStringDecoder>
+
+#include <cstring>
+#include <limits>
 
 namespace data::ado {
 
@@ -31,6 +35,93 @@ struct Stamp {
 bool parseStamp(QStringView text, Stamp& s);
 
 }  // namespace
+
+void ResultColumn::appendInteger(qint64 value)
+{
+    // An int when it fits, as ADO's adInteger; a qlonglong otherwise.
+    if (value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max())
+        cells_.push_back({quint64(value), 0, Kind::Integer});
+    else
+        append(QVariant(qlonglong(value)));
+}
+
+void ResultColumn::appendDouble(double value)
+{
+    quint64 bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    cells_.push_back({bits, 0, Kind::Double});
+}
+
+void ResultColumn::appendTextCell(qsizetype offset, qsizetype length)
+{
+    cells_.push_back({quint64(offset), quint32(length), Kind::Text});
+}
+
+void ResultColumn::appendText(QStringView text)
+{
+    const qsizetype offset = qsizetype(texts_.size());
+    texts_.insert(texts_.end(), text.utf16(), text.utf16() + text.size());
+    appendTextCell(offset, text.size());
+}
+
+void ResultColumn::appendUtf8(const char* data, qsizetype bytes)
+{
+    // A UTF-8 text never has more UTF-16 units than bytes.
+    const qsizetype offset = qsizetype(texts_.size());
+    texts_.resize(size_t(offset + bytes));
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    auto* start = reinterpret_cast<QChar*>(texts_.data() + offset);
+    const QChar* end = decoder.appendToBuffer(start, QByteArrayView(data, bytes));
+    const qsizetype length = end - start;
+    texts_.resize(size_t(offset + length));
+    appendTextCell(offset, length);
+}
+
+void ResultColumn::append(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::UnknownType:
+        appendNull();
+        return;
+    case QMetaType::Int:
+        cells_.push_back({quint64(qint64(value.toInt())), 0, Kind::Integer});
+        return;
+    case QMetaType::Double:
+        appendDouble(value.toDouble());
+        return;
+    case QMetaType::QString:
+        appendText(*static_cast<const QString*>(value.constData()));
+        return;
+    default:
+        break;
+    }
+    cells_.push_back({quint64(others_.size()), 0, Kind::Other});
+    others_.push_back(value);
+}
+
+QVariant ResultColumn::value(qsizetype row) const
+{
+    const Cell& cell = cells_[size_t(row)];
+    switch (cell.kind) {
+    case Kind::Null:
+        return {};
+    case Kind::Integer:
+        return QVariant(int(qint64(cell.payload)));
+    case Kind::Double: {
+        double value = 0;
+        std::memcpy(&value, &cell.payload, sizeof value);
+        return QVariant(value);
+    }
+    case Kind::Text:
+        // An empty text is empty, never null, wherever it lies in the buffer.
+        if (cell.length == 0)
+            return QVariant(QStringLiteral(""));
+        return QVariant(QString(reinterpret_cast<const QChar*>(texts_.data() + cell.payload), qsizetype(cell.length)));
+    case Kind::Other:
+        break;
+    }
+    return others_[size_t(cell.payload)];
+}
 
 QVariant parseStoredDateTime(QStringView text)
 {

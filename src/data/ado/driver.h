@@ -10,11 +10,41 @@
 
 namespace data::ado {
 
-// One column of a result, all rows: fetched at once for a client-side recordset.
-struct ResultColumn {
+// One column of a result, all rows: fetched at once for a client-side recordset. A list
+// of many thousand rows would hold a QVariant and a string of its own for every cell,
+// so the values are held compactly instead: numbers in place, texts as UTF-16 in one
+// buffer of the column, and anything else (datetimes, booleans, bytes) as QVariants.
+// A value becomes a QVariant when it is read.
+class ResultColumn {
+public:
     QString name;
     int type = 0;  // ADO DataTypeEnum
-    std::vector<QVariant> values;
+
+    qsizetype size() const { return qsizetype(cells_.size()); }
+    void reserve(size_t rows) { cells_.reserve(rows); }
+
+    void append(const QVariant& value);
+    void appendNull() { cells_.push_back({0, 0, Kind::Null}); }
+    void appendInteger(qint64 value);
+    void appendDouble(double value);
+    void appendText(QStringView text);
+    // UTF-8 bytes, decoded straight into the column's buffer; bad bytes become U+FFFD.
+    void appendUtf8(const char* data, qsizetype bytes);
+
+    QVariant value(qsizetype row) const;
+
+private:
+    enum class Kind : quint8 { Null, Integer, Double, Text, Other };
+    struct Cell {
+        quint64 payload;  // the number, its bits, the text's offset, or the index in others_
+        quint32 length;   // UTF-16 units of a text
+        Kind kind;
+    };
+    void appendTextCell(qsizetype offset, qsizetype length);
+
+    std::vector<Cell> cells_;
+    std::vector<char16_t> texts_;
+    std::vector<QVariant> others_;
 };
 
 struct ResultTable {

@@ -19,7 +19,7 @@ public:
     int Type() const;
     // The value at the current record; a null QVariant for NULL. A fault (3021) at EOF
     // or BOF, as there is no current record.
-    const QVariant& Value() const;
+    QVariant Value() const;
 
 private:
     const Recordset* recordset_;

@@ -9,7 +9,7 @@ const QString& Field::Name() const { return recordset_->column(index_).name; }
 
 int Field::Type() const { return recordset_->column(index_).type; }
 
-const QVariant& Field::Value() const { return recordset_->value(index_); }
+QVariant Field::Value() const { return recordset_->value(index_); }
 
 void Recordset::Open(const QString& source, Connection& activeConnection, int cursorType, int lockType, int options)
 {
@@ -129,12 +129,12 @@ Field Recordset::Fields(int index) const
     return Field(*this, index);
 }
 
-const QVariant& Recordset::value(int index) const
+QVariant Recordset::value(int index) const
 {
     requireOpen();
     if (position_ < 0 || position_ >= table_.rowCount)
         throw fault::noCurrentRecord();
-    return column(index).values[static_cast<size_t>(position_)];
+    return column(index).value(position_);
 }
 
 }  // namespace data::ado

@@ -48,7 +48,7 @@ private:
     friend class Field;
     void requireOpen() const;
     const ResultColumn& column(int index) const { return table_.columns[static_cast<size_t>(index)]; }
-    const QVariant& value(int index) const;
+    QVariant value(int index) const;
 
     int cursorLocation_ = adUseServer;
     bool open_ = false;

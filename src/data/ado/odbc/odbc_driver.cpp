@@ -380,10 +380,10 @@ ResultTable OdbcDriver::query(const QString& sql, int timeoutSeconds)
         if (size_t(table.rowCount) == capacity) {
             capacity = capacity ? capacity * 2 : 256;
             for (ResultColumn& column : table.columns)
-                column.values.reserve(capacity);
+                column.reserve(capacity);
         }
         for (SQLUSMALLINT c = 1; c <= SQLUSMALLINT(columnCount); ++c)
-            table.columns[c - 1].values.push_back(readCell(stmt.get(), c, fetches[c - 1], dates));
+            table.columns[c - 1].append(readCell(stmt.get(), c, fetches[c - 1], dates));
         ++table.rowCount;
     }
     return table;

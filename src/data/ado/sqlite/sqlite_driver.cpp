@@ -123,65 +123,6 @@ Reader readerFor(int adoType)
     }
 }
 
-QVariant integerValue(sqlite3_int64 v)
-{
-    if (v >= std::numeric_limits<int>::min() && v <= std::numeric_limits<int>::max())
-        return QVariant(static_cast<int>(v));
-    return QVariant(static_cast<qlonglong>(v));
-}
-
-// The texts of one column. A list repeats many values (blank fax numbers, one post code
-// for a whole district, the same care office): an equal text is shared instead of being
-// converted and stored again. The pool is a fixed table of recent short texts, so a
-// lookup allocates nothing; a column whose values are mostly distinct (names) stops
-// looking after its first rows.
-class TextPool {
-public:
-    QString text(const char* data, int bytes)
-    {
-        if (!pooling_ || bytes > kLongest)
-            return QString::fromUtf8(data, bytes);
-        if (slots_.empty())
-            slots_.resize(kSlots);
-        Slot& slot = slots_[hashOf(data, bytes) & (kSlots - 1)];
-        if (slot.bytes == bytes && std::memcmp(slot.data, data, size_t(bytes)) == 0) {
-            ++hits_;
-            return slot.text;
-        }
-        slot.bytes = bytes;
-        std::memcpy(slot.data, data, size_t(bytes));
-        slot.text = QString::fromUtf8(data, bytes);
-        if (++misses_ == kTrial && hits_ < misses_) {
-            pooling_ = false;
-            slots_ = {};
-            return QString::fromUtf8(data, bytes);
-        }
-        return slot.text;
-    }
-
-private:
-    static constexpr int kLongest = 48;
-    static constexpr size_t kSlots = 1024;
-    static constexpr int kTrial = 512;
-    struct Slot {
-        int bytes = -1;
-        char data[kLongest];
-        QString text;
-    };
-    static size_t hashOf(const char* data, int bytes)
-    {
-        size_t h = 14695981039346656037ull;
-        for (int i = 0; i < bytes; ++i)
-            h = (h ^ static_cast<unsigned char>(data[i])) * 1099511628211ull;
-        return h ^ (h >> 29);
-    }
-
-    std::vector<Slot> slots_;
-    int hits_ = 0;
-    int misses_ = 0;
-    bool pooling_ = true;
-};
-
 // A stored datetime straight from its bytes: the text is widened on the stack, so a
 // valid one costs no string. Null when the bytes are no datetime.
 QVariant dateOf(const char* data, int bytes, DateTimeCache& dates)
@@ -198,28 +139,35 @@ QVariant dateOf(const char* data, int bytes, DateTimeCache& dates)
     return dates.parse(QStringView(wide, bytes));
 }
 
-QVariant valueOf(sqlite3_stmt* stmt, int col, Reader reader, DateTimeCache& dates, TextPool& texts)
+void appendValue(sqlite3_stmt* stmt, int col, Reader reader, DateTimeCache& dates, ResultColumn& column)
 {
     switch (sqlite3_column_type(stmt, col)) {
     case SQLITE_NULL:
-        return {};
+        column.appendNull();
+        return;
     case SQLITE_INTEGER:
-        return integerValue(sqlite3_column_int64(stmt, col));
+        column.appendInteger(sqlite3_column_int64(stmt, col));
+        return;
     case SQLITE_FLOAT:
-        return QVariant(sqlite3_column_double(stmt, col));
+        column.appendDouble(sqlite3_column_double(stmt, col));
+        return;
     case SQLITE_BLOB: {
         const auto* data = static_cast<const char*>(sqlite3_column_blob(stmt, col));
-        return QVariant(QByteArray(data, sqlite3_column_bytes(stmt, col)));
+        column.append(QVariant(QByteArray(data, sqlite3_column_bytes(stmt, col))));
+        return;
     }
     default: {
         const auto* data = reinterpret_cast<const char*>(sqlite3_column_text(stmt, col));
         const int bytes = sqlite3_column_bytes(stmt, col);
         if (reader == Reader::DateTime) {
             QVariant date = dateOf(data, bytes, dates);
-            if (date.isValid())
-                return date;
+            if (date.isValid()) {
+                column.append(date);
+                return;
+            }
         }
-        return QVariant(texts.text(data, bytes));
+        column.appendUtf8(data, bytes);
+        return;
     }
     }
 }
@@ -381,13 +329,12 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
         readers[static_cast<size_t>(c)] = readerFor(column.type);
     }
     DateTimeCache dates;
-    std::vector<TextPool> texts(static_cast<size_t>(columnCount));
     size_t capacity = 0;
     while ((rc = sqlite3_step(st.stmt)) == SQLITE_ROW) {
         if (static_cast<size_t>(table.rowCount) == capacity) {
             capacity = capacity ? capacity * 2 : 256;
             for (ResultColumn& column : table.columns)
-                column.values.reserve(capacity);
+                column.reserve(capacity);
         }
         for (int c = 0; c < columnCount; ++c) {
             const auto ci = static_cast<size_t>(c);
@@ -396,7 +343,7 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
                 readers[ci] = readerFor(table.columns[ci].type);
                 typed[ci] = true;
             }
-            table.columns[ci].values.push_back(valueOf(st.stmt, c, readers[ci], dates, texts[ci]));
+            appendValue(st.stmt, c, readers[ci], dates, table.columns[ci]);
         }
         ++table.rowCount;
     }
