@@ -160,14 +160,22 @@ std::vector<IndexDef> makeIndexes()
         return IndexDef{QString::fromUtf8(name), QString::fromUtf8(table), words(columns)};
     };
     return {
-        // The patient query reads one office in reading order.
-        index("IX_RIYOUSHA_KANA", "RIYOUSHA", "iKyotenCd iKyotenEb cNameKana"),
+        // The patient query reads one office in reading order. The index carries every
+        // column the seal screen's list takes, so that the list is read from the index
+        // alone and not from the wide patient rows, one scattered row after another.
+        index("IX_RIYOUSHA_KANA", "RIYOUSHA",
+              "iKyotenCd iKyotenEb cNameKana nIDNo cName cYubinNo cAdress1 cAdress2 tBirthday cTelNo cFaxNo cMobNo "
+              "tExpireDay nRoomNo cYubinNo2 cYubinNo3 cHTIryoName"),
         // The consent list selects one office's consents by date.
         index("IX_RIYOUSHA_DOUI_REC_DAY", "RIYOUSHA_DOUI_REC", "iKyotenCd iKyotenEb tDouiDay"),
         // The services of one office in one month: the patient query counts them per
         // patient. The customers' servers keep the service table keyed by office and
         // day for their monthly reports; the key alone would read every month.
         index("IX_JISSEKI_DAY", "JISSEKI", "iKyotenCd iKyotenEb tServicyDayStart nRiyoushaIDNo"),
+        // The label addresses of a patient beside the key, for the same list.
+        index("IX_RIYOUSHA_SUB_SEAL", "RIYOUSHA_SUB",
+              "iKyotenCd iKyotenEb nIDNo cAdress3 cYubinNoS0Ryosyu cJusyo1S0Ryosyu cJusyo2S0Ryosyu cYubinNoS0Renraku "
+              "cJusyo1S0Renraku cJusyo2S0Renraku cAtenaS0Ryosyu cAtenaS0Renraku iShoukanSiharai"),
         // Care managers and doctors are joined to patients through these links.
         index("IX_RIYOUSHA_SUB_CARE", "RIYOUSHA_SUB", "iCareCd"),
     };
