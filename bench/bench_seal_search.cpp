@@ -2,9 +2,10 @@
 // patients: the search (patient query and fill), a kana index fill, and a change of
 // kind to doctors once they are held in memory; and the peak memory of the process.
 //
-//   bench_seal_search [--sealdemo PATH] [--runs N] [--patients N]
+//   bench_seal_search [--sealdemo PATH] [--runs N] [--patients N] [--app-dir DIR]
 //
-// The installations are written by the demo generator into a temporary folder.
+// The installations are written by the demo generator into a temporary folder, unless
+// --app-dir names one already written (of the --patients given), which is then reused.
 
 #include "app/globals.h"
 #include "controls/recording_platform.h"
@@ -121,11 +122,17 @@ int main(int argc, char** argv)
     QString sealdemo = QCoreApplication::applicationDirPath() + QStringLiteral("/../tools/demo/sealdemo");
     int runs = 7;
     QList<int> sizes{10000, 100000};
+    QString appDir;
     const QStringList args = QCoreApplication::arguments();
     for (qsizetype i = 1; i + 1 < args.size(); ++i) {
         if (args[i] == QLatin1String("--sealdemo")) sealdemo = args[++i];
         else if (args[i] == QLatin1String("--runs")) runs = std::max(1, args[++i].toInt());
         else if (args[i] == QLatin1String("--patients")) sizes = {args[++i].toInt()};
+        else if (args[i] == QLatin1String("--app-dir")) appDir = args[++i];
+    }
+    if (!appDir.isEmpty()) {
+        measure(appDir, sizes.first(), runs);
+        return 0;
     }
     QTemporaryDir tmp;
     for (int patients : sizes) {
