@@ -12,6 +12,7 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 namespace extract {
@@ -21,30 +22,46 @@ namespace {
 const QString kExtractFailed = QStringLiteral("患者データの抽出に失敗しました。");
 const QString kNoMonth = QStringLiteral("抽出対象月の入力に誤りがあります。");
 
-// A text column's value as it is held, without the general conversion; anything
-// else (a number, a date, NULL) as csNull2Str reads it.
-QString textOf(const QVariant& value)
+// A field's text: a text read in place into a string of its own; anything else (a
+// number, a date, NULL) as csNull2Str reads it. The small counts of the month recur
+// in every list, so their texts are made once.
+QString textOf(const data::ado::Field& field)
 {
-    if (value.typeId() == QMetaType::QString) return *static_cast<const QString*>(value.constData());
+    QStringView view;
+    if (field.TextView(view)) return view.toString();
+    const QVariant value = field.Value();
+    if (value.typeId() == QMetaType::Int) {
+        static const std::array<QString, 64> counts = [] {
+            std::array<QString, 64> texts;
+            for (int n = 0; n < 64; ++n) texts[size_t(n)] = QString::number(n);
+            return texts;
+        }();
+        const int n = value.toInt();
+        if (n >= 0 && n < 64) return counts[size_t(n)];
+    }
     return base::csNull2Str(value);
 }
 
-// A fixed-length text field of the memory record: cut, or padded with blanks. A value
-// of the exact length, and the blanks of a null, share their text instead of copying:
-// a search holds every patient of the office.
-QString fixedText(const QVariant& value, qsizetype length)
+// A fixed-length text field of the memory record: cut, or padded with blanks, in one
+// allocation. The blanks of a null are shared: a search holds every patient of the
+// office.
+QString fixedText(const data::ado::Field& field, qsizetype length)
 {
     static const QString blanks8(8, u' ');
     static const QString blanks14(14, u' ');
-    if (base::IsNull(value)) {
-        if (length == 8) return blanks8;
-        if (length == 14) return blanks14;
+    QStringView view;
+    QString held;
+    if (!field.TextView(view)) {
+        const QVariant value = field.Value();
+        if (base::IsNull(value)) {
+            if (length == 8) return blanks8;
+            if (length == 14) return blanks14;
+        }
+        held = base::csNull2Str(value);
+        view = held;
     }
-    QString text = textOf(value);
-    if (text.size() == length) return text;
-    // Cut or padded in one allocation.
     QString fixed(length, u' ');
-    std::copy_n(text.constData(), std::min(length, text.size()), fixed.data());
+    std::copy_n(view.data(), std::min(length, view.size()), fixed.data());
     return fixed;
 }
 
@@ -179,7 +196,7 @@ short getRiyoushaData_SEAL(const QString& sSQL, RiyoushaArray& aRiyousha)
                            fJusyo1Renraku = field("cJusyo1S0Renraku"), fJusyo2Renraku = field("cJusyo2S0Renraku"),
                            fJisseki = field("jisseki_ct"), fAtenaRyosyu = field("cAtenaS0Ryosyu"),
                            fAtenaRenraku = field("cAtenaS0Renraku");
-    const auto text = [](const data::ado::Field& f) { return textOf(f.Value()); };
+    const auto text = [](const data::ado::Field& f) { return textOf(f); };
     size_t i = 0;
     while (!rs->Eof()) {
         RiyoushaSealRow& r = aRiyousha[i];
@@ -187,17 +204,17 @@ short getRiyoushaData_SEAL(const QString& sSQL, RiyoushaArray& aRiyousha)
         r.cName = text(fName);
         r.cNameKana = text(fNameKana);
         readDate(fBirthday.Value(), r.tBirthday);
-        r.cYubinNo = fixedText(fYubinNo.Value(), 8);
+        r.cYubinNo = fixedText(fYubinNo, 8);
         r.cAdress1 = text(fAdress1);
         r.cAdress2 = text(fAdress2);
-        r.cTelNo = fixedText(fTelNo.Value(), 14);
-        r.cFaxNo = fixedText(fFaxNo.Value(), 14);
-        r.cMobNo = fixedText(fMobNo.Value(), 14);
+        r.cTelNo = fixedText(fTelNo, 14);
+        r.cFaxNo = fixedText(fFaxNo, 14);
+        r.cMobNo = fixedText(fMobNo, 14);
         readDate(fExpireDay.Value(), r.tExpireDay);
         readLong(fRoomNo.Value(), r.nRoomNo);
         r.cAdress3 = text(fAdress3);
-        r.cYubinNo2 = fixedText(fYubinNo2.Value(), 8);
-        r.cYubinNo3 = fixedText(fYubinNo3.Value(), 8);
+        r.cYubinNo2 = fixedText(fYubinNo2, 8);
+        r.cYubinNo3 = fixedText(fYubinNo3, 8);
         r.cYubinNoS0Ryosyu = text(fYubinRyosyu);
         r.cJusyo1S0Ryosyu = text(fJusyo1Ryosyu);
         r.cJusyo2S0Ryosyu = text(fJusyo2Ryosyu);

@@ -123,6 +123,15 @@ QVariant ResultColumn::value(qsizetype row) const
     return others_[size_t(cell.payload)];
 }
 
+bool ResultColumn::textAt(qsizetype row, QStringView& text) const
+{
+    const Cell& cell = cells_[size_t(row)];
+    if (cell.kind != Kind::Text)
+        return false;
+    text = QStringView(texts_.data() + cell.payload, qsizetype(cell.length));
+    return true;
+}
+
 QVariant parseStoredDateTime(QStringView text)
 {
     Stamp s;

@@ -32,6 +32,9 @@ public:
     void appendUtf8(const char* data, qsizetype bytes);
 
     QVariant value(qsizetype row) const;
+    // A text value in place, without a QVariant or a copy; false for any other kind.
+    // The view holds while the column lives.
+    bool textAt(qsizetype row, QStringView& text) const;
 
 private:
     enum class Kind : quint8 { Null, Integer, Double, Text, Other };

@@ -20,6 +20,10 @@ public:
     // The value at the current record; a null QVariant for NULL. A fault (3021) at EOF
     // or BOF, as there is no current record.
     QVariant Value() const;
+    // Not ADO's: the current value when it is a text, read in place for a reader of
+    // many rows; false (and no fault) when it is not, or there is no current record.
+    // The view holds until the recordset closes.
+    bool TextView(QStringView& text) const;
 
 private:
     const Recordset* recordset_;

@@ -11,6 +11,8 @@ int Field::Type() const { return recordset_->column(index_).type; }
 
 QVariant Field::Value() const { return recordset_->value(index_); }
 
+bool Field::TextView(QStringView& text) const { return recordset_->textView(index_, text); }
+
 void Recordset::Open(const QString& source, Connection& activeConnection, int cursorType, int lockType, int options)
 {
     if (open_)
@@ -127,6 +129,13 @@ Field Recordset::Fields(int index) const
     if (index < 0 || index >= FieldCount())
         throw fault::itemNotFound();
     return Field(*this, index);
+}
+
+bool Recordset::textView(int index, QStringView& text) const
+{
+    if (!open_ || position_ < 0 || position_ >= table_.rowCount)
+        return false;
+    return column(index).textAt(position_, text);
 }
 
 QVariant Recordset::value(int index) const

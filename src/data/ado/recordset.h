@@ -49,6 +49,7 @@ private:
     void requireOpen() const;
     const ResultColumn& column(int index) const { return table_.columns[static_cast<size_t>(index)]; }
     QVariant value(int index) const;
+    bool textView(int index, QStringView& text) const;
 
     int cursorLocation_ = adUseServer;
     bool open_ = false;
