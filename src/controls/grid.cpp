@@ -67,6 +67,15 @@ void Grid::setRowTexts(int row, int firstCol, const QString* texts, int count)
     if (redraw_) notify({Change::Row, row, 0});
 }
 
+void Grid::clearTexts(int firstCol)
+{
+    const int from = std::max(firstCol, 1);
+    if (from > cols_) return;
+    for (int row = 1; row <= rows_; ++row)
+        for (int col = from; col <= cols_; ++col) cells_[index(col, row)] = QString();
+    if (redraw_) notify({Change::All});
+}
+
 void Grid::setValue(int col, int row, int v)
 {
     if (!inside(col, row)) return;

@@ -27,6 +27,9 @@ public:
     // share their data with the caller's), without comparing: the bulk write of a fill.
     // Cells outside the grid are skipped; with ReDraw on, observers hear of the row.
     void setRowTexts(int row, int firstCol, const QString* texts, int count);
+    // Empties every cell from firstCol on, in every row; the rows, the cells before
+    // firstCol (the ticks), the colours and the hidden rows stay.
+    void clearTexts(int firstCol);
     // A check box cell's value: 1 ticked, 0 not.
     int value(int col, int row) const { return text(col, row) == QLatin1String("1") ? 1 : 0; }
     // Setting a check box cell by code fires ButtonClicked when the value changes.

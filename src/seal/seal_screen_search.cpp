@@ -77,6 +77,10 @@ void frmPrintシール::vDispData()
 
 short frmPrintシール::RiyoushaMemorySet()
 {
+    // The list's texts share their memory with the rows about to be replaced; let go
+    // together, that memory is returned whole and the new rows are laid out in one
+    // piece instead of in its gaps. The fill that follows every read writes them again.
+    fpSpread02.clearTexts(2);
     extract::RiyoushaChoice choice;
     choice.jissekiTicked = chkJisseki.value() == 1;
     choice.jissekiYm = imJissekiYm.value();

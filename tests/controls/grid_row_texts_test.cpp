@@ -38,3 +38,21 @@ TEST(GridRowTexts, TellsObserversOnceWithRedrawOnAndNotAtAllWithItOff)
     EXPECT_EQ(seen.size(), 1u);
     EXPECT_EQ(g.text(1, 1), QStringLiteral("x"));
 }
+
+TEST(GridRowTexts, ClearingTextsKeepsTheTicksRowsColoursAndHiddenRows)
+{
+    Grid g(QStringLiteral("g"), 3, 2);
+    g.setCheckBoxColumn(1);
+    g.setValue(1, 2, 1);
+    g.setText(2, 1, QStringLiteral("a"));
+    g.setText(3, 2, QStringLiteral("b"));
+    g.setRowHidden(1, true);
+    g.setForeColor(2, 2, controls::Colors::Black);
+    g.clearTexts(2);
+    EXPECT_EQ(g.MaxRows(), 2);
+    EXPECT_EQ(g.value(1, 2), 1);
+    EXPECT_TRUE(g.text(2, 1).isEmpty());
+    EXPECT_TRUE(g.text(3, 2).isEmpty());
+    EXPECT_TRUE(g.rowHidden(1));
+    EXPECT_EQ(g.foreColor(2, 2), controls::Colors::Black);
+}
