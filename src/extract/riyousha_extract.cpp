@@ -22,9 +22,10 @@ namespace {
 const QString kExtractFailed = QStringLiteral("患者データの抽出に失敗しました。");
 const QString kNoMonth = QStringLiteral("抽出対象月の入力に誤りがあります。");
 
-// A field's text: a text read in place into a string of its own; anything else (a
-// number, a date, NULL) as csNull2Str reads it. The small counts of the month recur
-// in every list, so their texts are made once.
+// A field's text: a text of its row alone read in place into a string of its own, a
+// recurring one as the one string the recordset shares; anything else (a number, a
+// date, NULL) as csNull2Str reads it. The small counts of the month recur in every
+// list, so their texts are made once.
 QString textOf(const data::ado::Field& field)
 {
     QStringView view;
@@ -43,8 +44,8 @@ QString textOf(const data::ado::Field& field)
 }
 
 // A fixed-length text field of the memory record: cut, or padded with blanks, in one
-// allocation. The blanks of a null are shared: a search holds every patient of the
-// office.
+// allocation. A recurring text of the exact length, and the blanks of a null, are
+// shared: a search holds every patient of the office.
 QString fixedText(const data::ado::Field& field, qsizetype length)
 {
     static const QString blanks8(8, u' ');
@@ -58,6 +59,7 @@ QString fixedText(const data::ado::Field& field, qsizetype length)
             if (length == 14) return blanks14;
         }
         held = base::csNull2Str(value);
+        if (held.size() == length) return held;
         view = held;
     }
     QString fixed(length, u' ');

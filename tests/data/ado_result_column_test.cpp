@@ -66,3 +66,46 @@ TEST(ResultColumnTest, TextsKeepTheirBoundsAndBadBytesBecomeReplacementCharacter
     // Reading twice gives the same text: nothing is consumed.
     EXPECT_EQ(column.value(2).toString(), QStringLiteral("東"));
 }
+
+TEST(ResultColumnTest, ARecurringTextIsHeldOnceAndReadAsOneSharedString)
+{
+    ResultColumn column;
+    const QByteArray codes[] = {"160-0023", "160-0022", "160-0023", "160-0023", ""};
+    for (const QByteArray& code : codes) column.appendUtf8(code.constData(), code.size());
+    column.appendText(u"港区");
+    column.appendText(u"港区");
+
+    EXPECT_EQ(column.value(0).toString(), QStringLiteral("160-0023"));
+    EXPECT_EQ(column.value(1).toString(), QStringLiteral("160-0022"));
+    EXPECT_EQ(column.value(3).toString(), QStringLiteral("160-0023"));
+    EXPECT_EQ(column.value(0).toString().constData(), column.value(3).toString().constData());
+    EXPECT_NE(column.value(0).toString().constData(), column.value(1).toString().constData());
+    EXPECT_FALSE(column.value(4).toString().isNull());
+    EXPECT_EQ(column.value(6).toString(), QStringLiteral("港区"));
+    // A text of its row alone reads in place; a shared one only as its value.
+    QStringView view;
+    EXPECT_TRUE(column.textAt(1, view));
+    EXPECT_EQ(view, u"160-0022");
+    EXPECT_FALSE(column.textAt(2, view));
+}
+
+TEST(ResultColumnTest, ManyDistinctTextsEachReadBackAsWritten)
+{
+    // More distinct texts than the table of recent ones holds, with recurring ones
+    // among them, and texts too long to be looked for.
+    ResultColumn column;
+    for (int i = 0; i < 3000; ++i) {
+        const QByteArray text = (i % 3 == 0) ? QByteArray("同じ") : QByteArray("患者") + QByteArray::number(i);
+        column.appendUtf8(text.constData(), text.size());
+    }
+    const QByteArray longText(200, 'x');
+    column.appendUtf8(longText.constData(), longText.size());
+    column.appendUtf8(longText.constData(), longText.size());
+    column.finish();
+    for (int i = 0; i < 3000; ++i) {
+        const QString want = (i % 3 == 0) ? QStringLiteral("同じ") : QStringLiteral("患者") + QString::number(i);
+        ASSERT_EQ(column.value(i).toString(), want) << i;
+    }
+    EXPECT_EQ(column.value(3000).toString(), QString(200, u'x'));
+    EXPECT_EQ(column.value(3001).toString(), QString(200, u'x'));
+}

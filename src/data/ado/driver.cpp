@@ -52,6 +52,71 @@ void ResultColumn::appendDouble(double value)
     cells_.push_back({bits, 0, Kind::Double});
 }
 
+qsizetype RecurringTexts::find(const void* data, qsizetype bytes)
+{
+    pending_ = nullptr;
+    if (!looking_ || bytes > kLongest)
+        return -1;
+    if (slots_.empty())
+        slots_.resize(kSlots);
+    const auto* p = static_cast<const unsigned char*>(data);
+    size_t h = 14695981039346656037ull;
+    for (qsizetype i = 0; i < bytes; ++i)
+        h = (h ^ p[i]) * 1099511628211ull;
+    Slot& slot = slots_[(h ^ (h >> 29)) & (kSlots - 1)];
+    if (slot.bytes == bytes && std::memcmp(slot.data, data, size_t(bytes)) == 0) {
+        ++hits_;
+        return slot.cell;
+    }
+    if (++misses_ == kTrial && hits_ < misses_) {
+        stopLooking();
+        return -1;
+    }
+    slot.bytes = bytes;
+    std::memcpy(slot.data, data, size_t(bytes));
+    pending_ = &slot;
+    return -1;
+}
+
+void RecurringTexts::remember(qsizetype cell)
+{
+    if (pending_)
+        pending_->cell = cell;
+    pending_ = nullptr;
+}
+
+void RecurringTexts::stopLooking()
+{
+    looking_ = false;
+    pending_ = nullptr;
+    slots_ = {};
+}
+
+QString RecurringTexts::shared(qsizetype offset, QStringView text) const
+{
+    if (made_.empty())
+        made_.resize(kSlots);
+    Made& made = made_[size_t(offset * 0x9E3779B97F4A7C15ull >> 54) & (kSlots - 1)];
+    if (made.offset != offset) {
+        made.offset = offset;
+        made.text = text.toString();
+    }
+    return made.text;
+}
+
+bool ResultColumn::appendRecurring(const void* data, qsizetype bytes)
+{
+    const qsizetype seen = recurring_.find(data, bytes);
+    if (seen < 0) {
+        recurring_.remember(size());
+        return false;
+    }
+    cells_[size_t(seen)].kind = Kind::SharedText;
+    const Cell shared = cells_[size_t(seen)];
+    cells_.push_back(shared);
+    return true;
+}
+
 void ResultColumn::appendTextCell(qsizetype offset, qsizetype length)
 {
     cells_.push_back({quint64(offset), quint32(length), Kind::Text});
@@ -59,6 +124,8 @@ void ResultColumn::appendTextCell(qsizetype offset, qsizetype length)
 
 void ResultColumn::appendText(QStringView text)
 {
+    if (appendRecurring(text.utf16(), text.size() * qsizetype(sizeof(char16_t))))
+        return;
     const qsizetype offset = qsizetype(texts_.size());
     texts_.insert(texts_.end(), text.utf16(), text.utf16() + text.size());
     appendTextCell(offset, text.size());
@@ -66,6 +133,8 @@ void ResultColumn::appendText(QStringView text)
 
 void ResultColumn::appendUtf8(const char* data, qsizetype bytes)
 {
+    if (appendRecurring(data, bytes))
+        return;
     // A UTF-8 text never has more UTF-16 units than bytes.
     const qsizetype offset = qsizetype(texts_.size());
     texts_.resize(size_t(offset + bytes));
@@ -113,9 +182,13 @@ QVariant ResultColumn::value(qsizetype row) const
         return QVariant(value);
     }
     case Kind::Text:
+    case Kind::SharedText:
         // An empty text is empty, never null, wherever it lies in the buffer.
         if (cell.length == 0)
             return QVariant(QStringLiteral(""));
+        if (cell.kind == Kind::SharedText)
+            return QVariant(recurring_.shared(qsizetype(cell.payload),
+                                              QStringView(texts_.data() + cell.payload, qsizetype(cell.length))));
         return QVariant(QString(reinterpret_cast<const QChar*>(texts_.data() + cell.payload), qsizetype(cell.length)));
     case Kind::Other:
         break;

@@ -10,6 +10,43 @@
 
 namespace data::ado {
 
+// The texts of a column that recur (one post code for a district, the blanks of an
+// unused number, one care office): each is held once, and read into one string that
+// its rows share. Only short texts are looked for, in a fixed table of recent ones, so
+// a lookup allocates nothing; a column of mostly distinct texts (names) stops looking
+// after its first rows.
+class RecurringTexts {
+public:
+    // The cell of an equal text seen lately, from the bytes the text came from; -1
+    // when there is none, and then remember() is to tell the new text's cell.
+    qsizetype find(const void* data, qsizetype bytes);
+    void remember(qsizetype cell);
+    // The rows are all in: the table of recent texts is let go.
+    void stopLooking();
+    // The string for a recurring text, made at its first reading.
+    QString shared(qsizetype offset, QStringView text) const;
+
+private:
+    static constexpr qsizetype kLongest = 48;  // bytes
+    static constexpr size_t kSlots = 512;
+    static constexpr int kTrial = 512;
+    struct Slot {
+        qsizetype bytes = -1;
+        char data[kLongest];
+        qsizetype cell = -1;
+    };
+    struct Made {
+        qsizetype offset = -1;
+        QString text;
+    };
+    std::vector<Slot> slots_;
+    Slot* pending_ = nullptr;
+    int hits_ = 0;
+    int misses_ = 0;
+    bool looking_ = true;
+    mutable std::vector<Made> made_;
+};
+
 // One column of a result, all rows: fetched at once for a client-side recordset. A list
 // of many thousand rows would hold a QVariant and a string of its own for every cell,
 // so the values are held compactly instead: numbers in place, texts as UTF-16 in one
@@ -31,23 +68,30 @@ public:
     // UTF-8 bytes, decoded straight into the column's buffer; bad bytes become U+FFFD.
     void appendUtf8(const char* data, qsizetype bytes);
 
+    // Every row is in.
+    void finish() { recurring_.stopLooking(); }
+
     QVariant value(qsizetype row) const;
-    // A text value in place, without a QVariant or a copy; false for any other kind.
-    // The view holds while the column lives.
+    // A text value in place, without a QVariant or a copy; false for any other kind,
+    // and for a recurring text, whose value() hands out its one shared string. The
+    // view holds while the column lives.
     bool textAt(qsizetype row, QStringView& text) const;
 
 private:
-    enum class Kind : quint8 { Null, Integer, Double, Text, Other };
+    enum class Kind : quint8 { Null, Integer, Double, Text, SharedText, Other };
     struct Cell {
         quint64 payload;  // the number, its bits, the text's offset, or the index in others_
         quint32 length;   // UTF-16 units of a text
         Kind kind;
     };
+    // The text of data (its bytes in whichever encoding) when it recurs, else nothing.
+    bool appendRecurring(const void* data, qsizetype bytes);
     void appendTextCell(qsizetype offset, qsizetype length);
 
     std::vector<Cell> cells_;
     std::vector<char16_t> texts_;
     std::vector<QVariant> others_;
+    RecurringTexts recurring_;
 };
 
 struct ResultTable {

@@ -21,7 +21,8 @@ public:
     // or BOF, as there is no current record.
     QVariant Value() const;
     // Not ADO's: the current value when it is a text, read in place for a reader of
-    // many rows; false (and no fault) when it is not, or there is no current record.
+    // many rows; false (and no fault) when it is not, when it is a text that recurs
+    // (Value() shares one string for it), or when there is no current record.
     // The view holds until the recordset closes.
     bool TextView(QStringView& text) const;
 

@@ -386,6 +386,8 @@ ResultTable OdbcDriver::query(const QString& sql, int timeoutSeconds)
             table.columns[c - 1].append(readCell(stmt.get(), c, fetches[c - 1], dates));
         ++table.rowCount;
     }
+    for (ResultColumn& column : table.columns)
+        column.finish();
     return table;
 }
 

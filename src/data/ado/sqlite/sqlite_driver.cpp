@@ -354,6 +354,7 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
     }
     // A column that held only nulls and has no declared type reads as text.
     for (ResultColumn& column : table.columns) {
+        column.finish();
         if (column.type == 0)
             column.type = adVarWChar;
     }
