@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QStringEncoder>
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -307,6 +308,16 @@ QString CStr(const QVariant& value)
     default:
         return value.toString();
     }
+}
+
+QString numberText(qint64 n)
+{
+    static const std::array<QString, 64> small = [] {
+        std::array<QString, 64> texts;
+        for (int i = 0; i < 64; ++i) texts[size_t(i)] = QString::number(i);
+        return texts;
+    }();
+    return (n >= 0 && n < 64) ? small[size_t(n)] : QString::number(n);
 }
 
 QString csNull2Str(const QVariant& value) { return IsNull(value) ? QString() : CStr(value); }

@@ -82,6 +82,10 @@ bool IsNull(const QVariant& value);
 // (with " H:mm:ss" when a time is set), flags "True"/"False".
 QString CStr(const QVariant& value);
 
+// QString::number(n), with the texts of 0 to 63 made once and shared: a list writes
+// the same small numbers (a kind's digit, a month's count) on every row.
+QString numberText(qint64 n);
+
 // Empty text for null, else the value as text.
 QString csNull2Str(const QVariant& value);
 // Empty text for null, else the value as text without trailing blanks.

@@ -67,16 +67,7 @@ bool narrowedOut(const RowOut& r, const FillConditions& c)
     return hidden;
 }
 
-// The kind's digit, made once: every row of a fill writes it.
-const QString& digit(short K)
-{
-    static const std::array<QString, 10> digits = [] {
-        std::array<QString, 10> texts;
-        for (int d = 0; d < 10; ++d) texts[size_t(d)] = QString::number(d);
-        return texts;
-    }();
-    return digits.at(static_cast<size_t>(K));
-}
+QString digit(short K) { return base::numberText(K); }
 
 // The columns every kind fills alike: the number (twice), the name and the reading
 // kept for the narrowing, and the reading in its column.

@@ -12,7 +12,6 @@
 #include <QDateTime>
 
 #include <algorithm>
-#include <array>
 #include <memory>
 
 namespace extract {
@@ -24,22 +23,13 @@ const QString kNoMonth = QStringLiteral("抽出対象月の入力に誤りがあ
 
 // A field's text: a text of its row alone read in place into a string of its own, a
 // recurring one as the one string the recordset shares; anything else (a number, a
-// date, NULL) as csNull2Str reads it. The small counts of the month recur in every
-// list, so their texts are made once.
+// date, NULL) as csNull2Str reads it.
 QString textOf(const data::ado::Field& field)
 {
     QStringView view;
     if (field.TextView(view)) return view.toString();
     const QVariant value = field.Value();
-    if (value.typeId() == QMetaType::Int) {
-        static const std::array<QString, 64> counts = [] {
-            std::array<QString, 64> texts;
-            for (int n = 0; n < 64; ++n) texts[size_t(n)] = QString::number(n);
-            return texts;
-        }();
-        const int n = value.toInt();
-        if (n >= 0 && n < 64) return counts[size_t(n)];
-    }
+    if (value.typeId() == QMetaType::Int) return base::numberText(value.toInt());
     return base::csNull2Str(value);
 }
 

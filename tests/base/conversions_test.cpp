@@ -212,3 +212,13 @@ TEST(DatabaseValue, ValuesReadAsTheRuntimeConvertsThem)
     EXPECT_EQ(faultOf([] { nNull2Long(QVariant(QStringLiteral("abc"))); }), 13);
     EXPECT_EQ(faultOf([] { nNull2Long(QVariant(qlonglong(1) << 40)); }), 6);
 }
+
+TEST(NumberText, SmallNumbersShareOneTextAndOthersAreWrittenOut)
+{
+    EXPECT_EQ(base::numberText(0), QStringLiteral("0"));
+    EXPECT_EQ(base::numberText(63), QStringLiteral("63"));
+    EXPECT_EQ(base::numberText(63).constData(), base::numberText(63).constData());
+    EXPECT_EQ(base::numberText(64), QStringLiteral("64"));
+    EXPECT_EQ(base::numberText(-1), QStringLiteral("-1"));
+    EXPECT_EQ(base::numberText(3000000000), QStringLiteral("3000000000"));
+}

@@ -153,7 +153,7 @@ void ResultColumn::append(const QVariant& value)
         appendNull();
         return;
     case QMetaType::Int:
-        cells_.push_back({quint64(qint64(value.toInt())), 0, Kind::Integer});
+        appendInteger(value.toInt());
         return;
     case QMetaType::Double:
         appendDouble(value.toDouble());
@@ -182,14 +182,14 @@ QVariant ResultColumn::value(qsizetype row) const
         return QVariant(value);
     }
     case Kind::Text:
-    case Kind::SharedText:
+    case Kind::SharedText: {
         // An empty text is empty, never null, wherever it lies in the buffer.
         if (cell.length == 0)
             return QVariant(QStringLiteral(""));
-        if (cell.kind == Kind::SharedText)
-            return QVariant(recurring_.shared(qsizetype(cell.payload),
-                                              QStringView(texts_.data() + cell.payload, qsizetype(cell.length))));
-        return QVariant(QString(reinterpret_cast<const QChar*>(texts_.data() + cell.payload), qsizetype(cell.length)));
+        const QStringView text = textOf(cell);
+        return QVariant(cell.kind == Kind::SharedText ? recurring_.shared(qsizetype(cell.payload), text)
+                                                      : text.toString());
+    }
     case Kind::Other:
         break;
     }
@@ -201,7 +201,7 @@ bool ResultColumn::textAt(qsizetype row, QStringView& text) const
     const Cell& cell = cells_[size_t(row)];
     if (cell.kind != Kind::Text)
         return false;
-    text = QStringView(texts_.data() + cell.payload, qsizetype(cell.length));
+    text = textOf(cell);
     return true;
 }
 

@@ -87,6 +87,7 @@ private:
     // The text of data (its bytes in whichever encoding) when it recurs, else nothing.
     bool appendRecurring(const void* data, qsizetype bytes);
     void appendTextCell(qsizetype offset, qsizetype length);
+    QStringView textOf(const Cell& cell) const { return {texts_.data() + cell.payload, qsizetype(cell.length)}; }
 
     std::vector<Cell> cells_;
     std::vector<char16_t> texts_;
