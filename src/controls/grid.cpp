@@ -57,12 +57,12 @@ void Grid::setText(int col, int row, const QString& value)
     cellChanged(col, row);
 }
 
-void Grid::setRowTexts(int row, int firstCol, const QString* texts, int count)
+void Grid::setRowTexts(int row, int firstCol, QString* texts, int count)
 {
     if (row < 1 || row > rows_) return;
     for (int i = 0; i < count; ++i) {
         const int col = firstCol + i;
-        if (col >= 1 && col <= cols_) cells_[index(col, row)] = texts[i];
+        if (col >= 1 && col <= cols_) cells_[index(col, row)] = std::move(texts[i]);
     }
     if (redraw_) notify({Change::Row, row, 0});
 }

@@ -23,10 +23,11 @@ public:
     // a read gives empty text and a write is ignored.
     const QString& text(int col, int row) const;
     void setText(int col, int row, const QString& value);
-    // Writes count cells of a row from firstCol on, taking the texts as they are (they
-    // share their data with the caller's), without comparing: the bulk write of a fill.
-    // Cells outside the grid are skipped; with ReDraw on, observers hear of the row.
-    void setRowTexts(int row, int firstCol, const QString* texts, int count);
+    // Writes count cells of a row from firstCol on, taking the caller's texts over
+    // (their data is shared, never copied, and the caller's are left empty), without
+    // comparing: the bulk write of a fill. Cells outside the grid are skipped; with
+    // ReDraw on, observers hear of the row.
+    void setRowTexts(int row, int firstCol, QString* texts, int count);
     // Empties every cell from firstCol on, in every row; the rows, the cells before
     // firstCol (the ticks), the colours and the hidden rows stay.
     void clearTexts(int firstCol);

@@ -116,7 +116,7 @@ void writePatient(const RiyoushaSealRow& p, const FillConditions& c, RowOut& r)
     r.col[33] = withHonorific(p.cAtenaS0Renraku, k, r.blankKeisho);
 }
 
-void writeRow(controls::Grid& g, int row, const RowOut& r, bool hidden, const FillConditions& c);
+void writeRow(controls::Grid& g, int row, RowOut& r, bool hidden, const FillConditions& c);
 
 void writeDoctor(const data::DoctorRec& d, const FillConditions& c, RowOut& r)
 {
@@ -216,12 +216,12 @@ bool patientNarrowedOut(const RiyoushaSealRow& p, const FillConditions& c)
 // The count of services as a number: its leading number, empty being 0.
 double countOf(const QString& text) { return base::Val(text); }
 
-void writeRow(controls::Grid& g, int row, const RowOut& r, bool hidden, const FillConditions& c)
+void writeRow(controls::Grid& g, int row, RowOut& r, bool hidden, const FillConditions& c)
 {
     g.setRowHidden(row, false);
     if (c.clearTicks) g.setValue(1, row, 0);
-    // The cells take the row's texts as they are: most share their data with the rows
-    // in memory, so the grid holds no second copy of them.
+    // The cells take the row's texts over: most share their data with the rows in
+    // memory, so the grid holds no second copy of them.
     g.setRowTexts(row, 2, &r.col[2], kGridCols - 1);
     g.setRowHidden(row, hidden);
 }
@@ -233,7 +233,9 @@ int ageOf(const QDate& today, const QDate& birthday)
     // yyyy.mmdd as a decimal number: the integer divided once is the nearest double to
     // the decimal text, as reading the text would give.
     const auto asNumber = [](const QDate& d) {
-        return double(d.year() * 10000 + d.month() * 100 + d.day()) / 10000.0;
+        int y = 0, m = 0, day = 0;
+        d.getDate(&y, &m, &day);  // one calendar conversion, not three
+        return double(y * 10000 + m * 100 + day) / 10000.0;
     };
     return static_cast<int>(asNumber(today) - asNumber(birthday));
 }
