@@ -1,11 +1,15 @@
 #include "app/messages.h"
 
 #include "app/globals.h"
+#include "base/log.h"
 
 namespace app {
 
 int msgBox(const QString& text, int style, const QString& title)
 {
+    // A box's text may name a patient; at the default level only that a box was shown.
+    qCInfo(base::lcApp).noquote() << "box" << style << title;
+    qCDebug(base::lcApp).noquote() << "box text:" << text;
     return platform().msgBox(text, style, title);
 }
 
@@ -35,6 +39,11 @@ Handler::~Handler()
 void Handler::fail(const base::VbError& fault)
 {
     failed_ = true;
+    static const char* const kinds[] = {"resume", "stop", "stop and close"};
+    qCWarning(base::lcApp).noquote() << "fault" << fault.number() << "in the handler"
+                                     << (report_.text.isEmpty() ? QStringLiteral("(unnamed)") : report_.text) << "-"
+                                     << kinds[int(kind_)];
+    qCDebug(base::lcApp).noquote() << "fault description:" << fault.description();
     if (report_.form == Report::A)
         msgBox(patternAText(report_.text, fault), controls::BoxStyle::Critical, report_.title);
     else

@@ -1,5 +1,6 @@
 #include "base/text_file.h"
 
+#include "base/log.h"
 #include "base/text_codec.h"
 #include "base/vb_error.h"
 
@@ -20,6 +21,7 @@ QString describe(const VbError& err, const QString& path)
 template <typename Result>
 void fail(Result& r, const VbError& err, const QString& path)
 {
+    qCWarning(lcBase).noquote() << "file" << path << "-" << err.number() << err.description();
     r.ok = false;
     r.errNumber = err.number();
     r.sErrMsg = describe(err, path);
@@ -110,6 +112,7 @@ FileWrite writeFileBytes(const QString& path, const QByteArray& bytes, FileAcces
         fail(w, VbError::permissionDenied(), path);
         return w;
     }
+    qCInfo(lcBase).noquote() << "wrote" << path << bytes.size() << "bytes";
     w.ok = true;
     return w;
 }

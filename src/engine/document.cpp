@@ -1,5 +1,6 @@
 #include "engine/document.h"
 
+#include "base/install_dirs.h"
 #include "base/text_codec.h"
 #include "engine/engine_error.h"
 
@@ -69,6 +70,19 @@ CsvTable readData(const DataBinding& b, const Form& form, const QString& scriptP
     return t;
 }
 
+// A form where the script says, else in the engine's own forms folders; the path as
+// the script says when it is nowhere.
+QString formOf(const QString& named, const QString& appDir)
+{
+    const QString path = resolvePath(named);
+    if (QFileInfo::exists(path)) return path;
+    for (const QString& folder : base::dataFolders(appDir, QStringLiteral("forms"))) {
+        const QString alt = QDir(folder).filePath(fileNameOf(named));
+        if (QFileInfo::exists(alt)) return alt;
+    }
+    return path;
+}
+
 }  // namespace
 
 Document::Document(const WfdScript& script, const QString& appDir)
@@ -79,14 +93,10 @@ Document::Document(const WfdScript& script, const QString& appDir)
         throw EngineError(script.path, 0,
                           QStringLiteral("結合印刷のスクリプトです。先に wfrimg10 で結合フォームを作ってください。"));
     // The form: where the script says, else in the engine's own forms folder.
-    QString formPath = resolvePath(script.formFile);
-    if (!QFileInfo::exists(formPath)) {
-        const QString alt = QDir(appDir).filePath(QStringLiteral("forms/") + fileNameOf(script.formFile));
-        if (!appDir.isEmpty() && QFileInfo::exists(alt)) formPath = alt;
-        else
-            throw EngineError(script.path, script.formLine,
-                              QStringLiteral("フォームファイルが見つかりません: %1").arg(script.formFile));
-    }
+    const QString formPath = formOf(script.formFile, appDir);
+    if (!QFileInfo::exists(formPath))
+        throw EngineError(script.path, script.formLine,
+                          QStringLiteral("フォームファイルが見つかりません: %1").arg(script.formFile));
     QFile f(formPath);
     if (!f.open(QIODevice::ReadOnly))
         throw EngineError(script.path, script.formLine,
@@ -102,11 +112,7 @@ Document::Document(const WfdScript& script, const QString& appDir)
         for (const JoinedForm::Report& r : joined.reports) {
             QList<DataBinding> data;
             for (const auto& [file, hasTitle] : r.data) data.append({QString(), file, hasTitle, 0});
-            QString p = resolvePath(r.form);
-            if (!QFileInfo::exists(p) && !appDir.isEmpty()) {
-                const QString alt = QDir(appDir).filePath(QStringLiteral("forms/") + fileNameOf(r.form));
-                if (QFileInfo::exists(alt)) p = alt;
-            }
+            const QString p = formOf(r.form, appDir);
             WfdScript inner = script;
             inner.path = formPath;  // messages about these data name the joined form
             addPart(p, r.form, 0, data, inner);

@@ -24,7 +24,8 @@ class Document {
 public:
     // Reads the form and the data files of a script and checks them against each
     // other. appDir is the engine's own directory: a form that is not where the script
-    // says is looked for in its "forms" folder. Throws EngineError.
+    // says is looked for in its "forms" folders (beside it, then the installed
+    // PREFIX/share/sealprint/forms). Throws EngineError.
     Document(const WfdScript& script, const QString& appDir);
     ~Document();
     Document(const Document&) = delete;

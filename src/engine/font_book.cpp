@@ -1,5 +1,8 @@
 #include "engine/font_book.h"
 
+#include "base/install_dirs.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFontDatabase>
@@ -11,18 +14,6 @@ namespace {
 
 constexpr int kMeasurePixels = FontBook::rawPixels;
 
-QStringList fontDirs()
-{
-    QStringList dirs;
-    const QString env = qEnvironmentVariable("SEAL_FONT_DIR");
-    if (!env.isEmpty()) dirs.append(env);
-    dirs.append(QStringLiteral("/usr/share/fonts/opentype/ipaexfont-gothic"));
-    dirs.append(QStringLiteral("/usr/share/fonts/opentype/ipaexfont-mincho"));
-    dirs.append(QStringLiteral("/usr/share/fonts/truetype/ipaexfont-gothic"));
-    dirs.append(QStringLiteral("/usr/share/fonts/truetype/ipaexfont-mincho"));
-    return dirs;
-}
-
 }  // namespace
 
 FontBook::FontBook()
@@ -31,7 +22,7 @@ FontBook::FontBook()
     const char* fallback[2] = {"IPAexGothic", "IPAexMincho"};
     for (int f = 0; f < 2; ++f) {
         family_[f] = QString::fromLatin1(fallback[f]);
-        for (const QString& dir : fontDirs()) {
+        for (const QString& dir : base::fontFolders(QCoreApplication::applicationDirPath())) {
             const QString path = QDir(dir).filePath(QString::fromLatin1(files[f]));
             if (!QFile::exists(path)) continue;
             const int id = QFontDatabase::addApplicationFont(path);

@@ -1,6 +1,6 @@
 #pragma once
 // The engine's fonts: IPAex Gothic and Mincho, loaded once per process from the
-// system's font folder, and the glyph advances the layout measures with.
+// installed fonts folder or else the system's, and the glyph advances the layout measures with.
 
 #include "engine/form.h"
 

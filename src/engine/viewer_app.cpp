@@ -1,5 +1,6 @@
 #include "engine/viewer_app.h"
 
+#include "base/log.h"
 #include "base/text_codec.h"
 #include "engine/calibration.h"
 #include "engine/document.h"
@@ -22,6 +23,7 @@
 #include <QSaveFile>
 #include <QThread>
 
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -72,6 +74,7 @@ public:
     explicit Reporter(bool boxes) : boxes_(boxes) {}
     int fail(const QString& text, int code) const
     {
+        qCWarning(base::lcEngine).noquote() << "failed with exit code" << code << "-" << text;
         if (boxes_) QMessageBox::critical(nullptr, QStringLiteral("印刷エンジン"), text);
         else printErr(text);
         return code;
@@ -80,6 +83,15 @@ public:
 private:
     bool boxes_;
 };
+
+// The engine's own log file beside the program's, named after the engine's program.
+base::LogFile engineLog(const char* programName)
+{
+    base::LogOptions options;
+    options.fileName = QString::fromLatin1(programName) + QStringLiteral(".log");
+    options.consoleLevel = QtCriticalMsg;  // the engine says its faults itself, in a box or on stderr
+    return base::LogFile(options);
+}
 
 QStringList argList(int argc, char** argv)
 {
@@ -127,18 +139,35 @@ void waitForJoinedForm(const WfdScript& script)
 
 }  // namespace
 
+namespace {
+
+bool isScriptSwitch(const QString& a) { return a.compare(u"/c", Qt::CaseInsensitive) == 0 || a == u"-c"; }
+bool isOwnOption(const QString& a) { return isScriptSwitch(a) || a.startsWith(u"--"); }
+
+// The program writes the script's path unquoted behind "/c", so a folder with a blank
+// ("C:\Program Files\...") arrives in pieces: every word up to the engine's next own
+// option belongs to the path.
+QString pathFrom(const QStringList& args, int& i)
+{
+    QStringList words;
+    while (i + 1 < args.size() && !isOwnOption(args[i + 1])) words.append(args[++i]);
+    return words.join(u' ');
+}
+
+}  // namespace
+
 std::optional<ViewerArgs> parseViewerArgs(const QStringList& args, QString* error)
 {
     ViewerArgs v;
     for (int i = 0; i < args.size(); ++i) {
         const QString& a = args[i];
         auto next = [&](QString& into) {
-            if (i + 1 >= args.size()) return false;
+            if (i + 1 >= args.size() || isOwnOption(args[i + 1])) return false;
             into = args[++i];
             return true;
         };
         bool ok = true;
-        if (a.compare(u"/c", Qt::CaseInsensitive) == 0 || a == u"-c") ok = next(v.script);
+        if (isScriptSwitch(a)) ok = !(v.script = pathFrom(args, i)).isEmpty();
         else if (a == u"--pdf") ok = next(v.pdf);
         else if (a == u"--png") ok = next(v.png);
         else {
@@ -159,8 +188,10 @@ std::optional<ViewerArgs> parseViewerArgs(const QStringList& args, QString* erro
 
 std::optional<JoinArgs> parseJoinArgs(const QStringList& args, QString* error)
 {
-    if (args.size() == 3 && (args[1].compare(u"/c", Qt::CaseInsensitive) == 0 || args[1] == u"-c"))
-        return JoinArgs{args[0], args[2]};
+    // "OUTPUT.wfd /c SCRIPT", both written unquoted: the words before "/c" are the output.
+    const qsizetype sw = std::find_if(args.begin(), args.end(), isScriptSwitch) - args.begin();
+    if (sw > 0 && sw + 1 < args.size())
+        return JoinArgs{args.mid(0, sw).join(u' '), args.mid(sw + 1).join(u' ')};
     if (error) *error = QStringLiteral("使い方: wfrimg10 出力.wfd /c スクリプト");
     return std::nullopt;
 }
@@ -210,6 +241,8 @@ int runViewer(int argc, char** argv, const char* programName)
     else app = std::make_unique<QGuiApplication>(argc, argv);
     app->setApplicationName(QString::fromLatin1(programName));
     if (onOffscreen()) gui = false;
+    const base::LogFile log = engineLog(programName);
+    qCInfo(base::lcEngine).noquote() << programName << "started:" << args.join(u' ');
     const Reporter report(gui);
     if (!va) return report.fail(usage, kUsage);
 
@@ -229,11 +262,13 @@ int runViewer(int argc, char** argv, const char* programName)
         if (exportOnly) {
             if (!va->pdf.isEmpty()) writePdf(*doc, va->pdf);
             if (!va->png.isEmpty()) writePngs(*doc, va->png);
+            qCInfo(base::lcEngine).noquote() << "exported" << doc->nPages() << "pages";
             return kOk;
         }
         if (!gui) {
             const QString pdf = doc->defaultPdfPath();
             writePdf(*doc, pdf);
+            qCInfo(base::lcEngine).noquote() << "wrote" << pdf << "with" << doc->nPages() << "pages";
             printOut(QStringLiteral("PDF を保存しました: %1").arg(QDir::toNativeSeparators(pdf)));
             return kOk;
         }
@@ -258,6 +293,8 @@ int runJoiner(int argc, char** argv)
     // The program rewrites the script right after starting us: read it before anything
     // slow, such as bringing up the GUI.
     const QStringList args = argList(argc, argv);
+    const base::LogFile log = engineLog("wfrimg10");
+    qCInfo(base::lcEngine).noquote() << "wfrimg10 started:" << args.join(u' ');
     QString problem;
     int code = kOk;
     if (const auto ja = parseJoinArgs(args, &problem)) {
@@ -270,8 +307,12 @@ int runJoiner(int argc, char** argv)
     } else {
         code = kUsage;
     }
-    if (code == kOk) return kOk;
+    if (code == kOk) {
+        qCInfo(base::lcEngine) << "joined form written";
+        return kOk;
+    }
     if (!displayAvailable()) {
+        qCWarning(base::lcEngine).noquote() << "failed with exit code" << code << "-" << problem;
         printErr(problem);
         return code;
     }

@@ -23,12 +23,16 @@ struct ViewerArgs {
 };
 
 // Parses "/c SCRIPT [--pdf FILE] [--png DIR]"; an error text on a bad command line.
+// SCRIPT is every word after "/c" up to the next option ("--..."), joined by blanks:
+// the program writes it unquoted, so a path with blanks arrives in pieces.
 std::optional<ViewerArgs> parseViewerArgs(const QStringList& args, QString* error);
 
 struct JoinArgs {
     QString output;
     QString script;
 };
+// Parses "OUTPUT /c SCRIPT"; the words before "/c" are the output, those after it the
+// script.
 std::optional<JoinArgs> parseJoinArgs(const QStringList& args, QString* error);
 
 // Writes the joined form for a joined script: the reports and their data, in order.

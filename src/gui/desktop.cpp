@@ -1,5 +1,6 @@
 #include "gui/desktop.h"
 
+#include "base/install_dirs.h"
 #include "engine/wfd_document_impl.h"
 #include "gui/qt_platform.h"
 #include "gui/views.h"
@@ -44,7 +45,7 @@ int runDesktop(int& argc, char** argv, const app::ProcessStart& start)
     QtPlatform platform([&self](controls::Screen& screen) { return makeView(*self, screen); });
     self = &platform;
     app::ProcessStart own = start;
-    if (own.programDir.isEmpty()) own.programDir = QCoreApplication::applicationDirPath();
+    if (own.programDir.isEmpty()) own.programDir = base::installationFolder(QCoreApplication::applicationDirPath());
     return app::runProcess(own, platform);
 }
 

@@ -1,5 +1,6 @@
 #include "report/work_file.h"
 
+#include "base/log.h"
 #include "base/text_codec.h"
 #include "base/vb_error.h"
 
@@ -41,7 +42,11 @@ void closeWorkFile(QFile& file)
 {
     const bool flushed = file.flush();
     file.close();
-    if (!flushed || file.error() != QFileDevice::NoError) throw ioError();
+    if (!flushed || file.error() != QFileDevice::NoError) {
+        qCWarning(base::lcReport).noquote() << "could not finish" << file.fileName();
+        throw ioError();
+    }
+    qCInfo(base::lcReport).noquote() << "wrote" << file.fileName() << file.size() << "bytes";
 }
 
 }  // namespace report

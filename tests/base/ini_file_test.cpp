@@ -4,6 +4,7 @@
 #include "base/ini_file.h"
 
 #include "base/text_codec.h"
+#include "file_modes.h"
 #include "test_helpers.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +13,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <unistd.h>
 
 using base::clsOplIniFile;
 using base::csCutNull;
@@ -321,7 +321,7 @@ TEST_F(ProfileFile, AWriteWhereNoFileCanBeMadeFailsAndCreatesNothing)
 
 TEST_F(ProfileFile, ReadOnlyFolderOrFileFailsTheWriteAndKeepsTheFile)
 {
-    if (geteuid() == 0) GTEST_SKIP() << "file modes do not bind the superuser";
+    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
     const QByteArray before = sharedFile();
     clsOplIniFile ini = bound(before);
     QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);

@@ -6,6 +6,7 @@
 #include "base/files.h"
 #include "base/text_codec.h"
 #include "base/vb_error.h"
+#include "file_modes.h"
 #include "test_helpers.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +15,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <unistd.h>
 
 using namespace base;
 using testing_files::getBytes;
@@ -70,7 +70,7 @@ TEST_F(TextFile, MissingFileAndFolderAreClearFailures)
 
 TEST_F(TextFile, UnreadableFileIsAFailureNotAnEmptyFile)
 {
-    if (geteuid() == 0) GTEST_SKIP() << "file modes do not bind the superuser";
+    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
     putBytes(path(), "secret\r\n");
     QFile::setPermissions(path(), QFileDevice::WriteOwner);
     const TextFileRead r = readTextFile(path());
@@ -133,7 +133,7 @@ TEST_F(TextFile, WritesThatCannotHappenFailWithoutTouchingAnything)
 
 TEST_F(TextFile, AReadOnlyFileKeepsItsContent)
 {
-    if (geteuid() == 0) GTEST_SKIP() << "file modes do not bind the superuser";
+    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
     putBytes(path(), "old\r\n");
     QFile::setPermissions(path(), QFileDevice::ReadOwner);
     const FileWrite w = writeTextFile(path(), {QStringLiteral("new")});

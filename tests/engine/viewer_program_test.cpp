@@ -3,8 +3,11 @@
 
 #include "engine/viewer_app.h"
 
+#include "app/program_start.h"
+
 #include "engine_test_support.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -245,6 +248,46 @@ TEST(ViewerArgs, CommandLineForms)
     ASSERT_TRUE(j);
     EXPECT_EQ(j->output, "C:\\TMP\\tmp.wfd");
     EXPECT_FALSE(engine::parseJoinArgs({"/c", "x"}, &err));
+}
+
+TEST(ViewerArgs, AnUnquotedScriptPathWithBlanksIsTakenWhole)
+{
+    QString err;
+    auto a = engine::parseViewerArgs({"/c", "C:\\Program", "Files\\訪問 鍼灸\\TMP\\WfdCom.dat", "--pdf", "out.pdf"},
+                                     &err);
+    ASSERT_TRUE(a) << err.toStdString();
+    EXPECT_EQ(a->script, "C:\\Program Files\\訪問 鍼灸\\TMP\\WfdCom.dat");
+    EXPECT_EQ(a->pdf, "out.pdf");
+    // Quoted, the path is one word already.
+    a = engine::parseViewerArgs({"/c", "C:\\Program Files\\TMP\\WfdCom.dat"}, &err);
+    ASSERT_TRUE(a);
+    EXPECT_EQ(a->script, "C:\\Program Files\\TMP\\WfdCom.dat");
+    // An option right after "/c" is no path.
+    EXPECT_FALSE(engine::parseViewerArgs({"/c", "--pdf", "x.pdf"}, &err));
+    EXPECT_FALSE(engine::parseViewerArgs({"/c", "a", "--pdf"}, &err));
+
+    auto j = engine::parseJoinArgs({"C:\\Program", "Files\\TMP\\tmp.wfd", "/c", "C:\\Program", "Files\\TMP\\WfdCom.dat"},
+                                   &err);
+    ASSERT_TRUE(j);
+    EXPECT_EQ(j->output, "C:\\Program Files\\TMP\\tmp.wfd");
+    EXPECT_EQ(j->script, "C:\\Program Files\\TMP\\WfdCom.dat");
+    EXPECT_FALSE(engine::parseJoinArgs({"out.wfd", "/c"}, &err));
+}
+
+// Both sides together: the command line the program writes for a folder with a blank
+// and Japanese characters, split as the program splits it, reaches the engine whole.
+TEST_F(ViewerProgram, RunsAScriptInAFolderWithABlankStartedTheProgramsWay)
+{
+    const QString tmp = dir.filePath("訪問 鍼灸/TMP");
+    ASSERT_TRUE(QDir().mkpath(tmp));
+    const QString csv = tmp + "/シール.csv";
+    enginetest::writeCp932(csv, {enginetest::kLabelTitle, enginetest::labelLine({})});
+    enginetest::writeCp932(tmp + "/WfdCom.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), csv, {}));
+    const app::ProgramCommand cmd = app::parseCommandLine("wfrfv10.exe /c " + tmp + "/WfdCom.dat");
+    ASSERT_GT(cmd.arguments.size(), 2);  // the blank splits the path
+    const ProgramRun r = runProgram("wfrfv10", cmd.arguments);
+    EXPECT_EQ(r.code, 0) << r.err.toStdString();
+    EXPECT_GT(QFileInfo(tmp + "/シール.pdf").size(), 0) << r.out.toStdString();
 }
 
 TEST_F(ViewerProgram, UnwritablePdfIsAnOutputFailure)

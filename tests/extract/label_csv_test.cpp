@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
+#include "file_modes.h"
 
 using namespace extract;
 using namespace labeltest;
@@ -112,9 +112,7 @@ TEST_F(CsvRun, TheFileIsCp932WithCrLfAndTheUsersAlone)
     csv->writeLine(u"1,\"ア\""_s);
     csv->close();
     EXPECT_EQ(fileBytes(nativeCsv), base::toCp932(kTitle) + "\r\n1,\"\x83\x41\"\r\n");
-    struct stat st {};
-    ASSERT_EQ(::stat(QFile::encodeName(nativeCsv).constData(), &st), 0);
-    EXPECT_EQ(st.st_mode & 0777, 0600u);
+    EXPECT_EQ(testing_files::fileMode(nativeCsv), 0600);
     EXPECT_TRUE(scope.platform.transcript().isEmpty());
 }
 

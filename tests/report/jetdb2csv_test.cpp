@@ -19,7 +19,7 @@
 
 #include <sqlite3.h>
 #include <functional>
-#include <sys/stat.h>
+#include "file_modes.h"
 
 using report::cls_JetDB2CSV;
 using namespace Qt::StringLiterals;
@@ -168,9 +168,7 @@ TEST_F(JetDb2CsvTest, FileIsShiftJisAndTheUsersAlone)
     ASSERT_EQ(j.iInitJ2C(u"SELECT cOffice FROM SITE WHERE nID = 1"_s, csvPath, count), 0);
     EXPECT_EQ(j.iExecJ2C(0), 0);
     EXPECT_EQ(csv(), QByteArray("\"\x96\x7b\x93\x58\"\r\n"));
-    struct stat st {};
-    ASSERT_EQ(::stat(dir.filePath(u"out.csv"_s).toLocal8Bit().constData(), &st), 0);
-    EXPECT_EQ(st.st_mode & 0777, 0600u);
+    EXPECT_EQ(testing_files::fileMode(dir.filePath(u"out.csv"_s)), 0600);
 }
 
 TEST_F(JetDb2CsvTest, HeaderOnlyWhenTheFlagIsExactlyTrue)

@@ -15,8 +15,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include <sys/stat.h>
-#include <unistd.h>
+#include "file_modes.h"
 
 #include <optional>
 
@@ -328,17 +327,14 @@ TEST_F(WfdPrintExeTest, ASecondOutputRewritesTheScriptFromTheSameState)
 
 TEST_F(WfdPrintExeTest, ScriptIsReadableByTheUserAlone)
 {
-    const QByteArray path = recorder.scriptPath.toLocal8Bit();
-    auto mode = [&] {
-        struct stat st {};
-        return ::stat(path.constData(), &st) == 0 ? int(st.st_mode & 07777) : -1;
-    };
+    const QString path = recorder.scriptPath;
+    auto mode = [&] { return testing_files::fileMode(path); };
     cls_WfdPrintExe d = sealDriver();
     d.iPreview(0);
     EXPECT_EQ(mode(), 0600);
 
     // A script left by an older run with wider rights is narrowed when replaced.
-    ::chmod(path.constData(), 0644);
+    ASSERT_TRUE(testing_files::setFileMode(path, 0644));
     d.iPreview(0);
     EXPECT_EQ(mode(), 0600);
 }
@@ -359,7 +355,7 @@ TEST_F(WfdPrintExeTest, MissingTemporaryFolderIsReportedAndNothingStarts)
 
 TEST_F(WfdPrintExeTest, UnwritableTemporaryFolderIsReportedAndNothingStarts)
 {
-    if (::geteuid() == 0) GTEST_SKIP() << "the superuser writes into any folder";
+    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "the superuser writes into any folder";
     const QString tmpDir = dir.path() + QStringLiteral("/TMP");
     QFile::setPermissions(tmpDir, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     cls_WfdPrintExe d = sealDriver();

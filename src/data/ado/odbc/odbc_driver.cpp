@@ -6,6 +6,7 @@
 #include <QDateTime>
 
 #ifdef Q_OS_WIN
+#define NOMINMAX  // <windows.h> must not turn std::max below into its macro
 #include <windows.h>
 #endif
 #include <sql.h>
