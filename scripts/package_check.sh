@@ -71,7 +71,7 @@ pdf="$demo/TMP/シール.pdf"
 [ -s "$pdf" ] || fail "no PDF at $pdf"
 pages=$(pdfinfo "$pdf" | awk '/^Pages:/ {print $2}')
 [ "${pages:-0}" -ge 1 ] || fail "the PDF has no pages"
-grep -q 'sealprint.app: started' "$work/log/sealprint.log" || fail "the program's log records no program start"
+grep -q 'sealprint.app: sealprint .* started' "$work/log/sealprint.log" || fail "the program's log records no program start"
 grep -q 'sealprint.engine: wrote' "$work/log/wfrfv10.log" || fail "the engine's log records no PDF"
 
 DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get remove -y -qq sealprint >/dev/null

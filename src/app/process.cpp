@@ -4,6 +4,7 @@
 #include "app/globals.h"
 #include "app/messages.h"
 #include "base/conversions.h"
+#include "base/log.h"
 
 namespace app {
 
@@ -33,7 +34,8 @@ int runProcess(const ProcessStart& start, controls::Platform& platform)
     } catch (const controls::ProcessEnd& end) {
         return end.exitCode;
     } catch (const base::VbError& fault) {
-        platform.msgBox(unhandledFaultText(fault), controls::BoxStyle::Critical, QString());
+        qCCritical(base::lcApp).noquote() << "fault" << fault.number() << "no handler caught; the process ends";
+        msgBox(unhandledFaultText(fault), controls::BoxStyle::Critical, QString());
         return 1;
     }
 }

@@ -28,8 +28,8 @@ std::optional<QString> csGetSystemSetting(const QString& key, bool bWarn)
 {
     const QString path = settingsPath();
     if (!base::bFileExists(path)) {
-        platform().msgBox(QStringLiteral("システム設定ファイルが見つかりません。"), controls::BoxStyle::Critical,
-                          kSettingsWarningTitle);
+        msgBox(QStringLiteral("システム設定ファイルが見つかりません。"), controls::BoxStyle::Critical,
+               kSettingsWarningTitle);
         platform().endProcess(0);
     }
 
@@ -44,9 +44,9 @@ std::optional<QString> csGetSystemSetting(const QString& key, bool bWarn)
     }
 
     if (!bWarn) return std::nullopt;
-    platform().msgBox(QStringLiteral("システム設定ファイルに、指定の項目が見つかりません。") + QStringLiteral("\r") +
-                          QStringLiteral("[") + key + QStringLiteral("]"),
-                      controls::BoxStyle::Critical, kSettingsWarningTitle);
+    msgBox(QStringLiteral("システム設定ファイルに、指定の項目が見つかりません。") + QStringLiteral("\r") +
+               QStringLiteral("[") + key + QStringLiteral("]"),
+           controls::BoxStyle::Critical, kSettingsWarningTitle);
     return QString();
 }
 
