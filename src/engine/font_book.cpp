@@ -1,6 +1,7 @@
 #include "engine/font_book.h"
 
 #include "base/install_dirs.h"
+#include "base/log.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -34,6 +35,8 @@ FontBook::FontBook()
                 break;
             }
         }
+        if (file_[f].isEmpty())
+            qCWarning(base::lcEngine).noquote() << files[f] << "could not be loaded; the system stands in for" << fallback[f];
         QFontMetricsF m(font(FontFace(f), false, kMeasurePixels));
         const double em = m.ascent() + m.descent();
         if (em > 0) ascent_[f] = m.ascent() / em;

@@ -1,6 +1,7 @@
 #include "gui/desktop.h"
 
 #include "base/install_dirs.h"
+#include "base/log.h"
 #include "engine/wfd_document_impl.h"
 #include "gui/qt_platform.h"
 #include "gui/views.h"
@@ -19,13 +20,16 @@ bool displayAvailable()
 
 namespace {
 
-// The Japanese captions need a font that has them; IPAex Gothic is installed with the
-// program on Linux.
+// The Japanese captions need a font that has them: IPAex Gothic, from the installed
+// fonts folder or the system's.
 void useJapaneseFont(QApplication& app)
 {
-    const QString path = QStringLiteral("/usr/share/fonts/opentype/ipaexfont-gothic/ipaexg.ttf");
+    const QString path = base::findFontFile(QCoreApplication::applicationDirPath(), QStringLiteral("ipaexg.ttf"));
     const int id = QFontDatabase::addApplicationFont(path);
-    if (id < 0) return;
+    if (id < 0) {
+        qCWarning(base::lcGui) << "IPAex Gothic could not be loaded; captions use the system's font";
+        return;
+    }
     const QStringList families = QFontDatabase::applicationFontFamilies(id);
     if (families.isEmpty()) return;
     QFont f(families.first());
