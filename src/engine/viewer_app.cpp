@@ -137,10 +137,6 @@ void waitForJoinedForm(const WfdScript& script)
     while (!QFileInfo::exists(form) && timer.elapsed() < kWaitMs) QThread::msleep(100);
 }
 
-}  // namespace
-
-namespace {
-
 bool isScriptSwitch(const QString& a) { return a.compare(u"/c", Qt::CaseInsensitive) == 0 || a == u"-c"; }
 bool isOwnOption(const QString& a) { return isScriptSwitch(a) || a.startsWith(u"--"); }
 
