@@ -3,7 +3,8 @@
 
 #include "data/ct_corp.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
+#include "support/param_names.h"
 
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace {
 using data::cD_CORP;
 using data::cT_CORP;
 
-class CorpTest : public entitytest::InstallationTest {
+class CorpTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {
@@ -28,7 +29,7 @@ protected:
             "(1, 3, 9, 0, '別拠点', NULL, 'ﾍﾞﾂ', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)"));
     }
 
-    std::vector<qint32> ids(cT_CORP& corps) { return entitytest::ids(corps, &cT_CORP::clsCORP); }
+    std::vector<qint32> ids(cT_CORP& corps) { return sealtest::ids(corps, &cT_CORP::clsCORP); }
 };
 
 TEST_F(CorpTest, GridStatementIsTheShortListOfThisOfficeLineByLine)
@@ -168,7 +169,7 @@ TEST_F(CorpTest, ReadStatementPutsTheConditionsInTheirOrder)
     cD_CORP filter;
     filter.nIDNo = 4;
     filter.iType = 2;
-    const QStringList l = entitytest::lines(cT_CORP::sqlDataRead(filter));
+    const QStringList l = sealtest::lines(cT_CORP::sqlDataRead(filter));
     const qsizetype from = l.indexOf(QStringLiteral("  FROM"));
     ASSERT_GT(from, 0);
     EXPECT_EQ(l.mid(from), (QStringList{QStringLiteral("  FROM"), QStringLiteral("      CORP"),
@@ -184,7 +185,7 @@ TEST_F(CorpTest, ReadStatementPutsTheConditionsInTheirOrder)
 
     filter.nIDNo = -1;
     filter.iType = -1;
-    const QStringList free = entitytest::lines(cT_CORP::sqlDataRead(filter));
+    const QStringList free = sealtest::lines(cT_CORP::sqlDataRead(filter));
     EXPECT_EQ(free.mid(free.indexOf(QStringLiteral(" where"))),
               (QStringList{QStringLiteral(" where"), QStringLiteral(" iKyotenCd = 1"),
                            QStringLiteral(" and iKyotenEb = 2"), QStringLiteral("  order by"),
@@ -359,6 +360,7 @@ INSTANTIATE_TEST_SUITE_P(Values, CorpDerivedTest,
                                            DerivedCase{3, u"団体請求", u"農協", u"本所", u"通知"},
                                            DerivedCase{4, u"", u"郵便局", u"支所", u"別段"},
                                            DerivedCase{5, u"", u"", u"出張所", u""},
-                                           DerivedCase{6, u"", u"", u"", u""}));
+                                           DerivedCase{6, u"", u"", u"", u""}),
+                         [](const auto& info) { return info.param.value < 0 ? std::string("Negative") : "Number" + std::to_string(info.param.value); });
 
 }  // namespace

@@ -10,7 +10,7 @@
 
 #include "base/text_file.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 #include <QFile>
 
@@ -23,7 +23,7 @@ using namespace data;
 
 const QDateTime kServerNow(QDate(2026, 11, 21), QTime(10, 30, 0));
 
-class WritesTest : public entitytest::InstallationTest {
+class WritesTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {
@@ -62,7 +62,7 @@ protected:
 
 TEST_F(WritesTest, InsertStatementListsTheOfficeThenTheTableColumnsInOrder)
 {
-    const QStringList l = entitytest::lines(cT_CORP::sqlDataInsert(office(4, QStringLiteral("さくら")), QStringLiteral("PC1")));
+    const QStringList l = sealtest::lines(cT_CORP::sqlDataInsert(office(4, QStringLiteral("さくら")), QStringLiteral("PC1")));
     ASSERT_EQ(l.size(), 2 + 42 + 1 + 42 + 1 + 1);
     EXPECT_EQ(l.mid(0, 5), (QStringList{QStringLiteral(" insert into "), QStringLiteral("   CORP ("),
                                         QStringLiteral("     iKyotenCd,"), QStringLiteral("     iKyotenEb,"),

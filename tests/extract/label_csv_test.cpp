@@ -6,14 +6,14 @@
 #include "extract/label_csv.h"
 #include "extract/label_records.h"
 
-#include "label_test_support.h"
+#include "support/label_grid.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
 using namespace extract;
-using namespace labeltest;
+using namespace sealtest;
 using namespace Qt::StringLiterals;
 
 namespace {

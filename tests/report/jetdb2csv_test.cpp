@@ -3,8 +3,10 @@
 
 #include "report/cls_jetdb2csv.h"
 
+#include "support/globals_scope.h"
+
 #include "app/globals.h"
-#include "report_test_print.h"
+#include "support/printers.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
 #include "data/ado/ado_constants.h"
@@ -94,7 +96,6 @@ INSERT INTO SITE VALUES (4, '余り');
         writeAdodbIni(u"Provider=SQLite;Data Source="_s + dbPath);
         csvPath = app::gsAppPath + u"\\out.csv"_s;
     }
-    void TearDown() override { app::setPlatform(nullptr); }
 
     void run(const char* sql)
     {
@@ -138,6 +139,7 @@ INSERT INTO SITE VALUES (4, '余り');
 
     QTemporaryDir dir;
     controls::RecordingPlatform platform;
+    sealtest::GlobalsScope globals;
     QString dbPath;
     QString csvPath;
     const QString kAll = u"SELECT * FROM EXPORT ORDER BY nID"_s;

@@ -3,8 +3,11 @@
 
 #include "report/cls_wfdprintexe.h"
 
+#include "support/globals_scope.h"
+
 #include "app/globals.h"
-#include "report_test_print.h"
+#include "support/files.h"
+#include "support/printers.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
 
@@ -41,12 +44,7 @@ public:
     QStringList runs() const { return transcript().filter(QRegularExpression(u"^run "_s)); }
 };
 
-QByteArray crlf(const QStringList& lines)
-{
-    QByteArray out;
-    for (const QString& l : lines) out += base::toCp932(l) + "\r\n";
-    return out;
-}
+using sealtest::crlf;
 
 class WfdPrintExeTest : public ::testing::Test {
 protected:
@@ -60,7 +58,6 @@ protected:
         recorder.scriptPath = dir.path() + QStringLiteral("/TMP/WfdCom.dat");
         app::setPlatform(&recorder);
     }
-    void TearDown() override { app::setPlatform(nullptr); }
 
     void writeSystemSettings(const QString& tmpValue)
     {
@@ -87,6 +84,7 @@ protected:
     QTemporaryDir dir;
     QString tmp;
     StartRecorder recorder;
+    sealtest::GlobalsScope globals;
     const QString form = QStringLiteral("C:\\Velmio\\SYS\\シール.wfd");
 };
 

@@ -3,8 +3,7 @@
 
 #include "seal/seal_screen.h"
 
-#include "../extract/seal_install.h"
-#include "app/scenario_runner.h"
+#include "support/scenario.h"
 
 #include <QDir>
 
@@ -21,37 +20,18 @@ QStringList lines(std::initializer_list<const char*> l)
     return out;
 }
 
-// Runs a script on the installation; the transcript with the program's folder as APP.
-QStringList run(const SealInstall& install, const QStringList& script)
-{
-    app::ScenarioRunner runner(script, install.appDir(), seal::makeSealScreen);
-    QStringList out;
-    QStringList err;
-    const int rc = runner.run([&](const QString& l) { out << l; }, [&](const QString& l) { err << l; });
-    EXPECT_EQ(rc, 0) << err.join(u'\n').toStdString();
-    const QString native = QDir::toNativeSeparators(QDir(install.appDir()).canonicalPath());
-    for (QString& l : out) l.replace(native, QStringLiteral("APP"));
-    return out;
-}
+QStringList run(const SealInstall& install, const QStringList& script) { return sealtest::runScript(install, script); }
 
 QStringList runWith(const SealInstall& install, const QStringList& body, const char* start = "start 5")
 {
-    QStringList script{QStringLiteral("today 2026/11/21"), QString::fromUtf8(start)};
-    return run(install, script + body);
+    return sealtest::runAfterStart(install, body, QString::fromUtf8(start));
 }
 
-// Starts the process with a run mode and hands the open seal screen to work; returns
-// the transcript.
+// The whole transcript of the process, the open seal screen handed to work.
 template <class Work>
 QStringList drive(const SealInstall& install, Work work, const QString& commandLine = QStringLiteral("5"))
 {
-    controls::RecordingPlatform platform;
-    platform.setToday(QDate(2026, 11, 21));
-    platform.modalDriver = [&](controls::Screen& s) { work(static_cast<seal::frmPrintシール&>(s)); };
-    const int code = app::runProcess({commandLine, install.appDir(), seal::makeSealScreen}, platform);
-    QStringList t = platform.transcript();
-    t << QStringLiteral("end %1").arg(code);
-    return t;
+    return sealtest::driveProcess(install, work, commandLine);
 }
 
 const QStringList kOpen = lines({"screen open frmBack", "screen open frmPrintシール"});
