@@ -77,8 +77,6 @@ const std::vector<Column<cD_CAREMANE>>& cT_CAREMANE::columns()
     return list;
 }
 
-QString cT_CAREMANE::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
-
 QString cT_CAREMANE::sqlDataReadGrid(const cD_CAREMANE& filter)
 {
     QString sql = selectHead();
@@ -120,49 +118,31 @@ QString cT_CAREMANE::sqlDataReadGrid_Jouken(const cD_CAREMANE& filter)
     return sql;
 }
 
-short cT_CAREMANE::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
-
 short cT_CAREMANE::iDataReadGrid(const cD_CAREMANE& filter)
 {
-    return table_.read(sqlDataReadGrid(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataReadGrid(filter));
 }
 
 short cT_CAREMANE::iDataRead(const cD_CAREMANE& filter)
 {
-    return table_.read(sqlDataRead(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataRead(filter));
 }
 
 short cT_CAREMANE::iDataReadChk(const cD_CAREMANE& filter)
 {
-    return table_.read(sqlDataRead(filter, true), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataRead(filter, true));
 }
 
 short cT_CAREMANE::iDataReadGrid_Jouken(const cD_CAREMANE& filter)
 {
-    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataReadGrid_Jouken(filter));
 }
 
-namespace {
-const QString kAbsent = QStringLiteral("CAREMANEが無効です。");
-
-const QStringList& writeColumns()
+const entity::TableSpec<cD_CAREMANE>& cT_CAREMANE::spec()
 {
-    static const QStringList names = entity::columnNames(cT_CAREMANE::columns(), false);
-    return names;
+    static const entity::TableSpec<cD_CAREMANE> s{kTable, QStringLiteral("CAREMANEが無効です。"), entity::columnNames(columns(), false), {}, nullptr};
+    return s;
 }
-}  // namespace
-
-QString cT_CAREMANE::sqlDataInsert(const cD_CAREMANE& row, const QString& csMachine)
-{
-    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
-}
-
-QString cT_CAREMANE::sqlDataUpdate(const cD_CAREMANE& row, const QString& csMachine)
-{
-    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
-}
-
-QString cT_CAREMANE::sqlData削除(const cD_CAREMANE& row) { return entity::sqlDelete(kTable, row.nIDNo); }
 
 QString cT_CAREMANE::sqlUpdateRiyoushaSub(const cD_CAREMANE& row)
 {
@@ -182,27 +162,11 @@ QString cT_CAREMANE::sqlStampRiyousha(const cD_CAREMANE& row)
     return entity::sqlStampPatients(QStringLiteral("RIYOUSHA_SUB.iCareCd = ") + QString::number(row.nIDNo));
 }
 
-short cT_CAREMANE::iDataInsert(const cD_CAREMANE* row, bool bTrans)
-{
-    return entity::writeRow<cD_CAREMANE>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
-}
-
-short cT_CAREMANE::iDataUpdate(const cD_CAREMANE* row, bool bTrans)
-{
-    return entity::writeRow<cD_CAREMANE>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
-}
-
-short cT_CAREMANE::iData削除(const cD_CAREMANE* row, bool bTrans)
-{
-    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除);
-}
-
 short cT_CAREMANE::iDataUpdate_ToRiyousha(const cD_CAREMANE* row, bool bTrans)
 {
-    return entity::writeRow<cD_CAREMANE>(
-        table_, entity::WriteKind::Cascade, row, bTrans, kAbsent,
-        [](const cD_CAREMANE& r, const QString&) { return sqlUpdateRiyoushaSub(r); },
-        [this](const cD_CAREMANE& r) { return std::vector<entity::Step>{table_.statement(sqlStampRiyousha(r))}; });
+    return cascade(row, bTrans, spec().absentText, [](const cD_CAREMANE& r) {
+        return QStringList{sqlUpdateRiyoushaSub(r), sqlStampRiyousha(r)};
+    });
 }
 
 }  // namespace data

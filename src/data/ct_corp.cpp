@@ -101,8 +101,6 @@ const QStringList& cT_CORP::gridColumns()
     return names;
 }
 
-QString cT_CORP::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
-
 QString cT_CORP::sqlDataReadGrid()
 {
     QString sql;
@@ -152,23 +150,21 @@ QString cT_CORP::sqlDataReadGrid_Jouken(const cD_CORP& filter)
     return sql;
 }
 
-short cT_CORP::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
-
-short cT_CORP::iDataReadGrid() { return table_.read(sqlDataReadGrid(), columns(), gridColumns()); }
+short cT_CORP::iDataReadGrid() { return readRows(sqlDataReadGrid(), gridColumns()); }
 
 short cT_CORP::iDataRead(const cD_CORP& filter)
 {
-    return table_.read(sqlDataRead(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataRead(filter));
 }
 
 short cT_CORP::iDataReadChk(const cD_CORP& filter)
 {
-    return table_.read(sqlDataRead(filter, true), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataRead(filter, true));
 }
 
 short cT_CORP::iDataReadGrid_Jouken(const cD_CORP& filter)
 {
-    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), gridColumns());
+    return readRows(sqlDataReadGrid_Jouken(filter), gridColumns());
 }
 
 const QStringList& cT_CORP::writeColumns()
@@ -183,35 +179,10 @@ const QStringList& cT_CORP::writeColumns()
     return names;
 }
 
-QString cT_CORP::sqlDataInsert(const cD_CORP& row, const QString& csMachine)
+const entity::TableSpec<cD_CORP>& cT_CORP::spec()
 {
-    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
-}
-
-QString cT_CORP::sqlDataUpdate(const cD_CORP& row, const QString& csMachine)
-{
-    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
-}
-
-QString cT_CORP::sqlData削除(const cD_CORP& row) { return entity::sqlDelete(kTable, row.nIDNo); }
-
-namespace {
-const QString kAbsent = QStringLiteral("CORPが無効です。");
-}
-
-short cT_CORP::iDataInsert(const cD_CORP* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
-}
-
-short cT_CORP::iDataUpdate(const cD_CORP* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
-}
-
-short cT_CORP::iData削除(const cD_CORP* row, bool bTrans)
-{
-    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除);
+    static const entity::TableSpec<cD_CORP> s{kTable, QStringLiteral("CORPが無効です。"), writeColumns(), {}, nullptr};
+    return s;
 }
 
 }  // namespace data

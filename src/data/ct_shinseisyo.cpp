@@ -9,15 +9,6 @@ namespace {
 
 const QString kTable = QStringLiteral("SHINSEISYO");
 
-QString selectHead()
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    entity::addSelectList(sql, kTable, cT_SHINSEISYO::columns(), entity::columnNames(cT_SHINSEISYO::columns()));
-    entity::addFrom(sql, kTable);
-    return sql;
-}
-
 }  // namespace
 
 const std::vector<Column<cD_SHINSEISYO>>& cT_SHINSEISYO::columns()
@@ -46,11 +37,9 @@ const std::vector<Column<cD_SHINSEISYO>>& cT_SHINSEISYO::columns()
     return list;
 }
 
-QString cT_SHINSEISYO::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
-
 QString cT_SHINSEISYO::sqlDataReadGrid(const cD_SHINSEISYO& filter)
 {
-    QString sql = selectHead();
+    QString sql = selectFrom();
     entity::Conditions where(sql);
     if (filter.iPrintType > 0) {
         where.next();
@@ -70,7 +59,7 @@ QString cT_SHINSEISYO::sqlDataReadGrid(const cD_SHINSEISYO& filter)
 
 QString cT_SHINSEISYO::sqlDataRead(const cD_SHINSEISYO& filter, bool bExclude)
 {
-    QString sql = selectHead();
+    QString sql = selectFrom();
     entity::Conditions where(sql);
     entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
     where.next();
@@ -81,7 +70,7 @@ QString cT_SHINSEISYO::sqlDataRead(const cD_SHINSEISYO& filter, bool bExclude)
 
 QString cT_SHINSEISYO::sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
 {
-    QString sql = selectHead();
+    QString sql = selectFrom();
     entity::Conditions where(sql);
     where.next();
     entity::addSiteKey(sql);
@@ -94,63 +83,30 @@ QString cT_SHINSEISYO::sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
     return sql;
 }
 
-short cT_SHINSEISYO::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
-
 short cT_SHINSEISYO::iDataReadGrid(const cD_SHINSEISYO& filter)
 {
-    return table_.read(sqlDataReadGrid(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataReadGrid(filter));
 }
 
 short cT_SHINSEISYO::iDataRead(const cD_SHINSEISYO& filter)
 {
-    return table_.read(sqlDataRead(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataRead(filter));
 }
 
 short cT_SHINSEISYO::iDataReadChk(const cD_SHINSEISYO& filter)
 {
-    return table_.read(sqlDataRead(filter, true), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataRead(filter, true));
 }
 
 short cT_SHINSEISYO::iDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
 {
-    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataReadGrid_Jouken(filter));
 }
 
-namespace {
-const QString kAbsent = QStringLiteral("SHINSEISYOが無効です。");
-
-const QStringList& writeColumns()
+const entity::TableSpec<cD_SHINSEISYO>& cT_SHINSEISYO::spec()
 {
-    static const QStringList names = entity::columnNames(cT_SHINSEISYO::columns(), false);
-    return names;
-}
-}  // namespace
-
-QString cT_SHINSEISYO::sqlDataInsert(const cD_SHINSEISYO& row, const QString& csMachine)
-{
-    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
-}
-
-QString cT_SHINSEISYO::sqlDataUpdate(const cD_SHINSEISYO& row, const QString& csMachine)
-{
-    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
-}
-
-QString cT_SHINSEISYO::sqlData削除(const cD_SHINSEISYO& row) { return entity::sqlDelete(kTable, row.nIDNo); }
-
-short cT_SHINSEISYO::iDataInsert(const cD_SHINSEISYO* row, bool bTrans)
-{
-    return entity::writeRow<cD_SHINSEISYO>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
-}
-
-short cT_SHINSEISYO::iDataUpdate(const cD_SHINSEISYO* row, bool bTrans)
-{
-    return entity::writeRow<cD_SHINSEISYO>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
-}
-
-short cT_SHINSEISYO::iData削除(const cD_SHINSEISYO* row, bool bTrans)
-{
-    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除);
+    static const entity::TableSpec<cD_SHINSEISYO> s{kTable, QStringLiteral("SHINSEISYOが無効です。"), entity::columnNames(columns(), false), {}, nullptr};
+    return s;
 }
 
 }  // namespace data

@@ -14,14 +14,6 @@ const QString kTable = QStringLiteral("STAFF");
 
 QStringList fullNames() { return cT_STAFF::shortColumns() + cT_STAFF::longColumns(); }
 
-QString selectHead(const QStringList& names)
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    entity::addSelectList(sql, kTable, cT_STAFF::columns(), names);
-    return sql;
-}
-
 }  // namespace
 
 const std::vector<Column<cD_STAFF>>& cT_STAFF::columns()
@@ -128,11 +120,9 @@ short cT_STAFF::iInit(cT_ADODB& db)
 
 QStringList cT_STAFF::gridNames() const { return bLongForm_ ? fullNames() : shortColumns(); }
 
-QString cT_STAFF::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
-
 QString cT_STAFF::sqlDataReadGrid(const cD_STAFF& filter, bool bLongForm)
 {
-    QString sql = selectHead(bLongForm ? fullNames() : shortColumns());
+    QString sql = selectList(bLongForm ? fullNames() : shortColumns());
     entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     if (filter.iChusiFlg == 0) {
@@ -153,7 +143,7 @@ QString cT_STAFF::sqlDataReadGrid(const cD_STAFF& filter, bool bLongForm)
 
 QString cT_STAFF::sqlDataRead(const cD_STAFF& filter, bool bExclude)
 {
-    QString sql = selectHead(fullNames());
+    QString sql = selectList(fullNames());
     entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
@@ -167,7 +157,7 @@ QString cT_STAFF::sqlDataRead(const cD_STAFF& filter, bool bExclude)
 
 QString cT_STAFF::sqlDataReadGrid_Jouken(const cD_STAFF& filter)
 {
-    QString sql = selectHead(fullNames());
+    QString sql = selectList(fullNames());
     entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     where.next();
@@ -198,7 +188,7 @@ QString cT_STAFF::sqlChkStaffName(const cD_STAFF& row)
 
 QString cT_STAFF::sqlDataIdentChk(const cD_STAFF& filter)
 {
-    QString sql = selectHead(fullNames());
+    QString sql = selectList(fullNames());
     entity::addFrom(sql, kTable);
     addLine(sql, QStringLiteral(" where"));
     addLine(sql, QStringLiteral("    nIDNo = ") + QString::number(filter.nIDNo));
@@ -212,7 +202,7 @@ QString cT_STAFF::sqlDataReadGrid_AllKyoten(const cD_STAFF& filter, bool bLongFo
 {
     QStringList names = bLongForm ? fullNames() : shortColumns();
     names << QStringLiteral("iKyotenCd") << QStringLiteral("iKyotenEb") << QStringLiteral("cKyotenName");
-    QString sql = selectHead(names);
+    QString sql = selectList(names);
     entity::addFrom(sql, kTable);
     addLine(sql, QStringLiteral("  LEFT JOIN KYOTEN ON"));
     addLine(sql, QStringLiteral("      KYOTEN.iKyotenCd = STAFF.iKyotenCd AND KYOTEN.iKyotenEb = STAFF.iKyotenEb"));
@@ -232,23 +222,21 @@ QString cT_STAFF::sqlDataReadGrid_AllKyoten(const cD_STAFF& filter, bool bLongFo
     return sql;
 }
 
-short cT_STAFF::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
-
 short cT_STAFF::iDataReadGrid(const cD_STAFF& filter)
 {
-    return table_.read(sqlDataReadGrid(filter, bLongForm_), columns(), gridNames());
+    return readRows(sqlDataReadGrid(filter, bLongForm_), gridNames());
 }
 
-short cT_STAFF::iDataRead(const cD_STAFF& filter) { return table_.read(sqlDataRead(filter), columns(), fullNames()); }
+short cT_STAFF::iDataRead(const cD_STAFF& filter) { return readRows(sqlDataRead(filter), fullNames()); }
 
 short cT_STAFF::iDataReadChk(const cD_STAFF& filter)
 {
-    return table_.read(sqlDataRead(filter, true), columns(), fullNames());
+    return readRows(sqlDataRead(filter, true), fullNames());
 }
 
 short cT_STAFF::iDataReadGrid_Jouken(const cD_STAFF& filter)
 {
-    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), fullNames());
+    return readRows(sqlDataReadGrid_Jouken(filter), fullNames());
 }
 
 short cT_STAFF::iChkStaffName(const cD_STAFF& row, qint32& nCnt)
@@ -258,52 +246,20 @@ short cT_STAFF::iChkStaffName(const cD_STAFF& row, qint32& nCnt)
 
 short cT_STAFF::iDataIdentChk(const cD_STAFF& filter)
 {
-    return table_.read(sqlDataIdentChk(filter), columns(), fullNames());
+    return readRows(sqlDataIdentChk(filter), fullNames());
 }
 
 short cT_STAFF::iDataReadGrid_AllKyoten(const cD_STAFF& filter)
 {
     QStringList names = gridNames();
     names << QStringLiteral("iKyotenCd") << QStringLiteral("iKyotenEb") << QStringLiteral("cKyotenName");
-    return table_.read(sqlDataReadGrid_AllKyoten(filter, bLongForm_), columns(), names);
+    return readRows(sqlDataReadGrid_AllKyoten(filter, bLongForm_), names);
 }
 
-namespace {
-const QString kAbsent = QStringLiteral("STAFFが無効です。");
-
-const QStringList& writeColumns()
+const entity::TableSpec<cD_STAFF>& cT_STAFF::spec()
 {
-    static const QStringList names = entity::columnNames(cT_STAFF::columns(), false);
-    return names;
-}
-}  // namespace
-
-QString cT_STAFF::sqlDataInsert(const cD_STAFF& row, const QString& csMachine)
-{
-    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
-}
-
-QString cT_STAFF::sqlDataUpdate(const cD_STAFF& row, const QString& csMachine)
-{
-    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
-}
-
-QString cT_STAFF::sqlData削除(const cD_STAFF& row) { return entity::sqlDelete(kTable, row.nIDNo); }
-
-short cT_STAFF::iDataInsert(const cD_STAFF* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
-}
-
-short cT_STAFF::iDataUpdate(const cD_STAFF* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
-}
-
-short cT_STAFF::iData削除(const cD_STAFF* row, bool bTrans)
-{
-    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除, QStringLiteral("STAFF_DELETE_LOG"),
-                             &cD_STAFF::cName);
+    static const entity::TableSpec<cD_STAFF> s{kTable, QStringLiteral("STAFFが無効です。"), entity::columnNames(columns(), false), QStringLiteral("STAFF_DELETE_LOG"), &cD_STAFF::cName};
+    return s;
 }
 
 }  // namespace data
