@@ -49,30 +49,30 @@ const std::vector<Column<cD_CAREMANE>>& cT_CAREMANE::columns()
     using R = cD_CAREMANE;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("cAdress1"), &R::cAdress1},
-        {QStringLiteral("cAdress2"), &R::cAdress2},
-        {QStringLiteral("cAdressKana"), &R::cAdressKana},
-        {QStringLiteral("cFaxNo"), &R::cFaxNo},
-        {QStringLiteral("cMobNo"), &R::cMobNo},
-        {QStringLiteral("cMail"), &R::cMail},
-        {QStringLiteral("cName"), &R::cName},
-        {QStringLiteral("cNameKana"), &R::cNameKana},
-        {QStringLiteral("cTelNo"), &R::cTelNo},
-        {QStringLiteral("cYubinNo"), &R::cYubinNo},
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("iSisetsuCode"), &R::iSisetsuCode},
-        {QStringLiteral("cPcName"), &R::cPcName, W::MachineName},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("iChusiFlg"), &R::iChusiFlg},
+        SEAL_COLUMN(cAdress1),
+        SEAL_COLUMN(cAdress2),
+        SEAL_COLUMN(cAdressKana),
+        SEAL_COLUMN(cFaxNo),
+        SEAL_COLUMN(cMobNo),
+        SEAL_COLUMN(cMail),
+        SEAL_COLUMN(cName),
+        SEAL_COLUMN(cNameKana),
+        SEAL_COLUMN(cTelNo),
+        SEAL_COLUMN(cYubinNo),
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(iSisetsuCode),
+        SEAL_COLUMN(cPcName, W::MachineName),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(iChusiFlg),
         {QStringLiteral("tBirthday"), &R::sBirthday, W::DateText},
-        {QStringLiteral("iSexKubun"), &R::iSexKubun},
-        {QStringLiteral("iJigyosyoCode"), &R::iJigyosyoCode},
-        {QStringLiteral("SISETSUSHAMEI"), &R::SISETSUSHAMEI, W::Never, QStringLiteral("SISETSU.cShamei1")},
-        {QStringLiteral("SISETSUSHURUI"), &R::SISETSUSHURUI, W::Never, QStringLiteral("SISETSU.cSisetsuType")},
-        {QStringLiteral("JIGYOSYOSHAMEI"), &R::JIGYOSYOSHAMEI, W::Never, QStringLiteral("SISETSU2.cShamei1")},
-        {QStringLiteral("JIGYOSYOSHURUI"), &R::JIGYOSYOSHURUI, W::Never, QStringLiteral("SISETSU2.cSisetsuType")},
-        {QStringLiteral("JIGYOSYOADD1"), &R::JIGYOSYOADD1, W::Never, QStringLiteral("SISETSU2.cAddress1")},
-        {QStringLiteral("JIGYOSYOADD2"), &R::JIGYOSYOADD2, W::Never, QStringLiteral("SISETSU2.cAddress2")},
+        SEAL_COLUMN(iSexKubun),
+        SEAL_COLUMN(iJigyosyoCode),
+        SEAL_COLUMN(SISETSUSHAMEI, W::Never, QStringLiteral("SISETSU.cShamei1")),
+        SEAL_COLUMN(SISETSUSHURUI, W::Never, QStringLiteral("SISETSU.cSisetsuType")),
+        SEAL_COLUMN(JIGYOSYOSHAMEI, W::Never, QStringLiteral("SISETSU2.cShamei1")),
+        SEAL_COLUMN(JIGYOSYOSHURUI, W::Never, QStringLiteral("SISETSU2.cSisetsuType")),
+        SEAL_COLUMN(JIGYOSYOADD1, W::Never, QStringLiteral("SISETSU2.cAddress1")),
+        SEAL_COLUMN(JIGYOSYOADD2, W::Never, QStringLiteral("SISETSU2.cAddress2")),
     };
     return list;
 }
@@ -123,24 +123,9 @@ short cT_CAREMANE::iDataReadGrid(const cD_CAREMANE& filter)
     return readRows(sqlDataReadGrid(filter));
 }
 
-short cT_CAREMANE::iDataRead(const cD_CAREMANE& filter)
-{
-    return readRows(sqlDataRead(filter));
-}
-
-short cT_CAREMANE::iDataReadChk(const cD_CAREMANE& filter)
-{
-    return readRows(sqlDataRead(filter, true));
-}
-
-short cT_CAREMANE::iDataReadGrid_Jouken(const cD_CAREMANE& filter)
-{
-    return readRows(sqlDataReadGrid_Jouken(filter));
-}
-
 const entity::TableSpec<cD_CAREMANE>& cT_CAREMANE::spec()
 {
-    static const entity::TableSpec<cD_CAREMANE> s{kTable, QStringLiteral("CAREMANEが無効です。"), entity::columnNames(columns(), false), {}, nullptr};
+    static const auto s = entity::TableSpec<cD_CAREMANE>(kTable, QStringLiteral("CAREMANEが無効です。"), entity::columnNames(columns(), false));
     return s;
 }
 

@@ -50,13 +50,10 @@ public:
     // nIDNo, iSisetsuCode, iJigyosyoCode where above 0; names containing cName and
     // cNameKana where set.
     short iDataReadGrid(const cD_CAREMANE& filter);
-    // The one care manager of the filter's nIDNo.
-    short iDataRead(const cD_CAREMANE& filter);
-    // Every care manager but the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_CAREMANE& filter);
-    // This office's care managers by nIDNo above 0 and names containing cName and
+    // iDataRead (TableClass): The one care manager of the filter's nIDNo.
+    // iDataReadChk (TableClass): Every care manager but the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): This office's care managers by nIDNo above 0 and names containing cName and
     // cNameKana where set.
-    short iDataReadGrid_Jouken(const cD_CAREMANE& filter);
 
     // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
     // the caller's. An absent row fails with "CAREMANEが無効です。".

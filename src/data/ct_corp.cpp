@@ -41,46 +41,46 @@ const std::vector<Column<cD_CORP>>& cT_CORP::columns()
     using R = cD_CORP;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("cHokenTourokuKubetsu"), &R::cHokenTourokuKubetsu},
-        {QStringLiteral("cJigyousyoNo2"), &R::cJigyousyoNo2},
-        {QStringLiteral("cJigyouReceiptName"), &R::cJigyouReceiptName},
-        {QStringLiteral("cKinyuNo"), &R::cKinyuNo},
-        {QStringLiteral("cKinyuSitenNo"), &R::cKinyuSitenNo},
-        {QStringLiteral("cJigyousyoNo"), &R::cJigyousyoNo},
-        {QStringLiteral("cAddress1"), &R::cAddress1},
-        {QStringLiteral("cAddress2"), &R::cAddress2},
-        {QStringLiteral("cAddressKana"), &R::cAddressKana},
-        {QStringLiteral("cDaihyo"), &R::cDaihyo},
-        {QStringLiteral("cDaihyoKana"), &R::cDaihyoKana},
-        {QStringLiteral("cFaxNo"), &R::cFaxNo},
-        {QStringLiteral("cKinyuName"), &R::cKinyuName},
-        {QStringLiteral("cKinyuSiten"), &R::cKinyuSiten},
-        {QStringLiteral("cKozaBangou"), &R::cKozaBangou},
-        {QStringLiteral("cKozaKana"), &R::cKozaKana},
-        {QStringLiteral("cKozaMeigi1"), &R::cKozaMeigi1},
-        {QStringLiteral("cKozaMeigi2"), &R::cKozaMeigi2},
-        {QStringLiteral("cShamei1"), &R::cShamei1},
-        {QStringLiteral("cShamei2"), &R::cShamei2},
-        {QStringLiteral("cShameiKana1"), &R::cShameiKana1},
-        {QStringLiteral("cShameiKana2"), &R::cShameiKana2},
-        {QStringLiteral("cTelNo"), &R::cTelNo},
-        {QStringLiteral("cYubinNo"), &R::cYubinNo},
-        {QStringLiteral("iKinSiten"), &R::iKinSiten},
-        {QStringLiteral("iKinSyubetsu"), &R::iKinSyubetsu},
-        {QStringLiteral("iKozaKubun"), &R::iKozaKubun},
-        {QStringLiteral("iKozaType"), &R::iKozaType},
-        {QStringLiteral("iType"), &R::iType},
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("nLat"), &R::nLat},
-        {QStringLiteral("nLon"), &R::nLon},
-        {QStringLiteral("cPcName"), &R::cPcName, W::MachineName},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("cMailDestination"), &R::cMailDestination},
-        {QStringLiteral("cMailDestinationZipNo"), &R::cMailDestinationZipNo},
-        {QStringLiteral("cPersonalNumberCorp"), &R::cPersonalNumberCorp},
-        {QStringLiteral("iKyotenToshiNo"), &R::iKyotenToshiNo},
-        {QStringLiteral("cKokuhoTourokuNo"), &R::cKokuhoTourokuNo},
-        {QStringLiteral("cEmail"), &R::cEmail},
+        SEAL_COLUMN(cHokenTourokuKubetsu),
+        SEAL_COLUMN(cJigyousyoNo2),
+        SEAL_COLUMN(cJigyouReceiptName),
+        SEAL_COLUMN(cKinyuNo),
+        SEAL_COLUMN(cKinyuSitenNo),
+        SEAL_COLUMN(cJigyousyoNo),
+        SEAL_COLUMN(cAddress1),
+        SEAL_COLUMN(cAddress2),
+        SEAL_COLUMN(cAddressKana),
+        SEAL_COLUMN(cDaihyo),
+        SEAL_COLUMN(cDaihyoKana),
+        SEAL_COLUMN(cFaxNo),
+        SEAL_COLUMN(cKinyuName),
+        SEAL_COLUMN(cKinyuSiten),
+        SEAL_COLUMN(cKozaBangou),
+        SEAL_COLUMN(cKozaKana),
+        SEAL_COLUMN(cKozaMeigi1),
+        SEAL_COLUMN(cKozaMeigi2),
+        SEAL_COLUMN(cShamei1),
+        SEAL_COLUMN(cShamei2),
+        SEAL_COLUMN(cShameiKana1),
+        SEAL_COLUMN(cShameiKana2),
+        SEAL_COLUMN(cTelNo),
+        SEAL_COLUMN(cYubinNo),
+        SEAL_COLUMN(iKinSiten),
+        SEAL_COLUMN(iKinSyubetsu),
+        SEAL_COLUMN(iKozaKubun),
+        SEAL_COLUMN(iKozaType),
+        SEAL_COLUMN(iType),
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(nLat),
+        SEAL_COLUMN(nLon),
+        SEAL_COLUMN(cPcName, W::MachineName),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(cMailDestination),
+        SEAL_COLUMN(cMailDestinationZipNo),
+        SEAL_COLUMN(cPersonalNumberCorp),
+        SEAL_COLUMN(iKyotenToshiNo),
+        SEAL_COLUMN(cKokuhoTourokuNo),
+        SEAL_COLUMN(cEmail),
     };
     return list;
 }
@@ -152,21 +152,6 @@ QString cT_CORP::sqlDataReadGrid_Jouken(const cD_CORP& filter)
 
 short cT_CORP::iDataReadGrid() { return readRows(sqlDataReadGrid(), gridColumns()); }
 
-short cT_CORP::iDataRead(const cD_CORP& filter)
-{
-    return readRows(sqlDataRead(filter));
-}
-
-short cT_CORP::iDataReadChk(const cD_CORP& filter)
-{
-    return readRows(sqlDataRead(filter, true));
-}
-
-short cT_CORP::iDataReadGrid_Jouken(const cD_CORP& filter)
-{
-    return readRows(sqlDataReadGrid_Jouken(filter), gridColumns());
-}
-
 const QStringList& cT_CORP::writeColumns()
 {
     static const QStringList names = QStringLiteral(
@@ -181,7 +166,8 @@ const QStringList& cT_CORP::writeColumns()
 
 const entity::TableSpec<cD_CORP>& cT_CORP::spec()
 {
-    static const entity::TableSpec<cD_CORP> s{kTable, QStringLiteral("CORPが無効です。"), writeColumns(), {}, nullptr};
+    static const auto s = entity::TableSpec<cD_CORP>(kTable, QStringLiteral("CORPが無効です。"), writeColumns())
+                              .reading({}, gridColumns());
     return s;
 }
 

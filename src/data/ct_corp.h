@@ -70,13 +70,10 @@ public:
     cD_CORP& clsCORP(qint32 index) { return table_.at(index); }
     // The short column list of every row of this office, by nIDNo.
     short iDataReadGrid();
-    // The full column list of the rows matching nIDNo and iType (-1: no condition).
-    short iDataRead(const cD_CORP& filter);
-    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_CORP& filter);
-    // The short list with search conditions: nIDNo above 0, and names containing
+    // iDataRead (TableClass): The full column list of the rows matching nIDNo and iType (-1: no condition).
+    // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): The short list with search conditions: nIDNo above 0, and names containing
     // cShamei1 and cShameiKana1 where set.
-    short iDataReadGrid_Jouken(const cD_CORP& filter);
 
     // Write one row: in a transaction of its own when bTrans, else in the caller's.
     // An absent row fails with "CORPが無効です。". With the suite's map switch on,

@@ -16,23 +16,23 @@ const std::vector<Column<cD_SHINSEISYO>>& cT_SHINSEISYO::columns()
     using R = cD_SHINSEISYO;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("cFileName"), &R::cFileName},
-        {QStringLiteral("cDispName"), &R::cDispName},
-        {QStringLiteral("iSejutsuKubun"), &R::iSejutsuKubun},
-        {QStringLiteral("iHokenType"), &R::iHokenType},
-        {QStringLiteral("iDelFlg"), &R::iDelFlg},
-        {QStringLiteral("iSinseiTP"), &R::iSinseiTP},
-        {QStringLiteral("iSoufushoTP"), &R::iSoufushoTP},
-        {QStringLiteral("iDuplexFlg"), &R::iDuplexFlg},
-        {QStringLiteral("iStateNo"), &R::iStateNo},
-        {QStringLiteral("iRiyouHokenKbn"), &R::iRiyouHokenKbn},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("iPrintType"), &R::iPrintType},
-        {QStringLiteral("iKubun"), &R::iKubun},
-        {QStringLiteral("iKanagawaStaffPrint"), &R::iKanagawaStaffPrint},
-        {QStringLiteral("iJoseiFutanKiriage"), &R::iJoseiFutanKiriage},
-        {QStringLiteral("iTekiyouStaff"), &R::iTekiyouStaff},
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(cFileName),
+        SEAL_COLUMN(cDispName),
+        SEAL_COLUMN(iSejutsuKubun),
+        SEAL_COLUMN(iHokenType),
+        SEAL_COLUMN(iDelFlg),
+        SEAL_COLUMN(iSinseiTP),
+        SEAL_COLUMN(iSoufushoTP),
+        SEAL_COLUMN(iDuplexFlg),
+        SEAL_COLUMN(iStateNo),
+        SEAL_COLUMN(iRiyouHokenKbn),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(iPrintType),
+        SEAL_COLUMN(iKubun),
+        SEAL_COLUMN(iKanagawaStaffPrint),
+        SEAL_COLUMN(iJoseiFutanKiriage),
+        SEAL_COLUMN(iTekiyouStaff),
     };
     return list;
 }
@@ -88,24 +88,10 @@ short cT_SHINSEISYO::iDataReadGrid(const cD_SHINSEISYO& filter)
     return readRows(sqlDataReadGrid(filter));
 }
 
-short cT_SHINSEISYO::iDataRead(const cD_SHINSEISYO& filter)
-{
-    return readRows(sqlDataRead(filter));
-}
-
-short cT_SHINSEISYO::iDataReadChk(const cD_SHINSEISYO& filter)
-{
-    return readRows(sqlDataRead(filter, true));
-}
-
-short cT_SHINSEISYO::iDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
-{
-    return readRows(sqlDataReadGrid_Jouken(filter));
-}
-
 const entity::TableSpec<cD_SHINSEISYO>& cT_SHINSEISYO::spec()
 {
-    static const entity::TableSpec<cD_SHINSEISYO> s{kTable, QStringLiteral("SHINSEISYOが無効です。"), entity::columnNames(columns(), false), {}, nullptr};
+    static const auto s = entity::TableSpec<cD_SHINSEISYO>(kTable, QStringLiteral("SHINSEISYOが無効です。"),
+                                                          entity::columnNames(columns(), false));
     return s;
 }
 

@@ -35,12 +35,9 @@ public:
     // This office's layouts not deleted: of iPrintType and iStateNo where above 0;
     // by nIDNo.
     short iDataReadGrid(const cD_SHINSEISYO& filter);
-    // This office's rows of nIDNo (-1 or below: any).
-    short iDataRead(const cD_SHINSEISYO& filter);
-    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_SHINSEISYO& filter);
-    // This office's rows by nIDNo above 0 and display names containing cDispName.
-    short iDataReadGrid_Jouken(const cD_SHINSEISYO& filter);
+    // iDataRead (TableClass): This office's rows of nIDNo (-1 or below: any).
+    // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): This office's rows by nIDNo above 0 and display names containing cDispName.
 
     // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
     // the caller's. An absent row fails with "SHINSEISYOが無効です。".

@@ -19,31 +19,31 @@ const std::vector<Column<cD_SISETSU>>& cT_SISETSU::columns()
     using R = cD_SISETSU;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("cAddress1"), &R::cAddress1},
-        {QStringLiteral("cAddress2"), &R::cAddress2},
-        {QStringLiteral("cAddressKana"), &R::cAddressKana},
-        {QStringLiteral("cDaihyo"), &R::cDaihyo},
-        {QStringLiteral("cDaihyoKana"), &R::cDaihyoKana},
-        {QStringLiteral("cFaxNo"), &R::cFaxNo},
-        {QStringLiteral("cShamei1"), &R::cShamei1},
-        {QStringLiteral("cShamei2"), &R::cShamei2},
-        {QStringLiteral("cShameiKana1"), &R::cShameiKana1},
-        {QStringLiteral("cShameiKana2"), &R::cShameiKana2},
-        {QStringLiteral("cTelNo"), &R::cTelNo},
-        {QStringLiteral("cYubinNo"), &R::cYubinNo},
-        {QStringLiteral("cSisetsuType"), &R::cSisetsuType},
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("nLat"), &R::nLat},
-        {QStringLiteral("nLon"), &R::nLon},
-        {QStringLiteral("cPcName"), &R::cPcName, W::MachineName},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("iKikanShubetsu"), &R::iKikanShubetsu},
-        {QStringLiteral("cDouiIrai"), &R::cDouiIrai},
-        {QStringLiteral("cComment"), &R::cComment},
-        {QStringLiteral("nColorCode"), &R::nColorCode},
-        {QStringLiteral("iColorIndex"), &R::iColorIndex},
-        {QStringLiteral("cShamei1Ryaku"), &R::cShamei1Ryaku},
-        {QStringLiteral("iPaymentType"), &R::iPaymentType},
+        SEAL_COLUMN(cAddress1),
+        SEAL_COLUMN(cAddress2),
+        SEAL_COLUMN(cAddressKana),
+        SEAL_COLUMN(cDaihyo),
+        SEAL_COLUMN(cDaihyoKana),
+        SEAL_COLUMN(cFaxNo),
+        SEAL_COLUMN(cShamei1),
+        SEAL_COLUMN(cShamei2),
+        SEAL_COLUMN(cShameiKana1),
+        SEAL_COLUMN(cShameiKana2),
+        SEAL_COLUMN(cTelNo),
+        SEAL_COLUMN(cYubinNo),
+        SEAL_COLUMN(cSisetsuType),
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(nLat),
+        SEAL_COLUMN(nLon),
+        SEAL_COLUMN(cPcName, W::MachineName),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(iKikanShubetsu),
+        SEAL_COLUMN(cDouiIrai),
+        SEAL_COLUMN(cComment),
+        SEAL_COLUMN(nColorCode),
+        SEAL_COLUMN(iColorIndex),
+        SEAL_COLUMN(cShamei1Ryaku),
+        SEAL_COLUMN(iPaymentType),
     };
     return list;
 }
@@ -103,24 +103,10 @@ short cT_SISETSU::iDataReadGrid(const cD_SISETSU& filter)
     return readRows(sqlDataReadGrid(filter));
 }
 
-short cT_SISETSU::iDataRead(const cD_SISETSU& filter)
-{
-    return readRows(sqlDataRead(filter));
-}
-
-short cT_SISETSU::iDataReadChk(const cD_SISETSU& filter)
-{
-    return readRows(sqlDataRead(filter, true));
-}
-
-short cT_SISETSU::iDataReadGrid_Jouken(const cD_SISETSU& filter)
-{
-    return readRows(sqlDataReadGrid_Jouken(filter));
-}
-
 const entity::TableSpec<cD_SISETSU>& cT_SISETSU::spec()
 {
-    static const entity::TableSpec<cD_SISETSU> s{kTable, QStringLiteral("Sisetsuが無効です。"), entity::columnNames(columns(), false), QStringLiteral("SISETSU_DELETE_LOG"), &cD_SISETSU::cShamei1};
+    static const auto s = entity::TableSpec<cD_SISETSU>(kTable, QStringLiteral("Sisetsuが無効です。"), entity::columnNames(columns(), false))
+                              .deletesInto(QStringLiteral("SISETSU_DELETE_LOG"), &cD_SISETSU::cShamei1);
     return s;
 }
 

@@ -45,13 +45,10 @@ public:
     // Every office's rows: nIDNo and iKikanShubetsu where above 0, names containing
     // cShamei1 and cShameiKana1, kinds containing cSisetsuType where set; by nIDNo.
     short iDataReadGrid(const cD_SISETSU& filter);
-    // This office's rows of nIDNo (-1 or below: any) and of cSisetsuType where set.
-    short iDataRead(const cD_SISETSU& filter);
-    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_SISETSU& filter);
-    // This office's rows by nIDNo above 0 and names containing cShamei1 and
+    // iDataRead (TableClass): This office's rows of nIDNo (-1 or below: any) and of cSisetsuType where set.
+    // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): This office's rows by nIDNo above 0 and names containing cShamei1 and
     // cShameiKana1.
-    short iDataReadGrid_Jouken(const cD_SISETSU& filter);
 
     // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
     // the caller's. An absent row fails with "Sisetsuが無効です。". A delete also logs

@@ -21,62 +21,62 @@ const std::vector<Column<cD_STAFF>>& cT_STAFF::columns()
     using R = cD_STAFF;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("cAdress1"), &R::cAdress1},
-        {QStringLiteral("cAdress2"), &R::cAdress2},
-        {QStringLiteral("cFaxNo"), &R::cFaxNo},
-        {QStringLiteral("cKaiNo"), &R::cKaiNo},
-        {QStringLiteral("cKaiNo2"), &R::cKaiNo2},
-        {QStringLiteral("cKaiNo3"), &R::cKaiNo3},
-        {QStringLiteral("cMobNo"), &R::cMobNo},
-        {QStringLiteral("cName"), &R::cName},
-        {QStringLiteral("cNameKana"), &R::cNameKana},
-        {QStringLiteral("cNameRyaku"), &R::cNameRyaku},
-        {QStringLiteral("cRken"), &R::cRken},
-        {QStringLiteral("cRno"), &R::cRno},
-        {QStringLiteral("cTelNo"), &R::cTelNo},
-        {QStringLiteral("cYubinNo"), &R::cYubinNo},
-        {QStringLiteral("iChusiFlg"), &R::iChusiFlg},
-        {QStringLiteral("iSexKubun"), &R::iSexKubun},
-        {QStringLiteral("iShikakuKubun"), &R::iShikakuKubun},
-        {QStringLiteral("iSyokushuKubun"), &R::iSyokushuKubun},
-        {QStringLiteral("iYaku"), &R::iYaku},
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("cEmail"), &R::cEmail},
-        {QStringLiteral("iTecAbi"), &R::iTecAbi},
-        {QStringLiteral("iSpeechAbi"), &R::iSpeechAbi},
-        {QStringLiteral("cPhysical"), &R::cPhysical},
-        {QStringLiteral("iClaimRate"), &R::iClaimRate},
-        {QStringLiteral("cSikaku"), &R::cSikaku},
-        {QStringLiteral("cTourokuNo"), &R::cTourokuNo},
-        {QStringLiteral("cSmileCd"), &R::cSmileCd},
+        SEAL_COLUMN(cAdress1),
+        SEAL_COLUMN(cAdress2),
+        SEAL_COLUMN(cFaxNo),
+        SEAL_COLUMN(cKaiNo),
+        SEAL_COLUMN(cKaiNo2),
+        SEAL_COLUMN(cKaiNo3),
+        SEAL_COLUMN(cMobNo),
+        SEAL_COLUMN(cName),
+        SEAL_COLUMN(cNameKana),
+        SEAL_COLUMN(cNameRyaku),
+        SEAL_COLUMN(cRken),
+        SEAL_COLUMN(cRno),
+        SEAL_COLUMN(cTelNo),
+        SEAL_COLUMN(cYubinNo),
+        SEAL_COLUMN(iChusiFlg),
+        SEAL_COLUMN(iSexKubun),
+        SEAL_COLUMN(iShikakuKubun),
+        SEAL_COLUMN(iSyokushuKubun),
+        SEAL_COLUMN(iYaku),
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(cEmail),
+        SEAL_COLUMN(iTecAbi),
+        SEAL_COLUMN(iSpeechAbi),
+        SEAL_COLUMN(cPhysical),
+        SEAL_COLUMN(iClaimRate),
+        SEAL_COLUMN(cSikaku),
+        SEAL_COLUMN(cTourokuNo),
+        SEAL_COLUMN(cSmileCd),
         {QStringLiteral("tBirthday"), &R::sBirthday, W::DateText},
         {QStringLiteral("tKousinDay"), &R::sKousinDay, W::DateText},
         {QStringLiteral("tNyusyaDay"), &R::sNyusyaDay, W::DateText},
         {QStringLiteral("tKisanDay"), &R::sKisanDay, W::DateText},
         {QStringLiteral("tRday"), &R::sRday, W::DateText},
         {QStringLiteral("tTourokuDay"), &R::sTourokuDay, W::DateText},
-        {QStringLiteral("cPcName"), &R::cPcName, W::MachineName},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("cTourokuNo2"), &R::cTourokuNo2},
-        {QStringLiteral("iVehicleType"), &R::iVehicleType},
-        {QStringLiteral("cVehicleNumber"), &R::cVehicleNumber},
-        {QStringLiteral("cVehicleComment"), &R::cVehicleComment},
-        {QStringLiteral("cEmployeeNumber"), &R::cEmployeeNumber},
-        {QStringLiteral("iLookAllRiyousya"), &R::iLookAllRiyousya},
-        {QStringLiteral("iWebLicense"), &R::iWebLicense},
-        {QStringLiteral("iLookCharge"), &R::iLookCharge},
-        {QStringLiteral("iStaffHokenTouroku"), &R::iStaffHokenTouroku},
-        {QStringLiteral("cShikaiNo"), &R::cShikaiNo},
-        {QStringLiteral("cShikaiNo_Josei"), &R::cShikaiNo_Josei},
-        {QStringLiteral("iContractType"), &R::iContractType},
-        {QStringLiteral("nLat"), &R::nLat},
-        {QStringLiteral("nLon"), &R::nLon},
-        {QStringLiteral("cIninTourokuNo"), &R::cIninTourokuNo},
-        {QStringLiteral("iIninTourokuChk"), &R::iIninTourokuChk},
-        {QStringLiteral("iKanriSekininFlg"), &R::iKanriSekininFlg},
-        {QStringLiteral("iKyotenCd"), &R::iKyotenCd, W::Never},
-        {QStringLiteral("iKyotenEb"), &R::iKyotenEb, W::Never},
-        {QStringLiteral("cKyotenName"), &R::cKyotenName, W::Never, QStringLiteral("KYOTEN.cKyotenName")},
+        SEAL_COLUMN(cPcName, W::MachineName),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(cTourokuNo2),
+        SEAL_COLUMN(iVehicleType),
+        SEAL_COLUMN(cVehicleNumber),
+        SEAL_COLUMN(cVehicleComment),
+        SEAL_COLUMN(cEmployeeNumber),
+        SEAL_COLUMN(iLookAllRiyousya),
+        SEAL_COLUMN(iWebLicense),
+        SEAL_COLUMN(iLookCharge),
+        SEAL_COLUMN(iStaffHokenTouroku),
+        SEAL_COLUMN(cShikaiNo),
+        SEAL_COLUMN(cShikaiNo_Josei),
+        SEAL_COLUMN(iContractType),
+        SEAL_COLUMN(nLat),
+        SEAL_COLUMN(nLon),
+        SEAL_COLUMN(cIninTourokuNo),
+        SEAL_COLUMN(iIninTourokuChk),
+        SEAL_COLUMN(iKanriSekininFlg),
+        SEAL_COLUMN(iKyotenCd, W::Never),
+        SEAL_COLUMN(iKyotenEb, W::Never),
+        SEAL_COLUMN(cKyotenName, W::Never, QStringLiteral("KYOTEN.cKyotenName")),
     };
     return list;
 }
@@ -227,18 +227,6 @@ short cT_STAFF::iDataReadGrid(const cD_STAFF& filter)
     return readRows(sqlDataReadGrid(filter, bLongForm_), gridNames());
 }
 
-short cT_STAFF::iDataRead(const cD_STAFF& filter) { return readRows(sqlDataRead(filter), fullNames()); }
-
-short cT_STAFF::iDataReadChk(const cD_STAFF& filter)
-{
-    return readRows(sqlDataRead(filter, true), fullNames());
-}
-
-short cT_STAFF::iDataReadGrid_Jouken(const cD_STAFF& filter)
-{
-    return readRows(sqlDataReadGrid_Jouken(filter), fullNames());
-}
-
 short cT_STAFF::iChkStaffName(const cD_STAFF& row, qint32& nCnt)
 {
     return table_.readNumber(sqlChkStaffName(row), nCnt);
@@ -258,7 +246,9 @@ short cT_STAFF::iDataReadGrid_AllKyoten(const cD_STAFF& filter)
 
 const entity::TableSpec<cD_STAFF>& cT_STAFF::spec()
 {
-    static const entity::TableSpec<cD_STAFF> s{kTable, QStringLiteral("STAFFが無効です。"), entity::columnNames(columns(), false), QStringLiteral("STAFF_DELETE_LOG"), &cD_STAFF::cName};
+    static const auto s = entity::TableSpec<cD_STAFF>(kTable, QStringLiteral("STAFFが無効です。"), entity::columnNames(columns(), false))
+                              .deletesInto(QStringLiteral("STAFF_DELETE_LOG"), &cD_STAFF::cName)
+                              .reading(fullNames(), fullNames());
     return s;
 }
 

@@ -83,13 +83,10 @@ public:
     // This office's staff: current ones when the filter's iChusiFlg is 0, nIDNo where
     // above 0, names containing cName and cNameKana where set; by nIDNo.
     short iDataReadGrid(const cD_STAFF& filter);
-    // The full row of nIDNo (-1 or below: any) of this office, and of the name cName
+    // iDataRead (TableClass): The full row of nIDNo (-1 or below: any) of this office, and of the name cName
     // where set.
-    short iDataRead(const cD_STAFF& filter);
-    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_STAFF& filter);
-    // This office's staff by nIDNo above 0 and names containing cName and cNameKana.
-    short iDataReadGrid_Jouken(const cD_STAFF& filter);
+    // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): This office's staff by nIDNo above 0 and names containing cName and cNameKana.
     // How many staff other than the row's nIDNo carry its cName, over every office.
     short iChkStaffName(const cD_STAFF& row, qint32& nCnt);
     // The full row of the filter's nIDNo in this office.

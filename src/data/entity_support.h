@@ -105,6 +105,9 @@ struct Column {
     QString source;    // select expression when not "<TABLE>.<name>" (joins)
 };
 
+// A column named as the row's member m, in a list where R is the row type.
+#define SEAL_COLUMN(m, ...) {QStringLiteral(#m), &R::m __VA_OPT__(, ) __VA_ARGS__}
+
 template <class Row>
 const Column<Row>* findColumn(const std::vector<Column<Row>>& columns, const QString& name)
 {
@@ -473,11 +476,32 @@ short deleteRow(RowTable<Row>& table, const Row* row, bool bTrans, const QString
 // What sets one master table class apart from the others besides its columns.
 template <class Row>
 struct TableSpec {
+    TableSpec(QString table_, QString absentText_, QStringList writeColumns_)
+        : table(std::move(table_)), absentText(std::move(absentText_)), writeColumns(std::move(writeColumns_))
+    {
+    }
+    // A delete also writes the row's number and name into log.
+    TableSpec& deletesInto(QString log, QString Row::*name)
+    {
+        deleteLog = std::move(log);
+        logName = name;
+        return *this;
+    }
+    // iDataRead and iDataReadChk read readNames, iDataReadGrid_Jouken searchNames.
+    TableSpec& reading(QStringList readNames, QStringList searchNames)
+    {
+        readColumns = std::move(readNames);
+        searchColumns = std::move(searchNames);
+        return *this;
+    }
+
     QString table;                     // the table as the statements write it
     QString absentText;                // the failure of a write given no row
     QStringList writeColumns;          // the columns an insert and an update write, in order
     QString deleteLog;                 // the log a delete also writes the row into, if any
     QString Row::*logName = nullptr;   // the row's name in that log
+    QStringList readColumns;           // empty: every column
+    QStringList searchColumns;         // empty: every column
 };
 
 // The members every master table class shows alike, over the array it reads into.
@@ -496,6 +520,18 @@ public:
 
     // The highest nIDNo of this office, 0 when it has none.
     short iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
+
+    // The rows of Table::sqlDataRead, of Table::sqlDataRead excluding the filter's own
+    // row (the duplicate check), and of Table::sqlDataReadGrid_Jouken.
+    short iDataRead(const Row& filter) { return readRows(Table::sqlDataRead(filter), orAll(Table::spec().readColumns)); }
+    short iDataReadChk(const Row& filter)
+    {
+        return readRows(Table::sqlDataRead(filter, true), orAll(Table::spec().readColumns));
+    }
+    short iDataReadGrid_Jouken(const Row& filter)
+    {
+        return readRows(Table::sqlDataReadGrid_Jouken(filter), orAll(Table::spec().searchColumns));
+    }
 
     // Write one row of this office: in a transaction of its own when bTrans, else in
     // the caller's. An absent row fails with the class's own text.
@@ -565,6 +601,8 @@ protected:
     RowTable<Row> table_;
 
 private:
+    static const QStringList& orAll(const QStringList& names) { return names.isEmpty() ? allColumns() : names; }
+
     short write(WriteKind kind, const Row* row, bool bTrans, QString (*build)(const Row&, const QString&))
     {
         const QString& absent = Table::spec().absentText;
