@@ -8,6 +8,10 @@
 
 #include "support/label_grid.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>

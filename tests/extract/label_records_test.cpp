@@ -6,6 +6,10 @@
 #include "support/label_grid.h"
 #include "support/param_names.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 using namespace extract;

@@ -7,6 +7,10 @@
 
 #include "support/label_grid.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 using namespace extract;

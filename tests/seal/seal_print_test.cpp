@@ -107,20 +107,12 @@ TEST_F(Printing, CancelAtTheQuestionMakesNothing)
     EXPECT_FALSE(QFile::exists(tmpFile(u"シール.csv"_s)));
 }
 
-TEST_F(Printing, RefusedWhenNothingIsTicked)
+TEST_F(Printing, IsRefusedWithoutTicksWithAnEmptyListOrWithoutALineToOrderBy)
 {
     EXPECT_EQ(run(install, {u"click mnMenuPrint"_s}),
               QStringList({u"box 48 シール印刷|印刷対象データが選択されていません。"_s}));
-}
-
-TEST_F(Printing, RefusedWhenTheListIsEmpty)
-{
     EXPECT_EQ(run(install, {u"click optMst(5)"_s, u"click mnMenuPreview"_s}),
               QStringList({u"box 48 シール印刷|印刷対象データが表示されていません。"_s}));
-}
-
-TEST_F(Printing, OrderByTickingNeedsALine)
-{
     EXPECT_EQ(run(install, {u"check chkCheck on"_s, u"click mnMenuPrint"_s}),
               QStringList({u"box 48 シール印刷|リストにデータがありません。「対象」をチェックして下さい。"_s}));
 }

@@ -28,11 +28,7 @@ QStringList runWith(const SealInstall& install, const QStringList& body, const c
 }
 
 // The whole transcript of the process, the open seal screen handed to work.
-template <class Work>
-QStringList drive(const SealInstall& install, Work work, const QString& commandLine = QStringLiteral("5"))
-{
-    return sealtest::driveProcess(install, work, commandLine);
-}
+using sealtest::driveProcess;
 
 const QStringList kOpen = lines({"screen open frmBack", "screen open frmPrintシール"});
 
@@ -145,7 +141,7 @@ TEST(Markers, EmptyFilesCountAsPresent)
 {
     SealInstall install;
     for (const char* m : {"MGNT.CID", "FRAS.CID", "SGRB.CID"}) install.touch(QString::fromLatin1(m));
-    drive(install, [](seal::frmPrintシール& f) {
+    driveProcess(install, [](seal::frmPrintシール& f) {
         EXPECT_TRUE(f.btnSejutsuKeika.visible());
         // Labels only, the one choice in the middle of its frame.
         EXPECT_FALSE(f.opPMode[1].visible());
@@ -173,7 +169,7 @@ TEST(Markers, AbsentFilesLeaveTheFeaturesOff)
 TEST(InstallationSettings, WaType5HidesCareManagersAndMovesTheTwoBelowUp)
 {
     SealInstall install({QStringLiteral("和タイプ=5xyz")});
-    drive(install, [](seal::frmPrintシール& f) {
+    driveProcess(install, [](seal::frmPrintシール& f) {
         EXPECT_EQ(f.job.sWaType, QStringLiteral("5"));
         EXPECT_FALSE(f.optMst[4].visible());
         EXPECT_EQ(f.optMst[5].top(), f.optMst[4].top());
@@ -183,7 +179,7 @@ TEST(InstallationSettings, WaType5HidesCareManagersAndMovesTheTwoBelowUp)
         EXPECT_EQ(f.optMst[6].caption(), QStringLiteral("施設"));
     });
     SealInstall other({QStringLiteral("和タイプ=1")});
-    drive(other, [](seal::frmPrintシール& f) {
+    driveProcess(other, [](seal::frmPrintシール& f) {
         EXPECT_EQ(f.job.sWaType, QStringLiteral("1"));
         EXPECT_TRUE(f.optMst[4].visible());
         EXPECT_EQ(f.optMst[5].top(), f.optMst[4].top() + 300);
@@ -193,7 +189,7 @@ TEST(InstallationSettings, WaType5HidesCareManagersAndMovesTheTwoBelowUp)
 TEST(InstallationSettings, KindsStandInTheOrderOfTheScreenWithInstitutionsAboveOwnOffices)
 {
     SealInstall install;
-    drive(install, [](seal::frmPrintシール& f) {
+    driveProcess(install, [](seal::frmPrintシール& f) {
         EXPECT_EQ(f.optMst[7].caption(), QStringLiteral("自社"));
         EXPECT_EQ(f.optMst[8].caption(), QStringLiteral("医療機関"));
         EXPECT_LT(f.optMst[8].top(), f.optMst[7].top());
