@@ -175,9 +175,9 @@ std::vector<Statement> libraryStatements()
     return out;
 }
 
-// The statements of the libraries above this one, from the golden files their own
-// tests compare them with; and what the program writes inline or the suite's other
-// programs read.
+// Every golden statement (those of the libraries above this one among them), from the
+// files their own tests compare them with; and what the program writes inline or the
+// suite's other programs read.
 std::vector<Statement> otherStatements()
 {
     std::vector<Statement> out;
