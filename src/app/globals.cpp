@@ -2,7 +2,7 @@
 
 #include "controls/platform.h"
 
-#include <cassert>
+#include <stdexcept>
 
 namespace app {
 
@@ -18,10 +18,17 @@ controls::Platform* g_platform = nullptr;
 
 controls::Platform& platform()
 {
-    assert(g_platform && "the entry point sets the platform before anything runs");
+    // A call before the entry point has set it is a fault of the program's own wiring;
+    // say so in every build rather than run on through a null pointer.
+    if (!g_platform) throw std::logic_error("app::platform() called before the entry point set the platform");
     return *g_platform;
 }
 
-void setPlatform(controls::Platform* p) { g_platform = p; }
+controls::Platform* setPlatform(controls::Platform* p)
+{
+    controls::Platform* before = g_platform;
+    g_platform = p;
+    return before;
+}
 
 }  // namespace app

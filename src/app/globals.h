@@ -16,7 +16,9 @@ extern short iKyotenEb;      // second half of SiteKey
 extern QString gsLastError;  // the last failure text of the record loaders
 
 // The outside world of this process: set by the entry point before anything else runs.
+// platform() throws std::logic_error when none is set; setPlatform returns the one it
+// replaces, so that a scope can put it back.
 controls::Platform& platform();
-void setPlatform(controls::Platform* platform);
+controls::Platform* setPlatform(controls::Platform* platform);
 
 }  // namespace app

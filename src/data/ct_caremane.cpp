@@ -49,35 +49,33 @@ const std::vector<Column<cD_CAREMANE>>& cT_CAREMANE::columns()
     using R = cD_CAREMANE;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("cAdress1"), &R::cAdress1},
-        {QStringLiteral("cAdress2"), &R::cAdress2},
-        {QStringLiteral("cAdressKana"), &R::cAdressKana},
-        {QStringLiteral("cFaxNo"), &R::cFaxNo},
-        {QStringLiteral("cMobNo"), &R::cMobNo},
-        {QStringLiteral("cMail"), &R::cMail},
-        {QStringLiteral("cName"), &R::cName},
-        {QStringLiteral("cNameKana"), &R::cNameKana},
-        {QStringLiteral("cTelNo"), &R::cTelNo},
-        {QStringLiteral("cYubinNo"), &R::cYubinNo},
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("iSisetsuCode"), &R::iSisetsuCode},
-        {QStringLiteral("cPcName"), &R::cPcName, W::MachineName},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("iChusiFlg"), &R::iChusiFlg},
+        SEAL_COLUMN(cAdress1),
+        SEAL_COLUMN(cAdress2),
+        SEAL_COLUMN(cAdressKana),
+        SEAL_COLUMN(cFaxNo),
+        SEAL_COLUMN(cMobNo),
+        SEAL_COLUMN(cMail),
+        SEAL_COLUMN(cName),
+        SEAL_COLUMN(cNameKana),
+        SEAL_COLUMN(cTelNo),
+        SEAL_COLUMN(cYubinNo),
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(iSisetsuCode),
+        SEAL_COLUMN(cPcName, W::MachineName),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(iChusiFlg),
         {QStringLiteral("tBirthday"), &R::sBirthday, W::DateText},
-        {QStringLiteral("iSexKubun"), &R::iSexKubun},
-        {QStringLiteral("iJigyosyoCode"), &R::iJigyosyoCode},
-        {QStringLiteral("SISETSUSHAMEI"), &R::SISETSUSHAMEI, W::Never, QStringLiteral("SISETSU.cShamei1")},
-        {QStringLiteral("SISETSUSHURUI"), &R::SISETSUSHURUI, W::Never, QStringLiteral("SISETSU.cSisetsuType")},
-        {QStringLiteral("JIGYOSYOSHAMEI"), &R::JIGYOSYOSHAMEI, W::Never, QStringLiteral("SISETSU2.cShamei1")},
-        {QStringLiteral("JIGYOSYOSHURUI"), &R::JIGYOSYOSHURUI, W::Never, QStringLiteral("SISETSU2.cSisetsuType")},
-        {QStringLiteral("JIGYOSYOADD1"), &R::JIGYOSYOADD1, W::Never, QStringLiteral("SISETSU2.cAddress1")},
-        {QStringLiteral("JIGYOSYOADD2"), &R::JIGYOSYOADD2, W::Never, QStringLiteral("SISETSU2.cAddress2")},
+        SEAL_COLUMN(iSexKubun),
+        SEAL_COLUMN(iJigyosyoCode),
+        SEAL_COLUMN(SISETSUSHAMEI, W::Never, QStringLiteral("SISETSU.cShamei1")),
+        SEAL_COLUMN(SISETSUSHURUI, W::Never, QStringLiteral("SISETSU.cSisetsuType")),
+        SEAL_COLUMN(JIGYOSYOSHAMEI, W::Never, QStringLiteral("SISETSU2.cShamei1")),
+        SEAL_COLUMN(JIGYOSYOSHURUI, W::Never, QStringLiteral("SISETSU2.cSisetsuType")),
+        SEAL_COLUMN(JIGYOSYOADD1, W::Never, QStringLiteral("SISETSU2.cAddress1")),
+        SEAL_COLUMN(JIGYOSYOADD2, W::Never, QStringLiteral("SISETSU2.cAddress2")),
     };
     return list;
 }
-
-QString cT_CAREMANE::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
 
 QString cT_CAREMANE::sqlDataReadGrid(const cD_CAREMANE& filter)
 {
@@ -120,49 +118,16 @@ QString cT_CAREMANE::sqlDataReadGrid_Jouken(const cD_CAREMANE& filter)
     return sql;
 }
 
-short cT_CAREMANE::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
-
 short cT_CAREMANE::iDataReadGrid(const cD_CAREMANE& filter)
 {
-    return table_.read(sqlDataReadGrid(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataReadGrid(filter));
 }
 
-short cT_CAREMANE::iDataRead(const cD_CAREMANE& filter)
+const entity::TableSpec<cD_CAREMANE>& cT_CAREMANE::spec()
 {
-    return table_.read(sqlDataRead(filter), columns(), entity::columnNames(columns()));
+    static const auto s = entity::TableSpec<cD_CAREMANE>(kTable, QStringLiteral("CAREMANEが無効です。"), entity::columnNames(columns(), false));
+    return s;
 }
-
-short cT_CAREMANE::iDataReadChk(const cD_CAREMANE& filter)
-{
-    return table_.read(sqlDataRead(filter, true), columns(), entity::columnNames(columns()));
-}
-
-short cT_CAREMANE::iDataReadGrid_Jouken(const cD_CAREMANE& filter)
-{
-    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), entity::columnNames(columns()));
-}
-
-namespace {
-const QString kAbsent = QStringLiteral("CAREMANEが無効です。");
-
-const QStringList& writeColumns()
-{
-    static const QStringList names = entity::columnNames(cT_CAREMANE::columns(), false);
-    return names;
-}
-}  // namespace
-
-QString cT_CAREMANE::sqlDataInsert(const cD_CAREMANE& row, const QString& csMachine)
-{
-    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
-}
-
-QString cT_CAREMANE::sqlDataUpdate(const cD_CAREMANE& row, const QString& csMachine)
-{
-    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
-}
-
-QString cT_CAREMANE::sqlData削除(const cD_CAREMANE& row) { return entity::sqlDelete(kTable, row.nIDNo); }
 
 QString cT_CAREMANE::sqlUpdateRiyoushaSub(const cD_CAREMANE& row)
 {
@@ -182,27 +147,11 @@ QString cT_CAREMANE::sqlStampRiyousha(const cD_CAREMANE& row)
     return entity::sqlStampPatients(QStringLiteral("RIYOUSHA_SUB.iCareCd = ") + QString::number(row.nIDNo));
 }
 
-short cT_CAREMANE::iDataInsert(const cD_CAREMANE* row, bool bTrans)
-{
-    return entity::writeRow<cD_CAREMANE>(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
-}
-
-short cT_CAREMANE::iDataUpdate(const cD_CAREMANE* row, bool bTrans)
-{
-    return entity::writeRow<cD_CAREMANE>(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
-}
-
-short cT_CAREMANE::iData削除(const cD_CAREMANE* row, bool bTrans)
-{
-    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除);
-}
-
 short cT_CAREMANE::iDataUpdate_ToRiyousha(const cD_CAREMANE* row, bool bTrans)
 {
-    return entity::writeRow<cD_CAREMANE>(
-        table_, entity::WriteKind::Cascade, row, bTrans, kAbsent,
-        [](const cD_CAREMANE& r, const QString&) { return sqlUpdateRiyoushaSub(r); },
-        [this](const cD_CAREMANE& r) { return std::vector<entity::Step>{table_.statement(sqlStampRiyousha(r))}; });
+    return cascade(row, bTrans, spec().absentText, [](const cD_CAREMANE& r) {
+        return QStringList{sqlUpdateRiyoushaSub(r), sqlStampRiyousha(r)};
+    });
 }
 
 }  // namespace data

@@ -43,44 +43,33 @@ public:
     QString JIGYOSYOADD2;
 };
 
-class cT_CAREMANE : public entity::TableClass<cD_CAREMANE> {
+class cT_CAREMANE : public entity::TableClass<cT_CAREMANE, cD_CAREMANE> {
 public:
     cD_CAREMANE& clsCAREMANE(qint32 index) { return table_.at(index); }
-    // The highest nIDNo of this office, 0 when it has none.
-    short iGetMaxIDNo(qint32& nMaxID);
     // Every office's care managers: those at work when the filter's iChusiFlg is 0;
     // nIDNo, iSisetsuCode, iJigyosyoCode where above 0; names containing cName and
     // cNameKana where set.
     short iDataReadGrid(const cD_CAREMANE& filter);
-    // The one care manager of the filter's nIDNo.
-    short iDataRead(const cD_CAREMANE& filter);
-    // Every care manager but the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_CAREMANE& filter);
-    // This office's care managers by nIDNo above 0 and names containing cName and
+    // iDataRead (TableClass): The one care manager of the filter's nIDNo.
+    // iDataReadChk (TableClass): Every care manager but the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): This office's care managers by nIDNo above 0 and names containing cName and
     // cNameKana where set.
-    short iDataReadGrid_Jouken(const cD_CAREMANE& filter);
 
-    // Write one row of this office: in a transaction of its own when bTrans, else in
+    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
     // the caller's. An absent row fails with "CAREMANEが無効です。".
-    short iDataInsert(const cD_CAREMANE* row, bool bTrans);
-    short iDataUpdate(const cD_CAREMANE* row, bool bTrans);
-    short iData削除(const cD_CAREMANE* row, bool bTrans);
     // After a change of the care manager: the name, telephone and facility that this
     // office's patients' RIYOUSHA_SUB rows copy from it, then those patients' time
     // stamp, as one write.
     short iDataUpdate_ToRiyousha(const cD_CAREMANE* row, bool bTrans);
 
-    static QString sqlGetMaxIDNo();
     static QString sqlDataReadGrid(const cD_CAREMANE& filter);
     static QString sqlDataRead(const cD_CAREMANE& filter, bool bExclude = false);
     static QString sqlDataReadGrid_Jouken(const cD_CAREMANE& filter);
-    static QString sqlDataInsert(const cD_CAREMANE& row, const QString& csMachine);
-    static QString sqlDataUpdate(const cD_CAREMANE& row, const QString& csMachine);
-    static QString sqlData削除(const cD_CAREMANE& row);
     static QString sqlUpdateRiyoushaSub(const cD_CAREMANE& row);
     static QString sqlStampRiyousha(const cD_CAREMANE& row);
 
     static const std::vector<entity::Column<cD_CAREMANE>>& columns();
+    static const entity::TableSpec<cD_CAREMANE>& spec();
 };
 
 }  // namespace data

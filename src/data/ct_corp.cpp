@@ -41,46 +41,46 @@ const std::vector<Column<cD_CORP>>& cT_CORP::columns()
     using R = cD_CORP;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("cHokenTourokuKubetsu"), &R::cHokenTourokuKubetsu},
-        {QStringLiteral("cJigyousyoNo2"), &R::cJigyousyoNo2},
-        {QStringLiteral("cJigyouReceiptName"), &R::cJigyouReceiptName},
-        {QStringLiteral("cKinyuNo"), &R::cKinyuNo},
-        {QStringLiteral("cKinyuSitenNo"), &R::cKinyuSitenNo},
-        {QStringLiteral("cJigyousyoNo"), &R::cJigyousyoNo},
-        {QStringLiteral("cAddress1"), &R::cAddress1},
-        {QStringLiteral("cAddress2"), &R::cAddress2},
-        {QStringLiteral("cAddressKana"), &R::cAddressKana},
-        {QStringLiteral("cDaihyo"), &R::cDaihyo},
-        {QStringLiteral("cDaihyoKana"), &R::cDaihyoKana},
-        {QStringLiteral("cFaxNo"), &R::cFaxNo},
-        {QStringLiteral("cKinyuName"), &R::cKinyuName},
-        {QStringLiteral("cKinyuSiten"), &R::cKinyuSiten},
-        {QStringLiteral("cKozaBangou"), &R::cKozaBangou},
-        {QStringLiteral("cKozaKana"), &R::cKozaKana},
-        {QStringLiteral("cKozaMeigi1"), &R::cKozaMeigi1},
-        {QStringLiteral("cKozaMeigi2"), &R::cKozaMeigi2},
-        {QStringLiteral("cShamei1"), &R::cShamei1},
-        {QStringLiteral("cShamei2"), &R::cShamei2},
-        {QStringLiteral("cShameiKana1"), &R::cShameiKana1},
-        {QStringLiteral("cShameiKana2"), &R::cShameiKana2},
-        {QStringLiteral("cTelNo"), &R::cTelNo},
-        {QStringLiteral("cYubinNo"), &R::cYubinNo},
-        {QStringLiteral("iKinSiten"), &R::iKinSiten},
-        {QStringLiteral("iKinSyubetsu"), &R::iKinSyubetsu},
-        {QStringLiteral("iKozaKubun"), &R::iKozaKubun},
-        {QStringLiteral("iKozaType"), &R::iKozaType},
-        {QStringLiteral("iType"), &R::iType},
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("nLat"), &R::nLat},
-        {QStringLiteral("nLon"), &R::nLon},
-        {QStringLiteral("cPcName"), &R::cPcName, W::MachineName},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("cMailDestination"), &R::cMailDestination},
-        {QStringLiteral("cMailDestinationZipNo"), &R::cMailDestinationZipNo},
-        {QStringLiteral("cPersonalNumberCorp"), &R::cPersonalNumberCorp},
-        {QStringLiteral("iKyotenToshiNo"), &R::iKyotenToshiNo},
-        {QStringLiteral("cKokuhoTourokuNo"), &R::cKokuhoTourokuNo},
-        {QStringLiteral("cEmail"), &R::cEmail},
+        SEAL_COLUMN(cHokenTourokuKubetsu),
+        SEAL_COLUMN(cJigyousyoNo2),
+        SEAL_COLUMN(cJigyouReceiptName),
+        SEAL_COLUMN(cKinyuNo),
+        SEAL_COLUMN(cKinyuSitenNo),
+        SEAL_COLUMN(cJigyousyoNo),
+        SEAL_COLUMN(cAddress1),
+        SEAL_COLUMN(cAddress2),
+        SEAL_COLUMN(cAddressKana),
+        SEAL_COLUMN(cDaihyo),
+        SEAL_COLUMN(cDaihyoKana),
+        SEAL_COLUMN(cFaxNo),
+        SEAL_COLUMN(cKinyuName),
+        SEAL_COLUMN(cKinyuSiten),
+        SEAL_COLUMN(cKozaBangou),
+        SEAL_COLUMN(cKozaKana),
+        SEAL_COLUMN(cKozaMeigi1),
+        SEAL_COLUMN(cKozaMeigi2),
+        SEAL_COLUMN(cShamei1),
+        SEAL_COLUMN(cShamei2),
+        SEAL_COLUMN(cShameiKana1),
+        SEAL_COLUMN(cShameiKana2),
+        SEAL_COLUMN(cTelNo),
+        SEAL_COLUMN(cYubinNo),
+        SEAL_COLUMN(iKinSiten),
+        SEAL_COLUMN(iKinSyubetsu),
+        SEAL_COLUMN(iKozaKubun),
+        SEAL_COLUMN(iKozaType),
+        SEAL_COLUMN(iType),
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(nLat),
+        SEAL_COLUMN(nLon),
+        SEAL_COLUMN(cPcName, W::MachineName),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(cMailDestination),
+        SEAL_COLUMN(cMailDestinationZipNo),
+        SEAL_COLUMN(cPersonalNumberCorp),
+        SEAL_COLUMN(iKyotenToshiNo),
+        SEAL_COLUMN(cKokuhoTourokuNo),
+        SEAL_COLUMN(cEmail),
     };
     return list;
 }
@@ -100,8 +100,6 @@ const QStringList& cT_CORP::gridColumns()
     };
     return names;
 }
-
-QString cT_CORP::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
 
 QString cT_CORP::sqlDataReadGrid()
 {
@@ -152,24 +150,7 @@ QString cT_CORP::sqlDataReadGrid_Jouken(const cD_CORP& filter)
     return sql;
 }
 
-short cT_CORP::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
-
-short cT_CORP::iDataReadGrid() { return table_.read(sqlDataReadGrid(), columns(), gridColumns()); }
-
-short cT_CORP::iDataRead(const cD_CORP& filter)
-{
-    return table_.read(sqlDataRead(filter), columns(), entity::columnNames(columns()));
-}
-
-short cT_CORP::iDataReadChk(const cD_CORP& filter)
-{
-    return table_.read(sqlDataRead(filter, true), columns(), entity::columnNames(columns()));
-}
-
-short cT_CORP::iDataReadGrid_Jouken(const cD_CORP& filter)
-{
-    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), gridColumns());
-}
+short cT_CORP::iDataReadGrid() { return readRows(sqlDataReadGrid(), gridColumns()); }
 
 const QStringList& cT_CORP::writeColumns()
 {
@@ -183,35 +164,11 @@ const QStringList& cT_CORP::writeColumns()
     return names;
 }
 
-QString cT_CORP::sqlDataInsert(const cD_CORP& row, const QString& csMachine)
+const entity::TableSpec<cD_CORP>& cT_CORP::spec()
 {
-    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
-}
-
-QString cT_CORP::sqlDataUpdate(const cD_CORP& row, const QString& csMachine)
-{
-    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
-}
-
-QString cT_CORP::sqlData削除(const cD_CORP& row) { return entity::sqlDelete(kTable, row.nIDNo); }
-
-namespace {
-const QString kAbsent = QStringLiteral("CORPが無効です。");
-}
-
-short cT_CORP::iDataInsert(const cD_CORP* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
-}
-
-short cT_CORP::iDataUpdate(const cD_CORP* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
-}
-
-short cT_CORP::iData削除(const cD_CORP* row, bool bTrans)
-{
-    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除);
+    static const auto s = entity::TableSpec<cD_CORP>(kTable, QStringLiteral("CORPが無効です。"), writeColumns())
+                              .reading({}, gridColumns());
+    return s;
 }
 
 }  // namespace data

@@ -64,40 +64,29 @@ public:
     QString sKozaType() const;
 };
 
-class cT_CORP : public entity::TableClass<cD_CORP> {
+class cT_CORP : public entity::TableClass<cT_CORP, cD_CORP> {
 public:
     // The row at index from 0; a fault (9) beyond the rows read.
     cD_CORP& clsCORP(qint32 index) { return table_.at(index); }
-    // The highest nIDNo of this office, 0 when it has none.
-    short iGetMaxIDNo(qint32& nMaxID);
     // The short column list of every row of this office, by nIDNo.
     short iDataReadGrid();
-    // The full column list of the rows matching nIDNo and iType (-1: no condition).
-    short iDataRead(const cD_CORP& filter);
-    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_CORP& filter);
-    // The short list with search conditions: nIDNo above 0, and names containing
+    // iDataRead (TableClass): The full column list of the rows matching nIDNo and iType (-1: no condition).
+    // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): The short list with search conditions: nIDNo above 0, and names containing
     // cShamei1 and cShameiKana1 where set.
-    short iDataReadGrid_Jouken(const cD_CORP& filter);
 
     // Write one row: in a transaction of its own when bTrans, else in the caller's.
     // An absent row fails with "CORPが無効です。". With the suite's map switch on,
     // an insert or update also keeps the row's map entry.
-    short iDataInsert(const cD_CORP* row, bool bTrans);
-    short iDataUpdate(const cD_CORP* row, bool bTrans);
-    short iData削除(const cD_CORP* row, bool bTrans);
 
     // The statements, as they go to the server.
-    static QString sqlGetMaxIDNo();
     static QString sqlDataReadGrid();
     static QString sqlDataRead(const cD_CORP& filter, bool bExclude = false);
     static QString sqlDataReadGrid_Jouken(const cD_CORP& filter);
-    static QString sqlDataInsert(const cD_CORP& row, const QString& csMachine);
-    static QString sqlDataUpdate(const cD_CORP& row, const QString& csMachine);
-    static QString sqlData削除(const cD_CORP& row);
 
     // Every column of the row, in the row's order.
     static const std::vector<entity::Column<cD_CORP>>& columns();
+    static const entity::TableSpec<cD_CORP>& spec();
     // The columns of the grid reads.
     static const QStringList& gridColumns();
     // The columns a write sets, in the table's order.

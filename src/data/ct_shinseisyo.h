@@ -29,36 +29,25 @@ public:
     short iTekiyouStaff = 0;
 };
 
-class cT_SHINSEISYO : public entity::TableClass<cD_SHINSEISYO> {
+class cT_SHINSEISYO : public entity::TableClass<cT_SHINSEISYO, cD_SHINSEISYO> {
 public:
     cD_SHINSEISYO& clsSHINSEISYO(qint32 index) { return table_.at(index); }
-    // The highest nIDNo of this office, 0 when it has none.
-    short iGetMaxIDNo(qint32& nMaxID);
     // This office's layouts not deleted: of iPrintType and iStateNo where above 0;
     // by nIDNo.
     short iDataReadGrid(const cD_SHINSEISYO& filter);
-    // This office's rows of nIDNo (-1 or below: any).
-    short iDataRead(const cD_SHINSEISYO& filter);
-    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_SHINSEISYO& filter);
-    // This office's rows by nIDNo above 0 and display names containing cDispName.
-    short iDataReadGrid_Jouken(const cD_SHINSEISYO& filter);
+    // iDataRead (TableClass): This office's rows of nIDNo (-1 or below: any).
+    // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): This office's rows by nIDNo above 0 and display names containing cDispName.
 
-    // Write one row of this office: in a transaction of its own when bTrans, else in
+    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
     // the caller's. An absent row fails with "SHINSEISYOが無効です。".
-    short iDataInsert(const cD_SHINSEISYO* row, bool bTrans);
-    short iDataUpdate(const cD_SHINSEISYO* row, bool bTrans);
-    short iData削除(const cD_SHINSEISYO* row, bool bTrans);
 
-    static QString sqlGetMaxIDNo();
     static QString sqlDataReadGrid(const cD_SHINSEISYO& filter);
     static QString sqlDataRead(const cD_SHINSEISYO& filter, bool bExclude = false);
     static QString sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter);
-    static QString sqlDataInsert(const cD_SHINSEISYO& row, const QString& csMachine);
-    static QString sqlDataUpdate(const cD_SHINSEISYO& row, const QString& csMachine);
-    static QString sqlData削除(const cD_SHINSEISYO& row);
 
     static const std::vector<entity::Column<cD_SHINSEISYO>>& columns();
+    static const entity::TableSpec<cD_SHINSEISYO>& spec();
 };
 
 }  // namespace data

@@ -12,15 +12,6 @@ namespace {
 
 const QString kTable = QStringLiteral("Sisetsu");
 
-QString selectHead()
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    entity::addSelectList(sql, kTable, cT_SISETSU::columns(), entity::columnNames(cT_SISETSU::columns()));
-    entity::addFrom(sql, kTable);
-    return sql;
-}
-
 }  // namespace
 
 const std::vector<Column<cD_SISETSU>>& cT_SISETSU::columns()
@@ -28,40 +19,38 @@ const std::vector<Column<cD_SISETSU>>& cT_SISETSU::columns()
     using R = cD_SISETSU;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("cAddress1"), &R::cAddress1},
-        {QStringLiteral("cAddress2"), &R::cAddress2},
-        {QStringLiteral("cAddressKana"), &R::cAddressKana},
-        {QStringLiteral("cDaihyo"), &R::cDaihyo},
-        {QStringLiteral("cDaihyoKana"), &R::cDaihyoKana},
-        {QStringLiteral("cFaxNo"), &R::cFaxNo},
-        {QStringLiteral("cShamei1"), &R::cShamei1},
-        {QStringLiteral("cShamei2"), &R::cShamei2},
-        {QStringLiteral("cShameiKana1"), &R::cShameiKana1},
-        {QStringLiteral("cShameiKana2"), &R::cShameiKana2},
-        {QStringLiteral("cTelNo"), &R::cTelNo},
-        {QStringLiteral("cYubinNo"), &R::cYubinNo},
-        {QStringLiteral("cSisetsuType"), &R::cSisetsuType},
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("nLat"), &R::nLat},
-        {QStringLiteral("nLon"), &R::nLon},
-        {QStringLiteral("cPcName"), &R::cPcName, W::MachineName},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("iKikanShubetsu"), &R::iKikanShubetsu},
-        {QStringLiteral("cDouiIrai"), &R::cDouiIrai},
-        {QStringLiteral("cComment"), &R::cComment},
-        {QStringLiteral("nColorCode"), &R::nColorCode},
-        {QStringLiteral("iColorIndex"), &R::iColorIndex},
-        {QStringLiteral("cShamei1Ryaku"), &R::cShamei1Ryaku},
-        {QStringLiteral("iPaymentType"), &R::iPaymentType},
+        SEAL_COLUMN(cAddress1),
+        SEAL_COLUMN(cAddress2),
+        SEAL_COLUMN(cAddressKana),
+        SEAL_COLUMN(cDaihyo),
+        SEAL_COLUMN(cDaihyoKana),
+        SEAL_COLUMN(cFaxNo),
+        SEAL_COLUMN(cShamei1),
+        SEAL_COLUMN(cShamei2),
+        SEAL_COLUMN(cShameiKana1),
+        SEAL_COLUMN(cShameiKana2),
+        SEAL_COLUMN(cTelNo),
+        SEAL_COLUMN(cYubinNo),
+        SEAL_COLUMN(cSisetsuType),
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(nLat),
+        SEAL_COLUMN(nLon),
+        SEAL_COLUMN(cPcName, W::MachineName),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(iKikanShubetsu),
+        SEAL_COLUMN(cDouiIrai),
+        SEAL_COLUMN(cComment),
+        SEAL_COLUMN(nColorCode),
+        SEAL_COLUMN(iColorIndex),
+        SEAL_COLUMN(cShamei1Ryaku),
+        SEAL_COLUMN(iPaymentType),
     };
     return list;
 }
 
-QString cT_SISETSU::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
-
 QString cT_SISETSU::sqlDataReadGrid(const cD_SISETSU& filter)
 {
-    QString sql = selectHead();
+    QString sql = selectFrom();
     entity::Conditions where(sql);
     if (filter.nIDNo > 0) {
         where.next();
@@ -80,7 +69,7 @@ QString cT_SISETSU::sqlDataReadGrid(const cD_SISETSU& filter)
 
 QString cT_SISETSU::sqlDataRead(const cD_SISETSU& filter, bool bExclude)
 {
-    QString sql = selectHead();
+    QString sql = selectFrom();
     entity::Conditions where(sql);
     entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
     where.next();
@@ -95,7 +84,7 @@ QString cT_SISETSU::sqlDataRead(const cD_SISETSU& filter, bool bExclude)
 
 QString cT_SISETSU::sqlDataReadGrid_Jouken(const cD_SISETSU& filter)
 {
-    QString sql = selectHead();
+    QString sql = selectFrom();
     entity::Conditions where(sql);
     where.next();
     entity::addSiteKey(sql);
@@ -109,37 +98,20 @@ QString cT_SISETSU::sqlDataReadGrid_Jouken(const cD_SISETSU& filter)
     return sql;
 }
 
-short cT_SISETSU::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
-
 short cT_SISETSU::iDataReadGrid(const cD_SISETSU& filter)
 {
-    return table_.read(sqlDataReadGrid(filter), columns(), entity::columnNames(columns()));
+    return readRows(sqlDataReadGrid(filter));
 }
 
-short cT_SISETSU::iDataRead(const cD_SISETSU& filter)
+const entity::TableSpec<cD_SISETSU>& cT_SISETSU::spec()
 {
-    return table_.read(sqlDataRead(filter), columns(), entity::columnNames(columns()));
-}
-
-short cT_SISETSU::iDataReadChk(const cD_SISETSU& filter)
-{
-    return table_.read(sqlDataRead(filter, true), columns(), entity::columnNames(columns()));
-}
-
-short cT_SISETSU::iDataReadGrid_Jouken(const cD_SISETSU& filter)
-{
-    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), entity::columnNames(columns()));
+    static const auto s = entity::TableSpec<cD_SISETSU>(kTable, QStringLiteral("Sisetsuが無効です。"), entity::columnNames(columns(), false))
+                              .deletesInto(QStringLiteral("SISETSU_DELETE_LOG"), &cD_SISETSU::cShamei1);
+    return s;
 }
 
 namespace {
-const QString kAbsent = QStringLiteral("Sisetsuが無効です。");
 const QString kAbsentInCascade = QStringLiteral("SISETUが無効です。");
-
-const QStringList& writeColumns()
-{
-    static const QStringList names = entity::columnNames(cT_SISETSU::columns(), false);
-    return names;
-}
 
 QString facilityCode(const cD_SISETSU& row) { return QString::number(row.nIDNo); }
 
@@ -157,18 +129,6 @@ void addSets(QString& sql, const QStringList& sets)
                          (i + 1 < sets.size() ? QStringLiteral(",") : QString()));
 }
 }  // namespace
-
-QString cT_SISETSU::sqlDataInsert(const cD_SISETSU& row, const QString& csMachine)
-{
-    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
-}
-
-QString cT_SISETSU::sqlDataUpdate(const cD_SISETSU& row, const QString& csMachine)
-{
-    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
-}
-
-QString cT_SISETSU::sqlData削除(const cD_SISETSU& row) { return entity::sqlDelete(kTable, row.nIDNo); }
 
 QStringList cT_SISETSU::sqlToRiyousha(const cD_SISETSU& row)
 {
@@ -258,43 +218,15 @@ QStringList cT_SISETSU::sqlToRiyousha_Iryou(const cD_SISETSU& row)
     return {doctor, first, second};
 }
 
-short cT_SISETSU::iDataInsert(const cD_SISETSU* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
-}
+short cT_SISETSU::iDataUpdate_ToRiyousha(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, kAbsentInCascade, &sqlToRiyousha); }
 
-short cT_SISETSU::iDataUpdate(const cD_SISETSU* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
-}
+short cT_SISETSU::iDataUpdate_ToCareMane(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, kAbsentInCascade, &sqlToCareMane); }
 
-short cT_SISETSU::iData削除(const cD_SISETSU* row, bool bTrans)
-{
-    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除, QStringLiteral("SISETSU_DELETE_LOG"),
-                             &cD_SISETSU::cShamei1);
-}
-
-short cT_SISETSU::cascade(const cD_SISETSU* row, bool bTrans, QStringList (*statements)(const cD_SISETSU&))
-{
-    if (!row) {
-        table_.setErrMsg(kAbsentInCascade);
-        return -1;
-    }
-    std::vector<entity::Step> steps;
-    for (const QString& sql : statements(*row))
-        steps.push_back(table_.statement(sql));
-    return table_.run(bTrans, steps);
-}
-
-short cT_SISETSU::iDataUpdate_ToRiyousha(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, &sqlToRiyousha); }
-
-short cT_SISETSU::iDataUpdate_ToCareMane(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, &sqlToCareMane); }
-
-short cT_SISETSU::iDataUpdate_ToSoudan(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, &sqlToSoudan); }
+short cT_SISETSU::iDataUpdate_ToSoudan(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, kAbsentInCascade, &sqlToSoudan); }
 
 short cT_SISETSU::iDataUpdate_ToRiyousha_Iryou(const cD_SISETSU* row, bool bTrans)
 {
-    return cascade(row, bTrans, &sqlToRiyousha_Iryou);
+    return cascade(row, bTrans, kAbsentInCascade, &sqlToRiyousha_Iryou);
 }
 
 }  // namespace data

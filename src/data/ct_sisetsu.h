@@ -39,30 +39,22 @@ public:
     short iPaymentType = 0;
 };
 
-class cT_SISETSU : public entity::TableClass<cD_SISETSU> {
+class cT_SISETSU : public entity::TableClass<cT_SISETSU, cD_SISETSU> {
 public:
     cD_SISETSU& clsSisetsu(qint32 index) { return table_.at(index); }
-    // The highest nIDNo of this office, 0 when it has none.
-    short iGetMaxIDNo(qint32& nMaxID);
     // Every office's rows: nIDNo and iKikanShubetsu where above 0, names containing
     // cShamei1 and cShameiKana1, kinds containing cSisetsuType where set; by nIDNo.
     short iDataReadGrid(const cD_SISETSU& filter);
-    // This office's rows of nIDNo (-1 or below: any) and of cSisetsuType where set.
-    short iDataRead(const cD_SISETSU& filter);
-    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_SISETSU& filter);
-    // This office's rows by nIDNo above 0 and names containing cShamei1 and
+    // iDataRead (TableClass): This office's rows of nIDNo (-1 or below: any) and of cSisetsuType where set.
+    // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): This office's rows by nIDNo above 0 and names containing cShamei1 and
     // cShameiKana1.
-    short iDataReadGrid_Jouken(const cD_SISETSU& filter);
 
-    // Write one row of this office: in a transaction of its own when bTrans, else in
+    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
     // the caller's. An absent row fails with "Sisetsuが無効です。". A delete also logs
     // the row in SISETSU_DELETE_LOG, with the login id of "loginuser.cid", in the same
     // transaction. With the suite's map switch on, an insert or update also keeps the
     // row's map entry.
-    short iDataInsert(const cD_SISETSU* row, bool bTrans);
-    short iDataUpdate(const cD_SISETSU* row, bool bTrans);
-    short iData削除(const cD_SISETSU* row, bool bTrans);
 
     // After a change of the facility, the copies of its data elsewhere, each as one
     // write; an absent row fails with "SISETUが無効です。".
@@ -78,13 +70,9 @@ public:
     // institution and address of the patients whose first or second doctor works there.
     short iDataUpdate_ToRiyousha_Iryou(const cD_SISETSU* row, bool bTrans);
 
-    static QString sqlGetMaxIDNo();
     static QString sqlDataReadGrid(const cD_SISETSU& filter);
     static QString sqlDataRead(const cD_SISETSU& filter, bool bExclude = false);
     static QString sqlDataReadGrid_Jouken(const cD_SISETSU& filter);
-    static QString sqlDataInsert(const cD_SISETSU& row, const QString& csMachine);
-    static QString sqlDataUpdate(const cD_SISETSU& row, const QString& csMachine);
-    static QString sqlData削除(const cD_SISETSU& row);
     // The statements of the cascades, in the order they run.
     static QStringList sqlToRiyousha(const cD_SISETSU& row);
     static QStringList sqlToCareMane(const cD_SISETSU& row);
@@ -92,9 +80,7 @@ public:
     static QStringList sqlToRiyousha_Iryou(const cD_SISETSU& row);
 
     static const std::vector<entity::Column<cD_SISETSU>>& columns();
-
-private:
-    short cascade(const cD_SISETSU* row, bool bTrans, QStringList (*statements)(const cD_SISETSU&));
+    static const entity::TableSpec<cD_SISETSU>& spec();
 };
 
 }  // namespace data

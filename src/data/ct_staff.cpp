@@ -14,14 +14,6 @@ const QString kTable = QStringLiteral("STAFF");
 
 QStringList fullNames() { return cT_STAFF::shortColumns() + cT_STAFF::longColumns(); }
 
-QString selectHead(const QStringList& names)
-{
-    QString sql;
-    addLine(sql, QStringLiteral("  select"));
-    entity::addSelectList(sql, kTable, cT_STAFF::columns(), names);
-    return sql;
-}
-
 }  // namespace
 
 const std::vector<Column<cD_STAFF>>& cT_STAFF::columns()
@@ -29,62 +21,62 @@ const std::vector<Column<cD_STAFF>>& cT_STAFF::columns()
     using R = cD_STAFF;
     using W = entity::WriteAs;
     static const std::vector<Column<R>> list = {
-        {QStringLiteral("cAdress1"), &R::cAdress1},
-        {QStringLiteral("cAdress2"), &R::cAdress2},
-        {QStringLiteral("cFaxNo"), &R::cFaxNo},
-        {QStringLiteral("cKaiNo"), &R::cKaiNo},
-        {QStringLiteral("cKaiNo2"), &R::cKaiNo2},
-        {QStringLiteral("cKaiNo3"), &R::cKaiNo3},
-        {QStringLiteral("cMobNo"), &R::cMobNo},
-        {QStringLiteral("cName"), &R::cName},
-        {QStringLiteral("cNameKana"), &R::cNameKana},
-        {QStringLiteral("cNameRyaku"), &R::cNameRyaku},
-        {QStringLiteral("cRken"), &R::cRken},
-        {QStringLiteral("cRno"), &R::cRno},
-        {QStringLiteral("cTelNo"), &R::cTelNo},
-        {QStringLiteral("cYubinNo"), &R::cYubinNo},
-        {QStringLiteral("iChusiFlg"), &R::iChusiFlg},
-        {QStringLiteral("iSexKubun"), &R::iSexKubun},
-        {QStringLiteral("iShikakuKubun"), &R::iShikakuKubun},
-        {QStringLiteral("iSyokushuKubun"), &R::iSyokushuKubun},
-        {QStringLiteral("iYaku"), &R::iYaku},
-        {QStringLiteral("nIDNo"), &R::nIDNo},
-        {QStringLiteral("cEmail"), &R::cEmail},
-        {QStringLiteral("iTecAbi"), &R::iTecAbi},
-        {QStringLiteral("iSpeechAbi"), &R::iSpeechAbi},
-        {QStringLiteral("cPhysical"), &R::cPhysical},
-        {QStringLiteral("iClaimRate"), &R::iClaimRate},
-        {QStringLiteral("cSikaku"), &R::cSikaku},
-        {QStringLiteral("cTourokuNo"), &R::cTourokuNo},
-        {QStringLiteral("cSmileCd"), &R::cSmileCd},
+        SEAL_COLUMN(cAdress1),
+        SEAL_COLUMN(cAdress2),
+        SEAL_COLUMN(cFaxNo),
+        SEAL_COLUMN(cKaiNo),
+        SEAL_COLUMN(cKaiNo2),
+        SEAL_COLUMN(cKaiNo3),
+        SEAL_COLUMN(cMobNo),
+        SEAL_COLUMN(cName),
+        SEAL_COLUMN(cNameKana),
+        SEAL_COLUMN(cNameRyaku),
+        SEAL_COLUMN(cRken),
+        SEAL_COLUMN(cRno),
+        SEAL_COLUMN(cTelNo),
+        SEAL_COLUMN(cYubinNo),
+        SEAL_COLUMN(iChusiFlg),
+        SEAL_COLUMN(iSexKubun),
+        SEAL_COLUMN(iShikakuKubun),
+        SEAL_COLUMN(iSyokushuKubun),
+        SEAL_COLUMN(iYaku),
+        SEAL_COLUMN(nIDNo),
+        SEAL_COLUMN(cEmail),
+        SEAL_COLUMN(iTecAbi),
+        SEAL_COLUMN(iSpeechAbi),
+        SEAL_COLUMN(cPhysical),
+        SEAL_COLUMN(iClaimRate),
+        SEAL_COLUMN(cSikaku),
+        SEAL_COLUMN(cTourokuNo),
+        SEAL_COLUMN(cSmileCd),
         {QStringLiteral("tBirthday"), &R::sBirthday, W::DateText},
         {QStringLiteral("tKousinDay"), &R::sKousinDay, W::DateText},
         {QStringLiteral("tNyusyaDay"), &R::sNyusyaDay, W::DateText},
         {QStringLiteral("tKisanDay"), &R::sKisanDay, W::DateText},
         {QStringLiteral("tRday"), &R::sRday, W::DateText},
         {QStringLiteral("tTourokuDay"), &R::sTourokuDay, W::DateText},
-        {QStringLiteral("cPcName"), &R::cPcName, W::MachineName},
-        {QStringLiteral("tUpDateTime"), &R::tUpDateTime, W::ServerTime},
-        {QStringLiteral("cTourokuNo2"), &R::cTourokuNo2},
-        {QStringLiteral("iVehicleType"), &R::iVehicleType},
-        {QStringLiteral("cVehicleNumber"), &R::cVehicleNumber},
-        {QStringLiteral("cVehicleComment"), &R::cVehicleComment},
-        {QStringLiteral("cEmployeeNumber"), &R::cEmployeeNumber},
-        {QStringLiteral("iLookAllRiyousya"), &R::iLookAllRiyousya},
-        {QStringLiteral("iWebLicense"), &R::iWebLicense},
-        {QStringLiteral("iLookCharge"), &R::iLookCharge},
-        {QStringLiteral("iStaffHokenTouroku"), &R::iStaffHokenTouroku},
-        {QStringLiteral("cShikaiNo"), &R::cShikaiNo},
-        {QStringLiteral("cShikaiNo_Josei"), &R::cShikaiNo_Josei},
-        {QStringLiteral("iContractType"), &R::iContractType},
-        {QStringLiteral("nLat"), &R::nLat},
-        {QStringLiteral("nLon"), &R::nLon},
-        {QStringLiteral("cIninTourokuNo"), &R::cIninTourokuNo},
-        {QStringLiteral("iIninTourokuChk"), &R::iIninTourokuChk},
-        {QStringLiteral("iKanriSekininFlg"), &R::iKanriSekininFlg},
-        {QStringLiteral("iKyotenCd"), &R::iKyotenCd, W::Never},
-        {QStringLiteral("iKyotenEb"), &R::iKyotenEb, W::Never},
-        {QStringLiteral("cKyotenName"), &R::cKyotenName, W::Never, QStringLiteral("KYOTEN.cKyotenName")},
+        SEAL_COLUMN(cPcName, W::MachineName),
+        SEAL_COLUMN(tUpDateTime, W::ServerTime),
+        SEAL_COLUMN(cTourokuNo2),
+        SEAL_COLUMN(iVehicleType),
+        SEAL_COLUMN(cVehicleNumber),
+        SEAL_COLUMN(cVehicleComment),
+        SEAL_COLUMN(cEmployeeNumber),
+        SEAL_COLUMN(iLookAllRiyousya),
+        SEAL_COLUMN(iWebLicense),
+        SEAL_COLUMN(iLookCharge),
+        SEAL_COLUMN(iStaffHokenTouroku),
+        SEAL_COLUMN(cShikaiNo),
+        SEAL_COLUMN(cShikaiNo_Josei),
+        SEAL_COLUMN(iContractType),
+        SEAL_COLUMN(nLat),
+        SEAL_COLUMN(nLon),
+        SEAL_COLUMN(cIninTourokuNo),
+        SEAL_COLUMN(iIninTourokuChk),
+        SEAL_COLUMN(iKanriSekininFlg),
+        SEAL_COLUMN(iKyotenCd, W::Never),
+        SEAL_COLUMN(iKyotenEb, W::Never),
+        SEAL_COLUMN(cKyotenName, W::Never, QStringLiteral("KYOTEN.cKyotenName")),
     };
     return list;
 }
@@ -128,11 +120,9 @@ short cT_STAFF::iInit(cT_ADODB& db)
 
 QStringList cT_STAFF::gridNames() const { return bLongForm_ ? fullNames() : shortColumns(); }
 
-QString cT_STAFF::sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(kTable); }
-
 QString cT_STAFF::sqlDataReadGrid(const cD_STAFF& filter, bool bLongForm)
 {
-    QString sql = selectHead(bLongForm ? fullNames() : shortColumns());
+    QString sql = selectList(bLongForm ? fullNames() : shortColumns());
     entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     if (filter.iChusiFlg == 0) {
@@ -153,7 +143,7 @@ QString cT_STAFF::sqlDataReadGrid(const cD_STAFF& filter, bool bLongForm)
 
 QString cT_STAFF::sqlDataRead(const cD_STAFF& filter, bool bExclude)
 {
-    QString sql = selectHead(fullNames());
+    QString sql = selectList(fullNames());
     entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
@@ -167,7 +157,7 @@ QString cT_STAFF::sqlDataRead(const cD_STAFF& filter, bool bExclude)
 
 QString cT_STAFF::sqlDataReadGrid_Jouken(const cD_STAFF& filter)
 {
-    QString sql = selectHead(fullNames());
+    QString sql = selectList(fullNames());
     entity::addFrom(sql, kTable);
     entity::Conditions where(sql);
     where.next();
@@ -198,7 +188,7 @@ QString cT_STAFF::sqlChkStaffName(const cD_STAFF& row)
 
 QString cT_STAFF::sqlDataIdentChk(const cD_STAFF& filter)
 {
-    QString sql = selectHead(fullNames());
+    QString sql = selectList(fullNames());
     entity::addFrom(sql, kTable);
     addLine(sql, QStringLiteral(" where"));
     addLine(sql, QStringLiteral("    nIDNo = ") + QString::number(filter.nIDNo));
@@ -212,7 +202,7 @@ QString cT_STAFF::sqlDataReadGrid_AllKyoten(const cD_STAFF& filter, bool bLongFo
 {
     QStringList names = bLongForm ? fullNames() : shortColumns();
     names << QStringLiteral("iKyotenCd") << QStringLiteral("iKyotenEb") << QStringLiteral("cKyotenName");
-    QString sql = selectHead(names);
+    QString sql = selectList(names);
     entity::addFrom(sql, kTable);
     addLine(sql, QStringLiteral("  LEFT JOIN KYOTEN ON"));
     addLine(sql, QStringLiteral("      KYOTEN.iKyotenCd = STAFF.iKyotenCd AND KYOTEN.iKyotenEb = STAFF.iKyotenEb"));
@@ -232,23 +222,9 @@ QString cT_STAFF::sqlDataReadGrid_AllKyoten(const cD_STAFF& filter, bool bLongFo
     return sql;
 }
 
-short cT_STAFF::iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
-
 short cT_STAFF::iDataReadGrid(const cD_STAFF& filter)
 {
-    return table_.read(sqlDataReadGrid(filter, bLongForm_), columns(), gridNames());
-}
-
-short cT_STAFF::iDataRead(const cD_STAFF& filter) { return table_.read(sqlDataRead(filter), columns(), fullNames()); }
-
-short cT_STAFF::iDataReadChk(const cD_STAFF& filter)
-{
-    return table_.read(sqlDataRead(filter, true), columns(), fullNames());
-}
-
-short cT_STAFF::iDataReadGrid_Jouken(const cD_STAFF& filter)
-{
-    return table_.read(sqlDataReadGrid_Jouken(filter), columns(), fullNames());
+    return readRows(sqlDataReadGrid(filter, bLongForm_), gridNames());
 }
 
 short cT_STAFF::iChkStaffName(const cD_STAFF& row, qint32& nCnt)
@@ -258,52 +234,22 @@ short cT_STAFF::iChkStaffName(const cD_STAFF& row, qint32& nCnt)
 
 short cT_STAFF::iDataIdentChk(const cD_STAFF& filter)
 {
-    return table_.read(sqlDataIdentChk(filter), columns(), fullNames());
+    return readRows(sqlDataIdentChk(filter), fullNames());
 }
 
 short cT_STAFF::iDataReadGrid_AllKyoten(const cD_STAFF& filter)
 {
     QStringList names = gridNames();
     names << QStringLiteral("iKyotenCd") << QStringLiteral("iKyotenEb") << QStringLiteral("cKyotenName");
-    return table_.read(sqlDataReadGrid_AllKyoten(filter, bLongForm_), columns(), names);
+    return readRows(sqlDataReadGrid_AllKyoten(filter, bLongForm_), names);
 }
 
-namespace {
-const QString kAbsent = QStringLiteral("STAFFが無効です。");
-
-const QStringList& writeColumns()
+const entity::TableSpec<cD_STAFF>& cT_STAFF::spec()
 {
-    static const QStringList names = entity::columnNames(cT_STAFF::columns(), false);
-    return names;
-}
-}  // namespace
-
-QString cT_STAFF::sqlDataInsert(const cD_STAFF& row, const QString& csMachine)
-{
-    return entity::sqlInsert(kTable, columns(), writeColumns(), row, csMachine);
-}
-
-QString cT_STAFF::sqlDataUpdate(const cD_STAFF& row, const QString& csMachine)
-{
-    return entity::sqlUpdate(kTable, columns(), writeColumns(), row, row.nIDNo, csMachine);
-}
-
-QString cT_STAFF::sqlData削除(const cD_STAFF& row) { return entity::sqlDelete(kTable, row.nIDNo); }
-
-short cT_STAFF::iDataInsert(const cD_STAFF* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Insert, row, bTrans, kAbsent, &sqlDataInsert);
-}
-
-short cT_STAFF::iDataUpdate(const cD_STAFF* row, bool bTrans)
-{
-    return entity::writeMappedRow(table_, entity::WriteKind::Update, row, bTrans, kAbsent, &sqlDataUpdate);
-}
-
-short cT_STAFF::iData削除(const cD_STAFF* row, bool bTrans)
-{
-    return entity::deleteRow(table_, row, bTrans, kAbsent, &sqlData削除, QStringLiteral("STAFF_DELETE_LOG"),
-                             &cD_STAFF::cName);
+    static const auto s = entity::TableSpec<cD_STAFF>(kTable, QStringLiteral("STAFFが無効です。"), entity::columnNames(columns(), false))
+                              .deletesInto(QStringLiteral("STAFF_DELETE_LOG"), &cD_STAFF::cName)
+                              .reading(fullNames(), fullNames());
+    return s;
 }
 
 }  // namespace data

@@ -74,24 +74,19 @@ public:
     QString cKyotenName;
 };
 
-class cT_STAFF : public entity::TableClass<cD_STAFF> {
+class cT_STAFF : public entity::TableClass<cT_STAFF, cD_STAFF> {
 public:
     cD_STAFF& clsSTAFF(qint32 index) { return table_.at(index); }
     // Keeps the database object, empties the array, and switches the grid reads to
     // their long form: the columns from cEmail on.
     short iInit(cT_ADODB& db);
-    // The highest nIDNo of this office, 0 when it has none.
-    short iGetMaxIDNo(qint32& nMaxID);
     // This office's staff: current ones when the filter's iChusiFlg is 0, nIDNo where
     // above 0, names containing cName and cNameKana where set; by nIDNo.
     short iDataReadGrid(const cD_STAFF& filter);
-    // The full row of nIDNo (-1 or below: any) of this office, and of the name cName
+    // iDataRead (TableClass): The full row of nIDNo (-1 or below: any) of this office, and of the name cName
     // where set.
-    short iDataRead(const cD_STAFF& filter);
-    // As iDataRead, but every row except the filter's nIDNo: the duplicate check.
-    short iDataReadChk(const cD_STAFF& filter);
-    // This office's staff by nIDNo above 0 and names containing cName and cNameKana.
-    short iDataReadGrid_Jouken(const cD_STAFF& filter);
+    // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
+    // iDataReadGrid_Jouken (TableClass): This office's staff by nIDNo above 0 and names containing cName and cNameKana.
     // How many staff other than the row's nIDNo carry its cName, over every office.
     short iChkStaffName(const cD_STAFF& row, qint32& nCnt);
     // The full row of the filter's nIDNo in this office.
@@ -100,29 +95,23 @@ public:
     // and nIDNo.
     short iDataReadGrid_AllKyoten(const cD_STAFF& filter);
 
-    // Write one row of this office: in a transaction of its own when bTrans, else in
+    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
     // the caller's. An absent row fails with "STAFFが無効です。". A delete also logs
     // the row in STAFF_DELETE_LOG, with the login id of "loginuser.cid", in the same
     // transaction. With the suite's map switch on, an insert or update also keeps the
     // row's map entry.
-    short iDataInsert(const cD_STAFF* row, bool bTrans);
-    short iDataUpdate(const cD_STAFF* row, bool bTrans);
-    short iData削除(const cD_STAFF* row, bool bTrans);
 
     bool bLongForm() const { return bLongForm_; }
 
-    static QString sqlGetMaxIDNo();
     static QString sqlDataReadGrid(const cD_STAFF& filter, bool bLongForm);
     static QString sqlDataRead(const cD_STAFF& filter, bool bExclude = false);
     static QString sqlDataReadGrid_Jouken(const cD_STAFF& filter);
     static QString sqlChkStaffName(const cD_STAFF& row);
     static QString sqlDataIdentChk(const cD_STAFF& filter);
     static QString sqlDataReadGrid_AllKyoten(const cD_STAFF& filter, bool bLongForm);
-    static QString sqlDataInsert(const cD_STAFF& row, const QString& csMachine);
-    static QString sqlDataUpdate(const cD_STAFF& row, const QString& csMachine);
-    static QString sqlData削除(const cD_STAFF& row);
 
     static const std::vector<entity::Column<cD_STAFF>>& columns();
+    static const entity::TableSpec<cD_STAFF>& spec();
     // The columns before cEmail, and those from cEmail on.
     static const QStringList& shortColumns();
     static const QStringList& longColumns();

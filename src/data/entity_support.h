@@ -1,8 +1,9 @@
 #pragma once
 // What the master table classes (cT_CORP, cT_CAREMANE, cT_STAFF, cT_SISETSU,
 // cT_SHINSEISYO) share: statements built piece by piece, each piece a line ending in
-// CR LF; the NULL rules of their fields; the binding of a column to a row property;
-// and the one way every read fills its array.
+// CR LF; the NULL rules of their fields; their columns (a binding of column to row
+// property, data/column_binding.h, with how it is written); and the one way every
+// read fills its array.
 //
 // SQL values go into the text as they stand, with no doubling of a quote: a value
 // holding an apostrophe breaks the statement, which then fails (a read runs a single
@@ -12,6 +13,7 @@
 #include "data/ado/ado_constants.h"
 #include "data/ado/faults.h"
 #include "data/ado/recordset.h"
+#include "data/column_binding.h"
 #include "data/ct_adodb.h"
 #include "data/riyousha_map.h"
 
@@ -90,7 +92,7 @@ enum class WriteAs {
 
 template <class Row>
 struct Column {
-    using Member = std::variant<QString Row::*, qint32 Row::*, short Row::*, double Row::*>;
+    using Member = data::Member<Row>;
 
     Column(QString name_, Member member_, WriteAs writeAs_ = WriteAs::Value, QString source_ = {})
         : name(std::move(name_)), member(member_), writeAs(writeAs_), source(std::move(source_))
@@ -102,6 +104,9 @@ struct Column {
     WriteAs writeAs = WriteAs::Value;
     QString source;    // select expression when not "<TABLE>.<name>" (joins)
 };
+
+// A column named as the row's member m, in a list where R is the row type.
+#define SEAL_COLUMN(m, ...) {QStringLiteral(#m), &R::m __VA_OPT__(, ) __VA_ARGS__}
 
 template <class Row>
 const Column<Row>* findColumn(const std::vector<Column<Row>>& columns, const QString& name)
@@ -126,25 +131,6 @@ void addSelectList(QString& sql, const QString& table, const std::vector<Column<
             piece += u',';
         addLine(sql, piece);
     }
-}
-
-// Sets one property from a field value by the NULL rule of its type.
-template <class Row>
-void setProperty(Row& row, const Column<Row>& column, const QVariant& value)
-{
-    std::visit(
-        [&](auto member) {
-            using T = std::remove_reference_t<decltype(row.*member)>;
-            if constexpr (std::is_same_v<T, QString>)
-                row.*member = csNull2Trim(value);
-            else if constexpr (std::is_same_v<T, qint32>)
-                row.*member = nNull2Lng(value);
-            else if constexpr (std::is_same_v<T, short>)
-                row.*member = iNull2Int(value);
-            else
-                row.*member = cuNull2Cur(value);
-        },
-        column.member);
 }
 
 // The text of a caught runtime fault: its number, CR LF, its description.
@@ -187,18 +173,16 @@ public:
         if (!open(rs, sql))
             return -1;
         try {
-            std::vector<std::pair<const Column<Row>*, ado::Field>> fields;
-            fields.reserve(static_cast<size_t>(names.size()));
-            for (const QString& name : names)
-                fields.emplace_back(findColumn(columns, name), rs->Fields(name));
+            RecordBinder<Row> fields(NullRule::EmptyTrimmed);
+            for (const QString& name : names) {
+                const Column<Row>* column = findColumn(columns, name);
+                fields.bind(*rs, name, column ? &column->member : nullptr);
+            }
             count_ = 0;
             rows_.clear();
             rows_.reserve(static_cast<size_t>(rs->RecordCount()));
             while (!rs->Eof()) {
-                Row& row = rows_.emplace_back();
-                for (const auto& [column, field] : fields)
-                    if (column)
-                        setProperty(row, *column, field.Value());
+                fields.fill(rows_.emplace_back());
                 ++count_;
                 rs->MoveNext();
             }
@@ -290,30 +274,9 @@ private:
     QString sErrMsg_;
 };
 
-// The members every master table class shows alike, over the array it reads into.
-template <class Row>
-class TableClass {
-public:
-    const QString& sErrMsg() const { return table_.sErrMsg(); }
-    qint32 nデータ数() const { return table_.count(); }
-
-    short iGetComputerName(QString& csName);
-    // Keeps the connected database object and empties the array.
-    short iInit(cT_ADODB& db) { return table_.iInit(db); }
-
-protected:
-    RowTable<Row> table_;
-};
-
 // The machine name as GetComputerNameA gives it into a buffer of 250 characters, cut
 // at its first character of code 0: 0, or -1 when the name does not fit.
 short iGetComputerName(QString& csName);
-
-template <class Row>
-short TableClass<Row>::iGetComputerName(QString& csName)
-{
-    return entity::iGetComputerName(csName);
-}
 
 // Names of a column list, in its order.
 template <class Row>
@@ -363,6 +326,8 @@ QString valueText(const Row& row, const Column<Row>& column, const QString& csMa
                 return quoted(v);
             } else if constexpr (std::is_same_v<T, double>) {
                 return numberText(v);
+            } else if constexpr (std::is_same_v<T, std::optional<QDate>>) {
+                return v ? quoted(v->toString(QStringLiteral("yyyy/MM/dd"))) : QStringLiteral("NULL");
             } else {
                 return QString::number(v);
             }
@@ -507,5 +472,145 @@ short deleteRow(RowTable<Row>& table, const Row* row, bool bTrans, const QString
         table, WriteKind::Delete, row, bTrans, absentText, [build](const Row& r, const QString&) { return build(r); },
         after);
 }
+
+// What sets one master table class apart from the others besides its columns.
+template <class Row>
+struct TableSpec {
+    TableSpec(QString table_, QString absentText_, QStringList writeColumns_)
+        : table(std::move(table_)), absentText(std::move(absentText_)), writeColumns(std::move(writeColumns_))
+    {
+    }
+    // A delete also writes the row's number and name into log.
+    TableSpec& deletesInto(QString log, QString Row::*name)
+    {
+        deleteLog = std::move(log);
+        logName = name;
+        return *this;
+    }
+    // iDataRead and iDataReadChk read readNames, iDataReadGrid_Jouken searchNames.
+    TableSpec& reading(QStringList readNames, QStringList searchNames)
+    {
+        readColumns = std::move(readNames);
+        searchColumns = std::move(searchNames);
+        return *this;
+    }
+
+    QString table;                     // the table as the statements write it
+    QString absentText;                // the failure of a write given no row
+    QStringList writeColumns;          // the columns an insert and an update write, in order
+    QString deleteLog;                 // the log a delete also writes the row into, if any
+    QString Row::*logName = nullptr;   // the row's name in that log
+    QStringList readColumns;           // empty: every column
+    QStringList searchColumns;         // empty: every column
+};
+
+// The members every master table class shows alike, over the array it reads into.
+// Table gives its columns (Table::columns()) and the rest that sets it apart
+// (Table::spec()); a row with map coordinates (nLat, nLon) keeps its map entry on an
+// insert or update, where the suite's switch is on.
+template <class Table, class Row>
+class TableClass {
+public:
+    const QString& sErrMsg() const { return table_.sErrMsg(); }
+    qint32 nデータ数() const { return table_.count(); }
+
+    short iGetComputerName(QString& csName) { return entity::iGetComputerName(csName); }
+    // Keeps the connected database object and empties the array.
+    short iInit(cT_ADODB& db) { return table_.iInit(db); }
+
+    // The highest nIDNo of this office, 0 when it has none.
+    short iGetMaxIDNo(qint32& nMaxID) { return table_.readNumber(sqlGetMaxIDNo(), nMaxID); }
+
+    // The rows of Table::sqlDataRead, of Table::sqlDataRead excluding the filter's own
+    // row (the duplicate check), and of Table::sqlDataReadGrid_Jouken.
+    short iDataRead(const Row& filter) { return readRows(Table::sqlDataRead(filter), orAll(Table::spec().readColumns)); }
+    short iDataReadChk(const Row& filter)
+    {
+        return readRows(Table::sqlDataRead(filter, true), orAll(Table::spec().readColumns));
+    }
+    short iDataReadGrid_Jouken(const Row& filter)
+    {
+        return readRows(Table::sqlDataReadGrid_Jouken(filter), orAll(Table::spec().searchColumns));
+    }
+
+    // Write one row of this office: in a transaction of its own when bTrans, else in
+    // the caller's. An absent row fails with the class's own text.
+    short iDataInsert(const Row* row, bool bTrans) { return write(WriteKind::Insert, row, bTrans, &sqlDataInsert); }
+    short iDataUpdate(const Row* row, bool bTrans) { return write(WriteKind::Update, row, bTrans, &sqlDataUpdate); }
+    short iData削除(const Row* row, bool bTrans)
+    {
+        const TableSpec<Row>& s = Table::spec();
+        return deleteRow(table_, row, bTrans, s.absentText, &sqlData削除, s.deleteLog, s.logName);
+    }
+
+    static QString sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(Table::spec().table); }
+    static QString sqlDataInsert(const Row& row, const QString& csMachine)
+    {
+        return sqlInsert(Table::spec().table, Table::columns(), Table::spec().writeColumns, row, csMachine);
+    }
+    static QString sqlDataUpdate(const Row& row, const QString& csMachine)
+    {
+        return sqlUpdate(Table::spec().table, Table::columns(), Table::spec().writeColumns, row, row.nIDNo, csMachine);
+    }
+    static QString sqlData削除(const Row& row) { return sqlDelete(Table::spec().table, row.nIDNo); }
+
+protected:
+    // Every column, in the order of the class's list.
+    static const QStringList& allColumns()
+    {
+        static const QStringList names = columnNames(Table::columns());
+        return names;
+    }
+    // "  select" and the select list of names (every column when none are given).
+    static QString selectList(const QStringList& names = allColumns())
+    {
+        QString sql;
+        addLine(sql, QStringLiteral("  select"));
+        addSelectList(sql, Table::spec().table, Table::columns(), names);
+        return sql;
+    }
+    // The same followed by "  FROM" and the table.
+    static QString selectFrom(const QStringList& names = allColumns())
+    {
+        QString sql = selectList(names);
+        addFrom(sql, Table::spec().table);
+        return sql;
+    }
+
+    // Fills the array from sql's rows, the fields of names (every column when none
+    // are given).
+    short readRows(const QString& sql, const QStringList& names = allColumns())
+    {
+        return table_.read(sql, Table::columns(), names);
+    }
+
+    // The statements that carry a change of the row into other tables, as one write;
+    // an absent row fails with absentText.
+    short cascade(const Row* row, bool bTrans, const QString& absentText, QStringList (*statements)(const Row&))
+    {
+        if (!row) {
+            table_.setErrMsg(absentText);
+            return -1;
+        }
+        std::vector<Step> steps;
+        for (const QString& sql : statements(*row))
+            steps.push_back(table_.statement(sql));
+        return table_.run(bTrans, steps);
+    }
+
+    RowTable<Row> table_;
+
+private:
+    static const QStringList& orAll(const QStringList& names) { return names.isEmpty() ? allColumns() : names; }
+
+    short write(WriteKind kind, const Row* row, bool bTrans, QString (*build)(const Row&, const QString&))
+    {
+        const QString& absent = Table::spec().absentText;
+        if constexpr (requires(const Row& r) { r.nLat; r.nLon; })
+            return writeMappedRow(table_, kind, row, bTrans, absent, build);
+        else
+            return writeRow<Row>(table_, kind, row, bTrans, absent, build);
+    }
+};
 
 }  // namespace data::entity

@@ -4,22 +4,16 @@
 #include "app/messages.h"
 #include "base/conversions.h"
 #include "data/adodb_ini.h"
+#include "data/column_binding.h"
 #include "data/ct_adodb.h"
 #include "data/entity_support.h"
 
 #include <functional>
 #include <memory>
-#include <variant>
 
 namespace data {
 
 namespace {
-
-template <class Rec>
-struct Bind {
-    QString name;
-    std::variant<QString Rec::*, qint32 Rec::*> member;
-};
 
 // Where a loader's failure goes: the process-wide last error, or a critical box
 // naming the routine.
@@ -84,33 +78,20 @@ short countRows(const QString& sql, const Reporter& report)
 // text or 0. An array too short for the rows (the table grew since the count) grows,
 // keeping one spare place behind the last row.
 template <class Rec>
-short loadRows(const QString& sql, const std::vector<Bind<Rec>>& binds, std::vector<Rec>& a, const Reporter& report)
+short loadRows(const QString& sql, const std::vector<Binding<Rec>>& binds, std::vector<Rec>& a, const Reporter& report)
 {
     short result = 0;
     withRecordset(sql, report, [&](ado::Recordset& rs) {
         if (rs.RecordCount() == 0)
             return;
-        std::vector<std::pair<const Bind<Rec>*, ado::Field>> fields;
-        fields.reserve(binds.size());
-        for (const Bind<Rec>& b : binds)
-            fields.emplace_back(&b, rs.Fields(b.name));
+        RecordBinder<Rec> fields(NullRule::Empty);
+        for (const Binding<Rec>& b : binds)
+            fields.bind(rs, b.name, &b.member);
         size_t index = 0;
         while (!rs.Eof()) {
             if (a.size() <= index)
                 a.resize(index + 1);
-            Rec& rec = a[index];
-            for (const auto& [bind, field] : fields) {
-                const QVariant& value = field.Value();
-                std::visit(
-                    [&](auto member) {
-                        using T = std::remove_reference_t<decltype(rec.*member)>;
-                        if constexpr (std::is_same_v<T, QString>)
-                            rec.*member = base::csNull2Str(value);
-                        else
-                            rec.*member = base::nNull2Long(value);
-                    },
-                    bind->member);
-            }
+            fields.fill(a[index]);
             rs.MoveNext();
             ++index;
         }
@@ -121,12 +102,12 @@ short loadRows(const QString& sql, const std::vector<Bind<Rec>>& binds, std::vec
     return result;
 }
 
-#define BIND(R, m) Bind<R>{QStringLiteral(#m), &R::m}
+#define BIND(R, m) SEAL_BIND(R, m)
 
-const std::vector<Bind<HokenjaRec>>& hokenjaBinds()
+const std::vector<Binding<HokenjaRec>>& hokenjaBinds()
 {
     using R = HokenjaRec;
-    static const std::vector<Bind<R>> list = {
+    static const std::vector<Binding<R>> list = {
         BIND(R, cIDno),     BIND(R, cCodeHou),    BIND(R, cCodeFuk),  BIND(R, cCodeHok),     BIND(R, cCodeKen),
         BIND(R, iType),     BIND(R, cName),       BIND(R, cNameKana), BIND(R, cKigou),       BIND(R, iPtype),
         BIND(R, cDaihyo),   BIND(R, cDaihyoKana), BIND(R, iFutanH),   BIND(R, iFutanK),      BIND(R, cYubinNo),
@@ -137,10 +118,10 @@ const std::vector<Bind<HokenjaRec>>& hokenjaBinds()
     return list;
 }
 
-const std::vector<Bind<DoctorRec>>& doctorBinds()
+const std::vector<Binding<DoctorRec>>& doctorBinds()
 {
     using R = DoctorRec;
-    static const std::vector<Bind<R>> list = {
+    static const std::vector<Binding<R>> list = {
         BIND(R, cIDno),    BIND(R, cCode),      BIND(R, cName),       BIND(R, cNameKana), BIND(R, cKikan),
         BIND(R, cKikanKana), BIND(R, cDaihyo),  BIND(R, cDaihyoKana), BIND(R, cYubinNo),  BIND(R, cAddress1),
         BIND(R, cAddress2), BIND(R, cAddressKana), BIND(R, cTelNo),   BIND(R, cFaxNo),    BIND(R, cMobNo),
@@ -149,10 +130,10 @@ const std::vector<Bind<DoctorRec>>& doctorBinds()
     return list;
 }
 
-const std::vector<Bind<SyoukaiRec>>& syoukaiBinds()
+const std::vector<Binding<SyoukaiRec>>& syoukaiBinds()
 {
     using R = SyoukaiRec;
-    static const std::vector<Bind<R>> list = {
+    static const std::vector<Binding<R>> list = {
         BIND(R, nIDNo),    BIND(R, cName),      BIND(R, cNameKana), BIND(R, cYubinNo),       BIND(R, cAddress1),
         BIND(R, cAddress2), BIND(R, cAddressKana), BIND(R, cTelNo), BIND(R, cFaxNo),         BIND(R, cMobNo),
         BIND(R, cJob),     BIND(R, cJigyousho), BIND(R, cJigyoushoKana), BIND(R, cBikou1),   BIND(R, cBikou2),

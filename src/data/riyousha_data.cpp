@@ -8,15 +8,14 @@
 #include "data/adodb_ini.h"
 #include "data/ado/ado_constants.h"
 #include "data/ado/recordset.h"
+#include "data/column_binding.h"
 #include "data/ct_adodb.h"
 #include "data/entity_support.h"
 
 #include <QDateTime>
 
-#include <cmath>
 #include <memory>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace data {
@@ -25,65 +24,12 @@ namespace {
 
 using R = RiyoushaData;
 
-struct Bind {
-    const char16_t* name;
-    std::variant<QString R::*, std::optional<QDate> R::*, short R::*, qint32 R::*> member;
-};
-
-// A date field from whatever the column holds: a date, a date text, or a number of
-// days from the runtime's day zero (iRoomAnbunUmu is an integer column read as a
-// date). Anything else is a type mismatch.
-QDate dateOf(const QVariant& value)
-{
-    switch (value.typeId()) {
-    case QMetaType::QDate:
-        return value.toDate();
-    case QMetaType::QDateTime:
-        return value.toDateTime().date();
-    case QMetaType::QString:
-        return base::CDate(value.toString());
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double: {
-        const double days = std::floor(value.toDouble());
-        if (std::abs(days) > 3000000.0)
-            throw base::VbError::overflow();
-        return base::dateZero().addDays(static_cast<qint64>(days));
-    }
-    default:
-        throw base::VbError::typeMismatch();
-    }
-}
-
-// A NULL keeps the empty record's value; anything else is converted to the field's
-// type, text as it stands.
-void setField(R& rec, const Bind& bind, const QVariant& value)
-{
-    if (base::IsNull(value))
-        return;
-    std::visit(
-        [&](auto member) {
-            using T = std::remove_reference_t<decltype(rec.*member)>;
-            if constexpr (std::is_same_v<T, QString>)
-                rec.*member = base::CStr(value);
-            else if constexpr (std::is_same_v<T, std::optional<QDate>>)
-                rec.*member = dateOf(value);
-            else if constexpr (std::is_same_v<T, short>)
-                rec.*member = entity::iNull2Int(value);
-            else
-                rec.*member = entity::nNull2Lng(value);
-        },
-        bind.member);
-}
-
-#define BIND(m) Bind{u## #m, &R::m}
+#define BIND(m) SEAL_BIND(R, m)
 
 // The fields in the record's order.
-const std::vector<Bind>& binds()
+const std::vector<Binding<R>>& binds()
 {
-    static const std::vector<Bind> list = {
+    static const std::vector<Binding<R>> list = {
         BIND(nIDNo), BIND(cName), BIND(cNameRyaku), BIND(cNameKana), BIND(iSex),
         BIND(cCityNo), BIND(cJukyuNo), BIND(cHokenKigouNo), BIND(cHokenKigouNo2), BIND(cHokenNo),
         BIND(cHokenNo2), BIND(cFutanNo), BIND(tBirthday), BIND(cYubinNo), BIND(cAdress1),
@@ -161,8 +107,9 @@ short getRiyoushaData(qint32 nIDNo, RiyoushaData& rec)
             db.iDisConnect();
             return 0;
         }
-        for (const Bind& bind : binds())
-            setField(local, bind, rs->Fields(QString::fromUtf16(bind.name)).Value());
+        // A NULL keeps the empty record's value; text as it stands.
+        for (const Binding<R>& bind : binds())
+            setMember(local, bind.member, rs->Fields(bind.name).Value(), NullRule::Keep);
     } catch (const base::VbError& fault) {
         app::msgBox(QStringLiteral("Read Error:") + fault.description(), controls::BoxStyle::Plain, QString());
         return 0;

@@ -3,6 +3,7 @@
 #include "app/globals.h"
 #include "app/messages.h"
 #include "controls/recording_platform.h"
+#include "support/globals_scope.h"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +15,8 @@ base::VbError mismatch() { return base::VbError::typeMismatch(); }
 
 class HandlerKinds : public ::testing::Test {
 protected:
-    void SetUp() override { setPlatform(&platform); }
-    void TearDown() override { setPlatform(nullptr); }
     controls::RecordingPlatform platform;
+    sealtest::GlobalsScope globals{platform};
 };
 
 }  // namespace

@@ -5,12 +5,16 @@
 #include "app/process.h"
 #include "app/scenario_runner.h"
 #include "base/text_codec.h"
+#include "controls/recording_platform.h"
+#include "support/globals_scope.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 using namespace app;
 
@@ -47,6 +51,7 @@ protected:
     }
 
     QTemporaryDir dir;
+    sealtest::GlobalsScope globals;  // the start sets the run mode, the office and the platform
     const QByteArray goodSettings = "[SYSTEM]\r\nSYSTEM_ICON=\\ICON\r\nWALLPAPER=wall.png\r\nBASEID=0102\r\n";
 };
 
@@ -132,4 +137,35 @@ TEST_F(ProcessStartTest, AWrongScriptIsReportedWithItsLine)
     EXPECT_EQ(t.last(), QStringLiteral("script line 2: frmProbe has no control btnNothing"));
     run(QStringLiteral("# no start here"), &rc);
     EXPECT_EQ(rc, 2);
+}
+
+TEST(ProcessValues, ThePlatformAskedForBeforeTheStartSetsItIsAFaultInEveryBuild)
+{
+    sealtest::GlobalsScope globals;
+    setPlatform(nullptr);
+    EXPECT_THROW(platform(), std::logic_error);
+}
+
+TEST(ProcessValues, ATestsScopePutsBackEveryValueAndThePlatform)
+{
+    controls::RecordingPlatform outer;
+    controls::RecordingPlatform inner;
+    sealtest::GlobalsScope outside(outer);
+    gsAppPath = QStringLiteral("/before");
+    iKyotenCd = 1;
+    gnRunMode = 5;
+    gsLastError.clear();
+    {
+        sealtest::GlobalsScope scope(inner);
+        gsAppPath = QStringLiteral("/inside");
+        iKyotenCd = 9;
+        gnRunMode = 1000;
+        gsLastError = QStringLiteral("x");
+        EXPECT_EQ(&platform(), &inner);
+    }
+    EXPECT_EQ(gsAppPath, QStringLiteral("/before"));
+    EXPECT_EQ(iKyotenCd, 1);
+    EXPECT_EQ(gnRunMode, 5);
+    EXPECT_EQ(gsLastError, QString());
+    EXPECT_EQ(&platform(), &outer);
 }

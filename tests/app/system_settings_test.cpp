@@ -3,6 +3,8 @@
 
 #include "app/system_settings.h"
 
+#include "support/globals_scope.h"
+
 #include "app/globals.h"
 #include "base/conversions.h"
 #include "base/text_codec.h"
@@ -29,15 +31,8 @@ protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir.isValid());
-        savedAppPath = app::gsAppPath;
         app::gsAppPath = dir.path();
         app::setPlatform(&platform);
-    }
-
-    void TearDown() override
-    {
-        app::setPlatform(nullptr);
-        app::gsAppPath = savedAppPath;
     }
 
     void writeFile(const QString& relative, const QByteArray& bytes)
@@ -53,7 +48,7 @@ protected:
 
     QTemporaryDir dir;
     controls::RecordingPlatform platform;
-    QString savedAppPath;
+    sealtest::GlobalsScope globals;
 };
 
 QString boxLine(const QString& text) { return QStringLiteral("box 16 警告！|") + text; }

@@ -4,7 +4,8 @@
 #include "base/conversions.h"
 
 #include "base/vb_error.h"
-#include "test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@
 
 
 using namespace base;
-using testing_files::faultOf;
+using sealtest::faultOf;
 
 // --- Val ------------------------------------------------------------------------
 
@@ -213,11 +214,10 @@ TEST(DatabaseValue, ValuesReadAsTheRuntimeConvertsThem)
     EXPECT_EQ(faultOf([] { nNull2Long(QVariant(qlonglong(1) << 40)); }), 6);
 }
 
-TEST(NumberText, SmallNumbersShareOneTextAndOthersAreWrittenOut)
+TEST(NumberText, SmallAndLargeNumbersAreWrittenOut)
 {
     EXPECT_EQ(base::numberText(0), QStringLiteral("0"));
     EXPECT_EQ(base::numberText(63), QStringLiteral("63"));
-    EXPECT_EQ(base::numberText(63).constData(), base::numberText(63).constData());
     EXPECT_EQ(base::numberText(64), QStringLiteral("64"));
     EXPECT_EQ(base::numberText(-1), QStringLiteral("-1"));
     EXPECT_EQ(base::numberText(3000000000), QStringLiteral("3000000000"));

@@ -4,12 +4,13 @@
 #include "base/dates.h"
 
 #include "base/vb_error.h"
-#include "test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 
 using namespace base;
-using testing_files::faultOf;
+using sealtest::faultOf;
 
 struct FormatCase {
     const char* name;

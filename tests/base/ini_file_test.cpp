@@ -4,8 +4,8 @@
 #include "base/ini_file.h"
 
 #include "base/text_codec.h"
-#include "file_modes.h"
-#include "test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +17,8 @@
 using base::clsOplIniFile;
 using base::csCutNull;
 using base::toCp932;
-using testing_files::getBytes;
-using testing_files::putBytes;
+using sealtest::fileBytes;
+using sealtest::putBytes;
 
 namespace {
 
@@ -88,7 +88,7 @@ TEST_F(ProfileFile, MissingFileReadsAsNothingAndAWriteCreatesIt)
     EXPECT_EQ(ini.nGetProfileLong(QStringLiteral("タックシール"), QStringLiteral("用紙")), 0);
 
     EXPECT_EQ(ini.iWriteProfileString(QStringLiteral("タックシール"), QStringLiteral("用紙"), QStringLiteral("2")), 1);
-    EXPECT_EQ(getBytes(path()), sj(QStringLiteral("[タックシール]\r\n用紙=2\r\n")));
+    EXPECT_EQ(fileBytes(path()), sj(QStringLiteral("[タックシール]\r\n用紙=2\r\n")));
     EXPECT_EQ(csCutNull(ini.csGetProfileString(QStringLiteral("タックシール"), QStringLiteral("用紙"))),
               QStringLiteral("2"));
 }
@@ -221,14 +221,14 @@ TEST_F(ProfileFile, ChangingAValueRewritesThatLineOnly)
     QByteArray expected = before;
     const QByteArray oldLine = sj(QStringLiteral("  用紙 = 1 "));
     expected.replace(expected.indexOf(oldLine), oldLine.size(), sj(QStringLiteral("  用紙=3")));
-    EXPECT_EQ(getBytes(path()), expected);
+    EXPECT_EQ(fileBytes(path()), expected);
 }
 
 TEST_F(ProfileFile, KeyNamesMatchWithoutCaseAndKeepTheirSpellingInTheFile)
 {
     clsOplIniFile ini = bound("[Print]\r\nSortOrder=0\r\n");
     ASSERT_EQ(ini.iWriteProfileString(QStringLiteral("PRINT"), QStringLiteral("sortorder"), QStringLiteral("1")), 1);
-    EXPECT_EQ(getBytes(path()), QByteArray("[Print]\r\nSortOrder=1\r\n"));
+    EXPECT_EQ(fileBytes(path()), QByteArray("[Print]\r\nSortOrder=1\r\n"));
 }
 
 TEST_F(ProfileFile, ANewKeyGoesAfterTheLastLineOfItsSection)
@@ -240,7 +240,7 @@ TEST_F(ProfileFile, ANewKeyGoesAfterTheLastLineOfItsSection)
     QByteArray expected = before;
     const QByteArray anchor = sj(QStringLiteral("脚注=同意書在中\r\n"));
     expected.insert(expected.indexOf(anchor) + anchor.size(), sj(QStringLiteral("敬称=様\r\n")));
-    EXPECT_EQ(getBytes(path()), expected);
+    EXPECT_EQ(fileBytes(path()), expected);
 }
 
 TEST_F(ProfileFile, ANewKeyInTheLastSectionOfAFileWithoutFinalLineEnd)
@@ -248,7 +248,7 @@ TEST_F(ProfileFile, ANewKeyInTheLastSectionOfAFileWithoutFinalLineEnd)
     const QByteArray before = sharedFile();
     clsOplIniFile ini = bound(before);
     ASSERT_EQ(ini.iWriteProfileString(QStringLiteral("ゾーン"), QStringLiteral("幅"), QStringLiteral("10")), 1);
-    EXPECT_EQ(getBytes(path()), before + "\r\n" + sj(QStringLiteral("幅=10\r\n")));
+    EXPECT_EQ(fileBytes(path()), before + "\r\n" + sj(QStringLiteral("幅=10\r\n")));
 }
 
 TEST_F(ProfileFile, ANewSectionIsAppended)
@@ -256,7 +256,7 @@ TEST_F(ProfileFile, ANewSectionIsAppended)
     const QByteArray before = sharedFile();
     clsOplIniFile ini = bound(before);
     ASSERT_EQ(ini.iWriteProfileString(QStringLiteral("同意台帳"), QStringLiteral("ソート順"), QStringLiteral("1")), 1);
-    EXPECT_EQ(getBytes(path()), before + "\r\n" + sj(QStringLiteral("[同意台帳]\r\nソート順=1\r\n")));
+    EXPECT_EQ(fileBytes(path()), before + "\r\n" + sj(QStringLiteral("[同意台帳]\r\nソート順=1\r\n")));
 }
 
 TEST_F(ProfileFile, ALineWithBadBytesIsWrittenBackUntouched)
@@ -266,19 +266,19 @@ TEST_F(ProfileFile, ALineWithBadBytesIsWrittenBackUntouched)
     ASSERT_EQ(ini.iWriteProfileString(QStringLiteral("Other"), QStringLiteral("broken"), QStringLiteral("fixed")), 1);
     QByteArray expected = before;
     expected.replace(QByteArray("broken=\x81\x20\xFF ok"), QByteArray("broken=fixed"));
-    EXPECT_EQ(getBytes(path()), expected);
+    EXPECT_EQ(fileBytes(path()), expected);
 
     // Writing elsewhere leaves the bad bytes exactly where they were.
     putBytes(path(), before);
     ASSERT_EQ(ini.iWriteProfileString(QStringLiteral("Velmio"), QStringLiteral("Window"), QStringLiteral("1,1")), 1);
-    EXPECT_TRUE(getBytes(path()).contains(QByteArray("broken=\x81\x20\xFF ok\n")));
+    EXPECT_TRUE(fileBytes(path()).contains(QByteArray("broken=\x81\x20\xFF ok\n")));
 }
 
 TEST_F(ProfileFile, OnlyTheFirstOfTwoEqualKeysChanges)
 {
     clsOplIniFile ini = bound("[s]\r\nk=1\r\nk=2\r\n");
     ASSERT_EQ(ini.iWriteProfileString(QStringLiteral("s"), QStringLiteral("k"), QStringLiteral("9")), 1);
-    EXPECT_EQ(getBytes(path()), QByteArray("[s]\r\nk=9\r\nk=2\r\n"));
+    EXPECT_EQ(fileBytes(path()), QByteArray("[s]\r\nk=9\r\nk=2\r\n"));
 }
 
 TEST_F(ProfileFile, JapaneseValuesRoundTripThroughCp932)
@@ -290,7 +290,7 @@ TEST_F(ProfileFile, JapaneseValuesRoundTripThroughCp932)
         ASSERT_EQ(ini.iWriteProfileString(QStringLiteral("タックシール脚注"), QString::number(i), values[i]), 1);
     for (int i = 0; i < values.size(); ++i)
         EXPECT_EQ(csCutNull(ini.csGetProfileString(QStringLiteral("タックシール脚注"), QString::number(i))), values[i]);
-    EXPECT_EQ(getBytes(path()).left(18), sj(QStringLiteral("[タックシール脚注]")));
+    EXPECT_EQ(fileBytes(path()).left(18), sj(QStringLiteral("[タックシール脚注]")));
 }
 
 TEST_F(ProfileFile, AWriteLeavesNoTemporaryFilesAndKeepsTheFileMode)
@@ -321,19 +321,19 @@ TEST_F(ProfileFile, AWriteWhereNoFileCanBeMadeFailsAndCreatesNothing)
 
 TEST_F(ProfileFile, ReadOnlyFolderOrFileFailsTheWriteAndKeepsTheFile)
 {
-    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
+    if (sealtest::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
     const QByteArray before = sharedFile();
     clsOplIniFile ini = bound(before);
     QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     const short r = ini.iWriteProfileString(QStringLiteral("タックシール"), QStringLiteral("用紙"), QStringLiteral("3"));
     QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     EXPECT_EQ(r, 0);
-    EXPECT_EQ(getBytes(path()), before);
+    EXPECT_EQ(fileBytes(path()), before);
 
     // A read-only file in a writable folder is not replaced either.
     QFile::setPermissions(path(), QFileDevice::ReadOwner);
     EXPECT_EQ(ini.iWriteProfileString(QStringLiteral("タックシール"), QStringLiteral("用紙"), QStringLiteral("3")), 0);
-    EXPECT_EQ(getBytes(path()), before);
+    EXPECT_EQ(fileBytes(path()), before);
 }
 
 // --- csCutNull ----------------------------------------------------------------

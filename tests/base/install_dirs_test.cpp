@@ -4,7 +4,8 @@
 
 #include "base/install_dirs.h"
 
-#include "test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -35,7 +36,7 @@ protected:
     void makeFile(const QString& file)
     {
         ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
-        testing_files::putBytes(file, "x");
+        sealtest::putBytes(file, "x");
     }
 
     QTemporaryDir root;

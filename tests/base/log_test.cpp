@@ -4,8 +4,8 @@
 
 #include "base/log.h"
 
-#include "file_modes.h"
-#include "test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <QDir>
 #include <QFile>
@@ -48,14 +48,14 @@ TEST_F(LogFileTest, WritesEachMessageWithItsLevelAndLayer)
         qCInfo(lcApp) << "started wfrfv10";
         qCWarning(lcEngine) << "フォームファイルが見つかりません";
     }
-    const QString text = QString::fromUtf8(testing_files::getBytes(file()));
+    const QString text = QString::fromUtf8(sealtest::fileBytes(file()));
     const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
     ASSERT_EQ(lines.size(), 2) << text.toStdString();
     EXPECT_TRUE(lines[0].endsWith(QStringLiteral(" info sealprint.app: started wfrfv10"))) << lines[0].toStdString();
     EXPECT_TRUE(lines[1].endsWith(QStringLiteral(" warning sealprint.engine: フォームファイルが見つかりません")));
     // Once the log is gone, messages no longer reach the file.
     qCInfo(lcApp) << "after";
-    EXPECT_FALSE(testing_files::getBytes(file()).contains("after"));
+    EXPECT_FALSE(sealtest::fileBytes(file()).contains("after"));
 }
 
 TEST_F(LogFileTest, ALaterRunAppendsToTheSameFile)
@@ -68,7 +68,7 @@ TEST_F(LogFileTest, ALaterRunAppendsToTheSameFile)
         LogFile log(options());
         qCInfo(lcApp) << "second run";
     }
-    const QByteArray bytes = testing_files::getBytes(file());
+    const QByteArray bytes = sealtest::fileBytes(file());
     EXPECT_TRUE(bytes.contains("first run"));
     EXPECT_TRUE(bytes.contains("second run"));
 }
@@ -85,13 +85,13 @@ TEST_F(LogFileTest, RotatesBeforeTheFileOutgrowsItsLimitAndKeepsTheNewest)
     }
     EXPECT_FALSE(QFile::exists(file(QStringLiteral(".3"))));
     // The current file ends with the last message; the oldest ones are gone.
-    EXPECT_TRUE(testing_files::getBytes(file()).endsWith("message number 39\n"));
-    const QByteArray all = testing_files::getBytes(file()) + testing_files::getBytes(file(QStringLiteral(".1"))) +
-                           testing_files::getBytes(file(QStringLiteral(".2")));
+    EXPECT_TRUE(sealtest::fileBytes(file()).endsWith("message number 39\n"));
+    const QByteArray all = sealtest::fileBytes(file()) + sealtest::fileBytes(file(QStringLiteral(".1"))) +
+                           sealtest::fileBytes(file(QStringLiteral(".2")));
     EXPECT_FALSE(all.contains("message number 0\n"));
     // .1 holds what came just before the current file.
-    const QByteArray previous = testing_files::getBytes(file(QStringLiteral(".1")));
-    const QByteArray current = testing_files::getBytes(file());
+    const QByteArray previous = sealtest::fileBytes(file(QStringLiteral(".1")));
+    const QByteArray current = sealtest::fileBytes(file());
     const int lastBefore = previous.trimmed().split(' ').last().toInt();
     const int firstNow = current.split('\n').first().split(' ').last().toInt();
     EXPECT_EQ(firstNow, lastBefore + 1);
@@ -105,25 +105,25 @@ TEST_F(LogFileTest, DebugMessagesStayOutAtTheDefaultLevelAndComeInWhenRaised)
         qCDebug(lcExtract) << "山田 太郎";
         qCInfo(lcExtract) << "search done";
     }
-    EXPECT_FALSE(testing_files::getBytes(file()).contains("山田"));
+    EXPECT_FALSE(sealtest::fileBytes(file()).contains("山田"));
     setLogLevel(QtDebugMsg);
     {
         LogFile log(options());
         qCDebug(lcExtract) << "山田 太郎";
     }
-    EXPECT_TRUE(QString::fromUtf8(testing_files::getBytes(file())).contains(QStringLiteral("山田 太郎")));
+    EXPECT_TRUE(QString::fromUtf8(sealtest::fileBytes(file())).contains(QStringLiteral("山田 太郎")));
     setLogLevel(QtWarningMsg);
     {
         LogFile log(options());
         qCInfo(lcExtract) << "quiet now";
     }
-    EXPECT_FALSE(testing_files::getBytes(file()).contains("quiet now"));
+    EXPECT_FALSE(sealtest::fileBytes(file()).contains("quiet now"));
 }
 
 TEST_F(LogFileTest, AFolderThatCannotBeMadeLeavesNoFileAndTheProgramRunsOn)
 {
     // A file where the folder should be: no folder can be made there, superuser or not.
-    testing_files::putBytes(dir.filePath(QStringLiteral("ログ フォルダ")), "not a folder");
+    sealtest::putBytes(dir.filePath(QStringLiteral("ログ フォルダ")), "not a folder");
     LogFile log(options());
     EXPECT_FALSE(log.writing());
     EXPECT_TRUE(log.problem().contains(QStringLiteral("ログ フォルダ"))) << log.problem().toStdString();
@@ -133,10 +133,10 @@ TEST_F(LogFileTest, AFolderThatCannotBeMadeLeavesNoFileAndTheProgramRunsOn)
 
 TEST_F(LogFileTest, AFileThatCannotBeWrittenIsReported)
 {
-    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "the superuser writes any file";
+    if (sealtest::rightsDoNotBind()) GTEST_SKIP() << "the superuser writes any file";
     ASSERT_TRUE(QDir().mkpath(options().folder));
-    testing_files::putBytes(file(), "old\n");
-    ASSERT_TRUE(testing_files::setFileMode(file(), 0400));
+    sealtest::putBytes(file(), "old\n");
+    ASSERT_TRUE(sealtest::setFileMode(file(), 0400));
     LogFile log(options());
     EXPECT_FALSE(log.writing());
     EXPECT_TRUE(log.problem().contains(QStringLiteral("sealprint.log")));

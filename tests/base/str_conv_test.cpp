@@ -4,7 +4,8 @@
 #include "base/str_conv.h"
 
 #include "base/vb_error.h"
-#include "test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 

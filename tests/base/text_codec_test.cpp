@@ -3,7 +3,8 @@
 
 #include "base/text_codec.h"
 
-#include "test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 

@@ -6,8 +6,8 @@
 #include "base/files.h"
 #include "base/text_codec.h"
 #include "base/vb_error.h"
-#include "file_modes.h"
-#include "test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 
@@ -17,8 +17,8 @@
 
 
 using namespace base;
-using testing_files::getBytes;
-using testing_files::putBytes;
+using sealtest::fileBytes;
+using sealtest::putBytes;
 
 namespace {
 
@@ -70,7 +70,7 @@ TEST_F(TextFile, MissingFileAndFolderAreClearFailures)
 
 TEST_F(TextFile, UnreadableFileIsAFailureNotAnEmptyFile)
 {
-    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
+    if (sealtest::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
     putBytes(path(), "secret\r\n");
     QFile::setPermissions(path(), QFileDevice::WriteOwner);
     const TextFileRead r = readTextFile(path());
@@ -83,7 +83,7 @@ TEST_F(TextFile, WritesCp932WithCrLfAfterEveryLine)
     const FileWrite w = writeTextFile(path(), {QStringLiteral("\"氏名\",\"住所\""), QString(), QStringLiteral("山田 太郎,①～－")});
     ASSERT_TRUE(w.ok);
     EXPECT_FALSE(w.lossy);
-    EXPECT_EQ(getBytes(path()), QByteArray("\"\x8e\x81\x96\xbc\",\"\x8f\x5a\x8f\x8a\"\r\n\r\n"
+    EXPECT_EQ(fileBytes(path()), QByteArray("\"\x8e\x81\x96\xbc\",\"\x8f\x5a\x8f\x8a\"\r\n\r\n"
                                            "\x8e\x52\x93\x63 \x91\xbe\x98\x59,\x87\x40\x81\x60\x81\x7c\r\n"));
 }
 
@@ -92,14 +92,14 @@ TEST_F(TextFile, CharactersWithoutACp932FormAreWrittenAsQuestionMarksAndReported
     const FileWrite w = writeTextFile(path(), {QStringLiteral("a😀b")});
     ASSERT_TRUE(w.ok);
     EXPECT_TRUE(w.lossy);
-    EXPECT_EQ(getBytes(path()), QByteArray("a?b\r\n"));
+    EXPECT_EQ(fileBytes(path()), QByteArray("a?b\r\n"));
 }
 
 TEST_F(TextFile, AWriteReplacesTheWholeFile)
 {
     putBytes(path(), "a much longer old content\r\nsecond line\r\n");
     ASSERT_TRUE(writeTextFile(path(), {QStringLiteral("new")}).ok);
-    EXPECT_EQ(getBytes(path()), QByteArray("new\r\n"));
+    EXPECT_EQ(fileBytes(path()), QByteArray("new\r\n"));
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("シール.csv")});
 }
 
@@ -133,13 +133,13 @@ TEST_F(TextFile, WritesThatCannotHappenFailWithoutTouchingAnything)
 
 TEST_F(TextFile, AReadOnlyFileKeepsItsContent)
 {
-    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
+    if (sealtest::rightsDoNotBind()) GTEST_SKIP() << "file modes do not bind the superuser";
     putBytes(path(), "old\r\n");
     QFile::setPermissions(path(), QFileDevice::ReadOwner);
     const FileWrite w = writeTextFile(path(), {QStringLiteral("new")});
     EXPECT_FALSE(w.ok);
     EXPECT_EQ(w.errNumber, 70);
-    EXPECT_EQ(getBytes(path()), QByteArray("old\r\n"));
+    EXPECT_EQ(fileBytes(path()), QByteArray("old\r\n"));
 }
 
 // --- the file-system questions -------------------------------------------------

@@ -101,7 +101,8 @@ INSTANTIATE_TEST_SUITE_P(
         "AND iKyotenCd = 1 AND iKyotenEb = 2 ORDER BY nIDNo ",
         "SELECT cName FROM RIYOUSHA WHERE cName = 'O''Brien'",
         " select RIYOUSHA.nIDNo, RIYOUSHA.nTantou, STAFF.cName AS StaffName from RIYOUSHA "
-        " LEFT JOIN STAFF ON RIYOUSHA.nTantou = STAFF.nIDNo WHERE STAFF.nIDNo >= 0 ORDER BY nTantou, nIDNo "));
+        " LEFT JOIN STAFF ON RIYOUSHA.nTantou = STAFF.nIDNo WHERE STAFF.nIDNo >= 0 ORDER BY nTantou, nIDNo "),
+                         ([](const auto& info) { return std::vector<std::string>{"EveryPatient", "CurrentStaff", "QuotedName", "JoinedStaff"}.at(info.index); }));
 
 TEST_F(OdbcAdo, TheServerIsKnownAsSqliteAndItsCatalogIsRead)
 {

@@ -2,7 +2,7 @@
 
 #include "data/corp_info.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 #include <QFile>
 
@@ -14,7 +14,7 @@ namespace {
 using data::CorpInfo;
 using data::loadInitCorp;
 
-class CorpInfoTest : public entitytest::InstallationTest {};
+class CorpInfoTest : public sealtest::InstallationTest {};
 
 TEST_F(CorpInfoTest, FirstRowOfThisOfficeFillsTheFieldsPaddedAndCut)
 {

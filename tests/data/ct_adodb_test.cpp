@@ -3,6 +3,8 @@
 
 #include "ado_test_db.h"
 
+#include "support/globals_scope.h"
+
 #include "app/globals.h"
 #include "controls/recording_platform.h"
 #include "data/ado/faults.h"
@@ -384,10 +386,9 @@ TEST_P(CtAdodbComputerName, FitsASixteenCharacterBuffer)
 {
     controls::RecordingPlatform platform;
     platform.setMachineName(QString::fromUtf8(GetParam().machine));
-    app::setPlatform(&platform);
+    sealtest::GlobalsScope globals(platform);
     cT_ADODB adodb;
     EXPECT_EQ(adodb.csGetComputerName(), QString::fromUtf8(GetParam().result));
-    app::setPlatform(nullptr);
 }
 
 INSTANTIATE_TEST_SUITE_P(

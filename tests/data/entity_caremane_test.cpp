@@ -3,7 +3,7 @@
 
 #include "data/ct_caremane.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 #include <vector>
 
@@ -12,7 +12,7 @@ namespace {
 using data::cD_CAREMANE;
 using data::cT_CAREMANE;
 
-class CaremaneTest : public entitytest::InstallationTest {
+class CaremaneTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {
@@ -34,7 +34,7 @@ protected:
     {
         cT_CAREMANE& list = opened<cT_CAREMANE>();
         EXPECT_EQ(list.iDataReadGrid(filter), 0) << list.sErrMsg().toStdString();
-        return entitytest::ids(list, &cT_CAREMANE::clsCAREMANE);
+        return sealtest::ids(list, &cT_CAREMANE::clsCAREMANE);
     }
 };
 

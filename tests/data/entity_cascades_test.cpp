@@ -5,7 +5,7 @@
 #include "data/ct_caremane.h"
 #include "data/ct_sisetsu.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ using namespace data;
 const QDateTime kServerNow(QDate(2026, 11, 21), QTime(10, 30, 0));
 const QString kStamp = QStringLiteral("2026/11/21 10:30:00");
 
-class CascadesTest : public entitytest::InstallationTest {
+class CascadesTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {

@@ -2,7 +2,7 @@
 
 #include "data/ct_shinseisyo.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 #include <vector>
 
@@ -11,7 +11,7 @@ namespace {
 using data::cD_SHINSEISYO;
 using data::cT_SHINSEISYO;
 
-class ShinseisyoTest : public entitytest::InstallationTest {
+class ShinseisyoTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {
@@ -30,7 +30,7 @@ protected:
     {
         cT_SHINSEISYO& list = opened<cT_SHINSEISYO>();
         EXPECT_EQ(list.iDataReadGrid(f), 0) << list.sErrMsg().toStdString();
-        return entitytest::ids(list, &cT_SHINSEISYO::clsSHINSEISYO);
+        return sealtest::ids(list, &cT_SHINSEISYO::clsSHINSEISYO);
     }
 };
 

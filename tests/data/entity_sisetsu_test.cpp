@@ -2,7 +2,7 @@
 
 #include "data/ct_sisetsu.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 #include <vector>
 
@@ -11,7 +11,7 @@ namespace {
 using data::cD_SISETSU;
 using data::cT_SISETSU;
 
-class SisetsuTest : public entitytest::InstallationTest {
+class SisetsuTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {
@@ -30,7 +30,7 @@ protected:
     {
         cT_SISETSU& list = opened<cT_SISETSU>();
         EXPECT_EQ(list.iDataReadGrid(f), 0) << list.sErrMsg().toStdString();
-        return entitytest::ids(list, &cT_SISETSU::clsSisetsu);
+        return sealtest::ids(list, &cT_SISETSU::clsSisetsu);
     }
 };
 

@@ -2,7 +2,7 @@
 
 #include "data/ct_staff.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 #include <vector>
 
@@ -11,7 +11,7 @@ namespace {
 using data::cD_STAFF;
 using data::cT_STAFF;
 
-class StaffTest : public entitytest::InstallationTest {
+class StaffTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {
@@ -28,7 +28,7 @@ protected:
             "(1, 3, 2, '山本　次郎', 'ﾔﾏﾓﾄ', NULL, 0, NULL, NULL, NULL, NULL, NULL, NULL)"));
     }
 
-    static std::vector<qint32> ids(cT_STAFF& list) { return entitytest::ids(list, &cT_STAFF::clsSTAFF); }
+    static std::vector<qint32> ids(cT_STAFF& list) { return sealtest::ids(list, &cT_STAFF::clsSTAFF); }
 };
 
 TEST_F(StaffTest, GridReadsCurrentStaffOfThisOfficeInTheLongFormAfterInit)

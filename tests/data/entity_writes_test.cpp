@@ -10,7 +10,8 @@
 
 #include "base/text_file.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
+#include "support/golden.h"
 
 #include <QFile>
 
@@ -23,7 +24,7 @@ using namespace data;
 
 const QDateTime kServerNow(QDate(2026, 11, 21), QTime(10, 30, 0));
 
-class WritesTest : public entitytest::InstallationTest {
+class WritesTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {
@@ -60,38 +61,15 @@ protected:
     cT_ADODB db_;
 };
 
-TEST_F(WritesTest, InsertStatementListsTheOfficeThenTheTableColumnsInOrder)
+// The write statements whole, in tests/data/fixtures/golden/corp_*.sql: the office's
+// two numbers, then the table's columns in their order, a number as a plain decimal,
+// the machine name and the server's time; update and delete end in the row's key.
+TEST_F(WritesTest, StatementsAreTheirGoldenTexts)
 {
-    const QStringList l = entitytest::lines(cT_CORP::sqlDataInsert(office(4, QStringLiteral("さくら")), QStringLiteral("PC1")));
-    ASSERT_EQ(l.size(), 2 + 42 + 1 + 42 + 1 + 1);
-    EXPECT_EQ(l.mid(0, 5), (QStringList{QStringLiteral(" insert into "), QStringLiteral("   CORP ("),
-                                        QStringLiteral("     iKyotenCd,"), QStringLiteral("     iKyotenEb,"),
-                                        QStringLiteral("     cAddress1,")}));
-    EXPECT_EQ(l[43], QStringLiteral("     cEmail"));
-    EXPECT_EQ(l[44], QStringLiteral(" )values( "));
-    EXPECT_EQ(l.mid(45, 3), (QStringList{QStringLiteral("     1,"), QStringLiteral("     2,"), QStringLiteral("     '',")}));
-    EXPECT_EQ(l[45 + 2 + 12], QStringLiteral("     'さくら',"));      // cShamei1
-    EXPECT_EQ(l[45 + 2 + 22], QStringLiteral("     1,"));             // iType
-    EXPECT_EQ(l[45 + 2 + 23], QStringLiteral("     4,"));             // nIDNo
-    EXPECT_EQ(l[45 + 2 + 24], QStringLiteral("     35.6895,"));       // nLat
-    EXPECT_EQ(l[45 + 2 + 26], QStringLiteral("     'PC1',"));         // cPcName
-    EXPECT_EQ(l[45 + 2 + 27], QStringLiteral("     GetDate(),"));     // tUpDateTime
-    EXPECT_EQ(l[86], QStringLiteral("     'info@example.jp'"));
-    EXPECT_EQ(l[87], QStringLiteral(" )"));
-    EXPECT_EQ(l[88], QString());
-}
-
-TEST_F(WritesTest, UpdateAndDeleteStatementsEndInTheRowsKey)
-{
-    const QString update = cT_CORP::sqlDataUpdate(office(4, QStringLiteral("さくら")), QStringLiteral("PC1"));
-    EXPECT_TRUE(update.startsWith(QStringLiteral(" update \r\n     CORP\r\n set \r\n     cAddress1 = '',\r\n")));
-    EXPECT_TRUE(update.contains(QStringLiteral("\r\n     nIDNo = 4,\r\n")));
-    EXPECT_TRUE(update.contains(QStringLiteral("\r\n     tUpDateTime = GetDate(),\r\n")));
-    EXPECT_TRUE(update.endsWith(QStringLiteral("     cEmail = 'info@example.jp'\r\n where\r\n    nIDNo = 4\r\n"
-                                               " and iKyotenCd = 1\r\n and iKyotenEb = 2\r\n")));
-    EXPECT_EQ(cT_CORP::sqlData削除(office(4, QString())),
-              QStringLiteral(" delete from \r\n     CORP\r\n where\r\n    nIDNo = 4\r\n    and iKyotenCd = 1\r\n"
-                             "    and iKyotenEb = 2\r\n"));
+    const cD_CORP row = office(4, QStringLiteral("さくら"));
+    sealtest::expectGolden(QStringLiteral("corp_insert.sql"), cT_CORP::sqlDataInsert(row, QStringLiteral("PC1")));
+    sealtest::expectGolden(QStringLiteral("corp_update.sql"), cT_CORP::sqlDataUpdate(row, QStringLiteral("PC1")));
+    sealtest::expectGolden(QStringLiteral("corp_delete.sql"), cT_CORP::sqlData削除(office(4, QString())));
 }
 
 TEST_F(WritesTest, InsertUpdateDeleteLeaveExactlyTheirRow)

@@ -4,7 +4,7 @@
 
 #include "data/fee_tables.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 namespace {
 
@@ -89,7 +89,7 @@ TEST(PriceCodeTableTest, PairsOutsideTheTableNameNothing)
 
 // --- reading through the database ----------------------------------------------------------
 
-class FeeTablesTest : public entitytest::InstallationTest {
+class FeeTablesTest : public sealtest::InstallationTest {
 protected:
     void addPrice(const char* start, const char* end, const char* kbn, const char* code, qint32 tanka)
     {

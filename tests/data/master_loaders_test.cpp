@@ -3,7 +3,7 @@
 
 #include "data/master_loaders.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 #include <QDir>
 
@@ -14,7 +14,7 @@ namespace {
 
 using namespace data;
 
-class LoadersTest : public entitytest::InstallationTest {
+class LoadersTest : public sealtest::InstallationTest {
 protected:
     void SetUp() override
     {

@@ -3,14 +3,14 @@
 
 #include "data/riyousha_data.h"
 
-#include "entity_test_db.h"
+#include "support/entity_db.h"
 
 namespace {
 
 using data::getRiyoushaData;
 using data::RiyoushaData;
 
-class RiyoushaDataTest : public entitytest::InstallationTest {
+class RiyoushaDataTest : public sealtest::InstallationTest {
 protected:
     // A record that no read would produce, to see that a failed read leaves it alone.
     static RiyoushaData marked()

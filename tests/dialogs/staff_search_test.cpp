@@ -3,8 +3,12 @@
 
 #include "dialogs/staff_search.h"
 
+#include "support/globals_scope.h"
+
 #include "app/globals.h"
-#include "extract/seal_install.h"
+#include "support/installation.h"
+#include "support/golden.h"
+#include "support/param_names.h"
 
 #include <gtest/gtest.h>
 
@@ -15,41 +19,25 @@ using namespace dialogs;
 
 namespace {
 
-// A test name from a case's description: letters and digits, the rest as "_".
-std::string caseName(const char* text)
-{
-    std::string s;
-    for (const char* p = text; *p; ++p) s += std::isalnum(static_cast<unsigned char>(*p)) ? *p : '_';
-    return s.empty() ? std::string("empty") : s;
-}
-
 TEST(StaffStatements, ListWithEveryFilterAndAConsultation)
 {
+    sealtest::GlobalsScope globals;
     app::iKyotenCd = 1;
     app::iKyotenEb = 2;
-    const QString expected = QStringLiteral(
-        " select      * from      (         select              nIDNo             ,iKyotenCd             ,iKyotenEb"
-        "             ,cName             ,cNameRyaku              ,cNameKana          from              STAFF"
-        " where cName LIKE '%山%' and cNameKana LIKE '%ヤマ%' and nIDNo = 7 and iKyotenCd = 1 and iKyotenEb = 2"
-        "      )staff"
-        "      left join      (         select              nIDNo as SoudanID             ,iStaffKyotenCd"
-        "             ,iStaffKyotenEb              ,nStaffIDNo          from              SOUDAN_TANTOU"
-        "         where              iStaffKyotenCd = 1         and  iStaffKyotenEb = 2      )soudan"
-        "      on          staff.nIDNo = soudan.nStaffIDNo      and staff.iKyotenCd = soudan.iStaffKyotenCd"
-        "      and staff.iKyotenEb = soudan.iStaffKyotenEb where      soudan.SoudanID = 55"
-        " order by     nIDNo    ,cName ");
-    EXPECT_EQ(sqlStaffList({QStringLiteral("山"), QStringLiteral("ヤマ"), 1, 7, 55}), expected);
+    sealtest::expectGolden(QStringLiteral("staff_list_every_filter.sql"),
+                           sqlStaffList({QStringLiteral("山"), QStringLiteral("ヤマ"), 1, 7, 55}));
 }
 
 TEST(StaffStatements, WithoutFiltersOnlyCurrentStaffOfThisOffice)
 {
+    sealtest::GlobalsScope globals;
     app::iKyotenCd = 1;
     app::iKyotenEb = 2;
     const QString s = sqlStaffList({});
     EXPECT_TRUE(s.endsWith(QStringLiteral("              STAFF where (iChusiFlg = 0 OR iChusiFlg IS NULL) and "
                                           "iKyotenCd = 1 and iKyotenEb = 2      )staff order by     nIDNo    ,cName ")));
-    EXPECT_EQ(sqlChkStaff(12), QStringLiteral("SELECT cName, iChusiFlg FROM STAFF  WHERE nIDNo = 12 AND iKyotenCd = 1 AND iKyotenEb = 2"));
-    EXPECT_EQ(sqlStaffMast(), QStringLiteral("SELECT nIDNo, cName, cNameRyaku  FROM STAFF  WHERE nIDNo >= 0  AND iKyotenCd = 1 AND iKyotenEb = 2 ORDER BY nIDNo "));
+    sealtest::expectGolden(QStringLiteral("staff_check_12.sql"), sqlChkStaff(12));
+    sealtest::expectGolden(QStringLiteral("staff_master.sql"), sqlStaffMast());
 }
 
 class StaffSearch : public ::testing::Test {
@@ -277,7 +265,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CheckCase{"ended", 8, 0, 1, "管理対象から外れています。"},
                       CheckCase{"ended, accepted", 8, 1, 0, "高橋 終了"},
                       CheckCase{"flag 2 counts as current here", 9, 0, 0, "田中 休職"}),
-    [](const auto& info) { return caseName(info.param.what); });
+    [](const auto& info) { return sealtest::caseName(info.param.what); });
 
 TEST_F(StaffSearch, CheckOnALostDatabaseFailsWithTheRoutineName)
 {
@@ -288,3 +276,4 @@ TEST_F(StaffSearch, CheckOnALostDatabaseFailsWithTheRoutineName)
 }
 
 }  // namespace
+

@@ -1,6 +1,8 @@
 // The version screen and the online help, on real files in a temporary program folder.
 
 #include "app/globals.h"
+
+#include "support/globals_scope.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
 #include "dialogs/frm_ver.h"
@@ -23,7 +25,6 @@ protected:
         app::setPlatform(&platform);
         app::gsAppPath = dir.path();
     }
-    void TearDown() override { app::setPlatform(nullptr); }
 
     void write(const QString& name, const QString& text)
     {
@@ -44,6 +45,7 @@ protected:
 
     QTemporaryDir dir;
     controls::RecordingPlatform platform;
+    sealtest::GlobalsScope globals;
 };
 
 }  // namespace

@@ -67,7 +67,8 @@ INSTANTIATE_TEST_SUITE_P(
                       ShippedForm{"封筒印刷長3.wfd", 120, 235, 1, 1}, ShippedForm{"封筒印刷角2_2.wfd", 240, 332, 1, 1},
                       ShippedForm{"封筒印刷長3_横.wfd", 235, 120, 1, 1},
                       ShippedForm{"封筒印刷長3_横窓.wfd", 235, 120, 1, 1},
-                      ShippedForm{"同意台帳_TKZK.wfd", 297, 210, 0, 0}));
+                      ShippedForm{"同意台帳_TKZK.wfd", 297, 210, 0, 0}),
+                         ([](const auto& info) { return std::vector<std::string>{"Seal2x5", "Seal2x6", "Beacon30", "Naga3", "Kaku2", "Naga3Across", "Naga3Window", "ConsentLedger"}.at(info.index); }));
 
 // On 長形3号 the postal boxes are printed: 12 mm from the top, 8 mm from the right edge,
 // 5.7 x 8 mm, 1.3 mm apart, 1.9 mm between the third and the fourth, 1.1 mm after.

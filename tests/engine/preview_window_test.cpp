@@ -66,6 +66,7 @@ INSTANTIATE_TEST_SUITE_P(Zooms, PreviewZoom,
                          ::testing::Values(ZoomCase{"", QPrintPreviewWidget::FitInView, 0},
                                            ZoomCase{"PrintZoom, 0", QPrintPreviewWidget::FitToWidth, 0},
                                            ZoomCase{"PrintZoom, 1", QPrintPreviewWidget::CustomZoom, 1.0},
-                                           ZoomCase{"PrintZoom, 150", QPrintPreviewWidget::CustomZoom, 1.5}));
+                                           ZoomCase{"PrintZoom, 150", QPrintPreviewWidget::CustomZoom, 1.5}),
+                         ([](const auto& info) { return std::vector<std::string>{"NoLine", "Zoom0", "Zoom1", "Zoom150"}.at(info.index); }));
 
 }  // namespace

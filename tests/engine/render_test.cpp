@@ -126,7 +126,8 @@ INSTANTIATE_TEST_SUITE_P(
                       PageCase{"シール_2X6.wfd", 11, 1, 1, 1}, PageCase{"シール_2X6.wfd", 11, 1, 2, 2},
                       PageCase{"ビーコン用シール30M.wfd", 29, 1, 1, 1}, PageCase{"ビーコン用シール30M.wfd", 29, 1, 31, 2},
                       PageCase{"封筒印刷長3.wfd", 0, 3, 2, 6}, PageCase{"封筒印刷長3.wfd", 1, 1, 1, 2},
-                      PageCase{"封筒印刷角2_2.wfd", 0, 2, 1, 4}));  // front and back of each
+                      PageCase{"封筒印刷角2_2.wfd", 0, 2, 1, 4}),
+                         [](const auto& info) { return "Case" + std::to_string(info.index); });  // front and back of each
 
 // Start cell 4 on 10 cells, two copies each: cells 4 and 5 hold the first addressee,
 // 6 and 7 the second.

@@ -69,7 +69,8 @@ TEST_P(ScriptModeLine, EndsTheScriptWithItsOutput)
 INSTANTIATE_TEST_SUITE_P(Modes, ScriptModeLine,
                          ::testing::Values(ModeCase{"ShowWindow,2", OutputMode::Preview},
                                            ModeCase{"PrintOut", OutputMode::PrintOut},
-                                           ModeCase{"PrintOutFromDialog", OutputMode::PrintDialog}));
+                                           ModeCase{"PrintOutFromDialog", OutputMode::PrintDialog}),
+                         ([](const auto& info) { return std::vector<std::string>{"ShowWindow", "PrintOut", "PrintOutFromDialog"}.at(info.index); }));
 
 struct PaperCase {
     const char* line;
@@ -83,7 +84,8 @@ TEST_P(ScriptPaperLine, ChoosesTheSheet)
 }
 INSTANTIATE_TEST_SUITE_P(Papers, ScriptPaperLine,
                          ::testing::Values(PaperCase{"PrintPaper, A4", Paper::A4}, PaperCase{"PrintPaper, A5", Paper::A5},
-                                           PaperCase{"PrintPaper, B5", Paper::B5}));
+                                           PaperCase{"PrintPaper, B5", Paper::B5}),
+                         ([](const auto& info) { return std::vector<std::string>{"A4", "A5", "B5"}.at(info.index); }));
 
 TEST(ScriptReader, NoTitleTrailerBindsByPosition)
 {

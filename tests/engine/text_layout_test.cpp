@@ -133,7 +133,8 @@ TEST_P(ShrunkAlignment, ShrunkTextKeepsItsAlignment)
     EXPECT_NEAR(shortOne.bounds.width(), em, 0.05);
 }
 INSTANTIATE_TEST_SUITE_P(Aligns, ShrunkAlignment,
-                         ::testing::Values(engine::HAlign::Left, engine::HAlign::Center, engine::HAlign::Right));
+                         ::testing::Values(engine::HAlign::Left, engine::HAlign::Center, engine::HAlign::Right),
+                         ([](const auto& info) { return std::vector<std::string>{"Left", "Center", "Right"}.at(info.index); }));
 
 TEST_F(Layout, VerticalColumnsRunFromTheRight)
 {

@@ -90,7 +90,8 @@ TEST_P(WfdDocumentOutputTest, OutputWithoutADisplayLeavesThePagesBesideTheData)
 
 INSTANTIATE_TEST_SUITE_P(Outputs, WfdDocumentOutputTest,
                          ::testing::Values(&cls_WfdPrint::iPreview, &cls_WfdPrint::iPrintBk,
-                                           &cls_WfdPrint::iPrintDialog));
+                                           &cls_WfdPrint::iPrintDialog),
+                         ([](const auto& info) { return std::vector<std::string>{"iPreview", "iPrintBk", "iPrintDialog"}.at(info.index); }));
 
 TEST_F(WfdDocumentImplTest, MissingFormIsAFaultOfOpenAndNothingIsPrinted)
 {

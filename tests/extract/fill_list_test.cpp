@@ -3,7 +3,8 @@
 
 #include "extract/fill_list.h"
 
-#include "seal_install.h"
+#include "support/installation.h"
+#include "support/param_names.h"
 
 #include <gtest/gtest.h>
 
@@ -211,7 +212,7 @@ INSTANTIATE_TEST_SUITE_P(
         NarrowCase{"hiragana has no half-width form", "", "", "", "ｶｷｸｹｺ", "123"},
         NarrowCase{"kana row and name both hold", "一郎", "", "", "ﾀﾁﾂﾃﾄ", "12"},
         NarrowCase{"hidden by the kana row although the name matches", "太郎", "", "", "ﾀﾁﾂﾃﾄ", ""}),
-    [](const testing::TestParamInfo<NarrowCase>& info) { return std::to_string(info.index); });
+    [](const testing::TestParamInfo<NarrowCase>& info) { return sealtest::caseName(info.param.what); });
 
 struct AgeCase {
     QDate birthday;
@@ -246,7 +247,8 @@ INSTANTIATE_TEST_SUITE_P(
         // No birthday is day 0: age 126, inside the default bounds, born in December.
         AgeCase{QDate(1899, 12, 30), 1, 150, 0, true}, AgeCase{QDate(1899, 12, 30), 1, 100, 0, false},
         AgeCase{QDate(1899, 12, 30), 1, 150, 12, true}, AgeCase{QDate(1899, 12, 30), 1, 150, 1, false},
-        AgeCase{QDate(1950, 5, 1), 1, 150, 5, true}, AgeCase{QDate(1950, 5, 1), 1, 150, 6, false}));
+        AgeCase{QDate(1950, 5, 1), 1, 150, 5, true}, AgeCase{QDate(1950, 5, 1), 1, 150, 6, false}),
+                         [](const auto& info) { return "Case" + std::to_string(info.index); });
 
 TEST(AgeRule, RisesOnTheBirthdayAcrossLeapDays)
 {

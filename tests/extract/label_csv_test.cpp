@@ -6,14 +6,18 @@
 #include "extract/label_csv.h"
 #include "extract/label_records.h"
 
-#include "label_test_support.h"
+#include "support/label_grid.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-#include "file_modes.h"
+#include "support/files.h"
 
 using namespace extract;
-using namespace labeltest;
+using namespace sealtest;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -112,7 +116,7 @@ TEST_F(CsvRun, TheFileIsCp932WithCrLfAndTheUsersAlone)
     csv->writeLine(u"1,\"ア\""_s);
     csv->close();
     EXPECT_EQ(fileBytes(nativeCsv), base::toCp932(kTitle) + "\r\n1,\"\x83\x41\"\r\n");
-    EXPECT_EQ(testing_files::fileMode(nativeCsv), 0600);
+    EXPECT_EQ(sealtest::fileMode(nativeCsv), 0600);
     EXPECT_TRUE(scope.platform.transcript().isEmpty());
 }
 

@@ -3,12 +3,17 @@
 
 #include "extract/label_records.h"
 
-#include "label_test_support.h"
+#include "support/label_grid.h"
+#include "support/param_names.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 using namespace extract;
-using namespace labeltest;
+using namespace sealtest;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -348,7 +353,7 @@ INSTANTIATE_TEST_SUITE_P(
         CaremaneCase{"facility first, with facility", false, u"ひまわり苑", u"さくら居宅", u"ひまわり苑", u"施設の住所1-1"},
         CaremaneCase{"facility first, no facility", false, u"", u"さくら居宅", u"さくら居宅", u"事業所の住所3-3"},
         CaremaneCase{"neither", false, u"", u"", u"", u"施設の住所1-1"}),
-    [](const ::testing::TestParamInfo<CaremaneCase>& info) { return "Case" + std::to_string(info.index); });
+    [](const ::testing::TestParamInfo<CaremaneCase>& info) { return sealtest::caseName(info.param.what); });
 
 TEST(KindRules, OwnOfficeOnAnEnvelopeIsNamedByItsRepresentativeLineInTheGridWalkOnly)
 {

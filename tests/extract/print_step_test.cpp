@@ -3,12 +3,18 @@
 
 #include "extract/print_step.h"
 
-#include "label_test_support.h"
+#include "support/globals_scope.h"
+
+#include "support/label_grid.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 using namespace extract;
-using namespace labeltest;
+using namespace sealtest;
 using namespace Qt::StringLiterals;
 
 struct FormCase {
@@ -67,6 +73,7 @@ protected:
     QByteArray script() const { return fileBytes(dir.path() + u"/TMP/WfdCom.dat"_s); }
 
     QTemporaryDir dir;
+    sealtest::GlobalsScope globals;
     PlatformScope scope;
     QString sys;
     QString tmp;

@@ -2,7 +2,9 @@
 
 #include "extract/riyousha_extract.h"
 
-#include "seal_install.h"
+#include "support/installation.h"
+#include "support/param_names.h"
+#include "support/golden.h"
 
 #include <gtest/gtest.h>
 
@@ -14,21 +16,7 @@ using sealtest::SealInstall;
 namespace {
 
 // The statement for office 1, branch 2 and November 2026, without collection filter.
-const QString kNovemberStatement = QStringLiteral(
-    "SELECT  RIYOUSHA.iKyotenCd, RIYOUSHA.iKyotenEb, RIYOUSHA.nIDNo, RIYOUSHA.cName, RIYOUSHA.cNameKana,"
-    " RIYOUSHA.cYubinNo, RIYOUSHA.cAdress1, RIYOUSHA.cAdress2, RIYOUSHA.tBirthday,"
-    " RIYOUSHA.cTelNo, RIYOUSHA.cFaxNo, RIYOUSHA.cMobNo, RIYOUSHA.tExpireDay, RIYOUSHA.nRoomNo,"
-    " RIYOUSHA.cYubinNo2, RIYOUSHA.cYubinNo3, RIYOUSHA.cHTIryoName, r_sub.cAdress3, r_sub.cYubinNoS0Ryosyu,"
-    " r_sub.cJusyo1S0Ryosyu, r_sub.cJusyo2S0Ryosyu, r_sub.cYubinNoS0Renraku, r_sub.cJusyo1S0Renraku,"
-    " r_sub.cJusyo2S0Renraku, r_sub.cAtenaS0Ryosyu, r_sub.cAtenaS0Renraku, r_sub.iShoukanSiharai, jisseki_ct"
-    " FROM RIYOUSHA LEFT JOIN ( SELECT iKyotenCd,iKyotenEb,nIDNo, cAdress3, cYubinNoS0Ryosyu, cJusyo1S0Ryosyu,"
-    " cJusyo2S0Ryosyu, cYubinNoS0Renraku, cJusyo1S0Renraku, cJusyo2S0Renraku, cAtenaS0Ryosyu, cAtenaS0Renraku,"
-    " iShoukanSiharai FROM RIYOUSHA_SUB            WHERE  iKyotenCd = 1            AND    iKyotenEb = 2"
-    "            ) r_sub ON RIYOUSHA.nIDNo = r_sub.nIDNo LEFT JOIN ( SELECT nRiyoushaIDNo ,count(nRiyoushaIDNo) as"
-    " jisseki_ct FROM JISSEKI             WHERE  iKyotenCd = 1            AND    iKyotenEb = 2"
-    "            AND    tServicyDayStart>'2026/10/31' AND tServicyDayStart<'2026/12/01'             GROUP BY"
-    " nRiyoushaIDNo            ) r_jisseki ON RIYOUSHA.nIDNo = r_jisseki.nRiyoushaIDNo "
-    " WHERE RIYOUSHA.iKyotenCd = 1 AND RIYOUSHA.iKyotenEb = 2 ORDER BY RIYOUSHA.cNameKana");
+QString november() { return sealtest::goldenText(QStringLiteral("patient_list_office_1_2.sql")); }
 
 const QString kOrder = QStringLiteral(" ORDER BY RIYOUSHA.cNameKana");
 
@@ -38,13 +26,13 @@ const QString kOrder = QStringLiteral(" ORDER BY RIYOUSHA.cNameKana");
 
 TEST(PatientStatement, IsByteForByteTheSameWithoutCollectionFilter)
 {
-    EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), -1), kNovemberStatement);
-    EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 0), kNovemberStatement);
+    sealtest::expectGolden(QStringLiteral("patient_list_office_1_2.sql"), csRiyoushaSql(1, 2, QDate(2026, 11, 1), 0));
+    EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), -1), november());
 }
 
 TEST(PatientStatement, CollectionFiltersAddTheirPiecesBeforeTheOrder)
 {
-    const QString base = kNovemberStatement.chopped(kOrder.size());
+    const QString base = november().chopped(kOrder.size());
     EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 1), base + QStringLiteral(" AND r_sub.iShoukanSiharai = 1") + kOrder);
     EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 2),
               base + QStringLiteral(" AND r_sub.iShoukanSiharai = 1 ")
@@ -52,7 +40,7 @@ TEST(PatientStatement, CollectionFiltersAddTheirPiecesBeforeTheOrder)
                                    " '　', '') <> '手渡し' ")
                   + kOrder);
     // Any other index narrows nothing.
-    EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 3), kNovemberStatement);
+    EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 3), november());
 }
 
 struct SpanCase {
@@ -75,7 +63,8 @@ TEST_P(PatientStatementSpan, RunsFromTheDayBeforeToTheFirstOfTheNextMonth)
 INSTANTIATE_TEST_SUITE_P(Months, PatientStatementSpan,
                          testing::Values(SpanCase{QDate(2026, 1, 1), "2025/12/31", "2026/02/01"},
                                          SpanCase{QDate(2024, 3, 1), "2024/02/29", "2024/04/01"},
-                                         SpanCase{QDate(2026, 12, 1), "2026/11/30", "2027/01/01"}));
+                                         SpanCase{QDate(2026, 12, 1), "2026/11/30", "2027/01/01"}),
+                         (sealtest::Named{{"January", "LeapFebruary", "December"}}));
 
 TEST(PatientStatement, WritesTheSiteKeyAsPlainSignedDecimals)
 {
@@ -271,4 +260,13 @@ TEST_F(PatientExtraction, AnyDayOfTheChosenMonthCountsTheWholeMonth)
     ASSERT_EQ(a.size(), 2u);
     EXPECT_EQ(a[0].jisseki_ct, QStringLiteral("1"));
     EXPECT_EQ(values.platform.pointer(), controls::Pointer::Normal);
+}
+
+// The schema test compiles these against the suite's tables.
+TEST(PatientStatement, ForEachCollectionFilterIsItsGoldenText)
+{
+    const QDate november(2026, 11, 1);
+    sealtest::expectGolden(QStringLiteral("patient_list_office_1_1.sql"), csRiyoushaSql(1, 1, november, 0));
+    sealtest::expectGolden(QStringLiteral("patient_list_office_1_1_reimbursed.sql"), csRiyoushaSql(1, 1, november, 1));
+    sealtest::expectGolden(QStringLiteral("patient_list_office_1_1_reimbursed_not_handed.sql"), csRiyoushaSql(1, 1, november, 2));
 }

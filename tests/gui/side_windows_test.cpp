@@ -10,7 +10,7 @@
 #include "gui/views.h"
 
 #include "dialogs/staff_search.h"
-#include "selection/consent_fixture.h"
+#include "support/consent_db.h"
 #include "selection/frm_doui.h"
 #include "selection/frm_seal_sejutsu_keika.h"
 
@@ -27,7 +27,7 @@
 
 #include <gtest/gtest.h>
 
-using consenttest::ConsentDb;
+using sealtest::ConsentDb;
 using sealtest::ProcessValues;
 
 namespace {

@@ -4,9 +4,8 @@
 
 #include "seal/seal_screen.h"
 
-#include "../selection/consent_fixture.h"
-#include "app/process.h"
-#include "app/scenario_runner.h"
+#include "support/consent_db.h"
+#include "support/scenario.h"
 #include "base/text_codec.h"
 
 #include <QDir>
@@ -14,15 +13,11 @@
 
 #include <gtest/gtest.h>
 
-using consenttest::ConsentDb;
+using sealtest::ConsentDb;
 
 namespace {
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
+using sealtest::fileBytes;
 
 class SideScreenScenario : public ::testing::Test {
 protected:
@@ -46,18 +41,7 @@ protected:
         install.addConsent(103, QStringLiteral("2026/09/10"), QStringLiteral("502"));
     }
 
-    QStringList run(const QStringList& body)
-    {
-        QStringList script{QStringLiteral("today 2026/11/21"), QStringLiteral("start 5")};
-        app::ScenarioRunner runner(script + body, install.appDir(), seal::makeSealScreen);
-        QStringList out;
-        QStringList err;
-        const int rc = runner.run([&](const QString& l) { out << l; }, [&](const QString& l) { err << l; });
-        EXPECT_EQ(rc, 0) << err.join(u'\n').toStdString();
-        const QString native = QDir::toNativeSeparators(QDir(install.appDir()).canonicalPath());
-        for (QString& l : out) l.replace(native, QStringLiteral("APP"));
-        return out;
-    }
+    QStringList run(const QStringList& body) { return sealtest::runAfterStart(install, body); }
 
     QString tmpFile(const QString& name) const { return install.path(QStringLiteral("TMP/") + name); }
 
@@ -77,12 +61,7 @@ QString doctorLine(const char* id, const char* name, const char* kana, const cha
              QString::fromUtf8(zip), QString::fromUtf8(address), QString::fromUtf8(staff));
 }
 
-QByteArray crlf(const QStringList& lines)
-{
-    QByteArray out;
-    for (const QString& l : lines) out += base::toCp932(l) + "\r\n";
-    return out;
-}
+using sealtest::crlf;
 
 // The lines from the first one that starts with from, up to the end.
 QStringList from(const QStringList& t, const QString& first)
@@ -104,7 +83,7 @@ TEST_F(SideScreenScenario, ConsentDoctorsPerPatientArePrintedOncePerPatient)
                            QStringLiteral("run 2 wfrfv10.exe /c APP\\TMP\\WfdCom.dat"),
                            QStringLiteral("screen close frmPrintシール"), QStringLiteral("run 1 APP\\Main.exe 2"),
                            QStringLiteral("end 0")}));
-    EXPECT_EQ(bytesOf(tmpFile(QStringLiteral("シール.csv"))),
+    EXPECT_EQ(fileBytes(tmpFile(QStringLiteral("シール.csv"))),
               crlf({kCsvTitle, doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "0"),
                     doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "0"),
                     doctorLine("502", "田中 次郎", "ﾀﾅｶ ｼﾞﾛｳ", "田中病院", "150-0002", "渋谷区2-2", "0")}));
@@ -117,7 +96,7 @@ TEST_F(SideScreenScenario, OneLabelPerDoctorAndStaffMemberCarriesTheStaffNumber)
     run({QStringLiteral("click optMst(1)"), QStringLiteral("click mnDouiSet"), QStringLiteral("check chkEachSejyutusya on"),
          QStringLiteral("click mnF03"), QStringLiteral("click mnMenuPrint")});
     // Staff 11: 501; staff 12: 502 and 501 again.
-    EXPECT_EQ(bytesOf(tmpFile(QStringLiteral("シール.csv"))),
+    EXPECT_EQ(fileBytes(tmpFile(QStringLiteral("シール.csv"))),
               crlf({kCsvTitle, doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "11"),
                     doctorLine("502", "田中 次郎", "ﾀﾅｶ ｼﾞﾛｳ", "田中病院", "150-0002", "渋谷区2-2", "12"),
                     doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "12")}));
@@ -169,23 +148,7 @@ TEST_F(SideScreenScenario, ProgressReportsSkipADoctorHiddenByTheSearchWhereConse
     EXPECT_TRUE(c[4].startsWith(QStringLiteral("state fpSpread02 row 2 hidden 1|502|"))) << c[4].toStdString();
 }
 
-// Starts the program and gives the seal screen to work once it is open.
-template <class Work>
-QStringList drive(const ConsentDb& install, Work work)
-{
-    controls::RecordingPlatform platform;
-    platform.setToday(QDate(2026, 11, 21));
-    bool done = false;
-    platform.modalDriver = [&](controls::Screen& s) {
-        auto* seal = dynamic_cast<seal::frmPrintシール*>(&s);
-        if (!seal || done) return;
-        done = true;
-        platform.clearTranscript();
-        work(*seal);
-    };
-    app::runProcess({QStringLiteral("5"), install.appDir(), seal::makeSealScreen}, platform);
-    return platform.transcript();
-}
+using sealtest::drive;
 
 TEST_F(SideScreenScenario, AConnectionTextLostBetweenTheScreensStopsThePressWithItsBox)
 {

@@ -3,8 +3,10 @@
 
 #include "report/cls_jetdb2csv.h"
 
+#include "support/globals_scope.h"
+
 #include "app/globals.h"
-#include "report_test_print.h"
+#include "support/printers.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
 #include "data/ado/ado_constants.h"
@@ -19,7 +21,7 @@
 
 #include <sqlite3.h>
 #include <functional>
-#include "file_modes.h"
+#include "support/files.h"
 
 using report::cls_JetDB2CSV;
 using namespace Qt::StringLiterals;
@@ -94,7 +96,6 @@ INSERT INTO SITE VALUES (4, '余り');
         writeAdodbIni(u"Provider=SQLite;Data Source="_s + dbPath);
         csvPath = app::gsAppPath + u"\\out.csv"_s;
     }
-    void TearDown() override { app::setPlatform(nullptr); }
 
     void run(const char* sql)
     {
@@ -138,6 +139,7 @@ INSERT INTO SITE VALUES (4, '余り');
 
     QTemporaryDir dir;
     controls::RecordingPlatform platform;
+    sealtest::GlobalsScope globals;
     QString dbPath;
     QString csvPath;
     const QString kAll = u"SELECT * FROM EXPORT ORDER BY nID"_s;
@@ -168,7 +170,7 @@ TEST_F(JetDb2CsvTest, FileIsShiftJisAndTheUsersAlone)
     ASSERT_EQ(j.iInitJ2C(u"SELECT cOffice FROM SITE WHERE nID = 1"_s, csvPath, count), 0);
     EXPECT_EQ(j.iExecJ2C(0), 0);
     EXPECT_EQ(csv(), QByteArray("\"\x96\x7b\x93\x58\"\r\n"));
-    EXPECT_EQ(testing_files::fileMode(dir.filePath(u"out.csv"_s)), 0600);
+    EXPECT_EQ(sealtest::fileMode(dir.filePath(u"out.csv"_s)), 0600);
 }
 
 TEST_F(JetDb2CsvTest, HeaderOnlyWhenTheFlagIsExactlyTrue)

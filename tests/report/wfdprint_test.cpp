@@ -5,7 +5,7 @@
 #include "report/cls_wfdprint.h"
 
 #include "base/vb_error.h"
-#include "report_test_print.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,11 @@
 
 #include "report/cls_wfdprintexe.h"
 
+#include "support/globals_scope.h"
+
 #include "app/globals.h"
-#include "report_test_print.h"
+#include "support/files.h"
+#include "support/printers.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
 
@@ -15,7 +18,6 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include "file_modes.h"
 
 #include <optional>
 
@@ -40,12 +42,7 @@ public:
     QStringList runs() const { return transcript().filter(QRegularExpression(u"^run "_s)); }
 };
 
-QByteArray crlf(const QStringList& lines)
-{
-    QByteArray out;
-    for (const QString& l : lines) out += base::toCp932(l) + "\r\n";
-    return out;
-}
+using sealtest::crlf;
 
 class WfdPrintExeTest : public ::testing::Test {
 protected:
@@ -59,7 +56,6 @@ protected:
         recorder.scriptPath = dir.path() + QStringLiteral("/TMP/WfdCom.dat");
         app::setPlatform(&recorder);
     }
-    void TearDown() override { app::setPlatform(nullptr); }
 
     void writeSystemSettings(const QString& tmpValue)
     {
@@ -86,6 +82,7 @@ protected:
     QTemporaryDir dir;
     QString tmp;
     StartRecorder recorder;
+    sealtest::GlobalsScope globals;
     const QString form = QStringLiteral("C:\\Velmio\\SYS\\シール.wfd");
 };
 
@@ -328,13 +325,13 @@ TEST_F(WfdPrintExeTest, ASecondOutputRewritesTheScriptFromTheSameState)
 TEST_F(WfdPrintExeTest, ScriptIsReadableByTheUserAlone)
 {
     const QString path = recorder.scriptPath;
-    auto mode = [&] { return testing_files::fileMode(path); };
+    auto mode = [&] { return sealtest::fileMode(path); };
     cls_WfdPrintExe d = sealDriver();
     d.iPreview(0);
     EXPECT_EQ(mode(), 0600);
 
     // A script left by an older run with wider rights is narrowed when replaced.
-    ASSERT_TRUE(testing_files::setFileMode(path, 0644));
+    ASSERT_TRUE(sealtest::setFileMode(path, 0644));
     d.iPreview(0);
     EXPECT_EQ(mode(), 0600);
 }
@@ -355,7 +352,7 @@ TEST_F(WfdPrintExeTest, MissingTemporaryFolderIsReportedAndNothingStarts)
 
 TEST_F(WfdPrintExeTest, UnwritableTemporaryFolderIsReportedAndNothingStarts)
 {
-    if (testing_files::rightsDoNotBind()) GTEST_SKIP() << "the superuser writes into any folder";
+    if (sealtest::rightsDoNotBind()) GTEST_SKIP() << "the superuser writes into any folder";
     const QString tmpDir = dir.path() + QStringLiteral("/TMP");
     QFile::setPermissions(tmpDir, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
     cls_WfdPrintExe d = sealDriver();

@@ -4,7 +4,7 @@
 
 #include "seal/seal_job.h"
 
-#include "../extract/seal_install.h"
+#include "support/installation.h"
 
 #include <QFile>
 
@@ -19,11 +19,7 @@ using sealtest::SealInstall;
 
 namespace {
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
+using sealtest::fileBytes;
 
 QByteArray cp932(const char* utf8) { return base::toCp932(QString::fromUtf8(utf8)); }
 
@@ -113,7 +109,7 @@ TEST_F(Settings, WritesTheKeysInOrderAndLeavesOtherSectionsAlone)
     hk0.setChecked(true);
     txtEtc.setText(QStringLiteral("  経理課御中 "));
     savePrintSettings(ini(), controls());
-    EXPECT_EQ(bytesOf(ini()), cp932("[同意台帳]\r\n開始=2026/04\r\n[タックシール]\r\n印刷対象CK=1\r\nチェック順=0\r\nEnter=1\r\n"
+    EXPECT_EQ(fileBytes(ini()), cp932("[同意台帳]\r\n開始=2026/04\r\n[タックシール]\r\n印刷対象CK=1\r\nチェック順=0\r\nEnter=1\r\n"
                                     "種類：保険者データ=0\r\nタックシール宛先=経理課御中\r\n"));
     EXPECT_TRUE(values.platform.transcript().isEmpty());
 }
@@ -141,7 +137,7 @@ TEST_F(Settings, ACountOfZeroOrNoneWritesTheFiveDefaults)
     }
     writeFile({QStringLiteral("[タックシール脚注]"), QStringLiteral("脚注数=0")});
     loadFootnotes(ini(), cbo);
-    EXPECT_EQ(bytesOf(ini()), cp932("[タックシール脚注]\r\n脚注数=5\r\n脚注1=療養費支給申請書在中\r\n脚注2=同意書在中\r\n"
+    EXPECT_EQ(fileBytes(ini()), cp932("[タックシール脚注]\r\n脚注数=5\r\n脚注1=療養費支給申請書在中\r\n脚注2=同意書在中\r\n"
                                     "脚注3=領収書在中\r\n脚注4=請求書在中\r\n脚注5=経過報告書在中\r\n"));
 }
 
@@ -175,7 +171,7 @@ TEST_F(Settings, AddingAppendsANewFootnoteAndReloadsTheList)
     cbo.setText(QStringLiteral(" 同意書在中"));
     addFootnote(ini(), cbo);
     EXPECT_EQ(footnotes(), (QStringList{QStringLiteral("同意書在中"), QStringLiteral("請求書在中"), QStringLiteral("同意書在中")}));
-    EXPECT_TRUE(bytesOf(ini()).endsWith(cp932("脚注数=3\r\n脚注1=同意書在中  \r\n脚注2=請求書在中\r\n脚注3= 同意書在中\r\n")));
+    EXPECT_TRUE(fileBytes(ini()).endsWith(cp932("脚注数=3\r\n脚注1=同意書在中  \r\n脚注2=請求書在中\r\n脚注3= 同意書在中\r\n")));
     // The reload empties the box: the new footnote has to be chosen again.
     EXPECT_TRUE(cbo.text().isEmpty());
 }
@@ -192,9 +188,9 @@ TEST_F(Settings, AddingToAnEmptyCountWritesTheDefaultsFirst)
 TEST_F(Settings, AddingNothingOrToACountThatIsNoNumberChangesNothing)
 {
     writeFile({QStringLiteral("[タックシール脚注]"), QStringLiteral("脚注数=2x")});
-    const QByteArray before = bytesOf(ini());
+    const QByteArray before = fileBytes(ini());
     addFootnote(ini(), cbo);
     cbo.setText(QStringLiteral("脚注"));
     addFootnote(ini(), cbo);
-    EXPECT_EQ(bytesOf(ini()), before);
+    EXPECT_EQ(fileBytes(ini()), before);
 }

@@ -1,7 +1,6 @@
 // The help menu of the seal screen: the version screen over it, and the online help.
 
-#include "../extract/seal_install.h"
-#include "app/scenario_runner.h"
+#include "support/scenario.h"
 #include "base/text_codec.h"
 #include "seal/seal_screen.h"
 
@@ -16,11 +15,7 @@ namespace {
 
 QStringList run(const SealInstall& install, const QString& body)
 {
-    app::ScenarioRunner runner((QStringLiteral("today 2026/11/21\nstart 5\n") + body).split(u'\n'), install.appDir(),
-                               seal::makeSealScreen);
-    QStringList out, err;
-    EXPECT_EQ(runner.run([&](const QString& l) { out << l; }, [&](const QString& l) { err << l; }), 0) << err.join(u'\n').toStdString();
-    return out;
+    return sealtest::runAfterStart(install, body.split(u'\n'));
 }
 
 void writeFile(const SealInstall& install, const QString& name, const QString& text)

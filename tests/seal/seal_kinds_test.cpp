@@ -3,8 +3,7 @@
 
 #include "seal/seal_screen.h"
 
-#include "../extract/seal_install.h"
-#include "app/process.h"
+#include "support/scenario.h"
 
 #include <QFile>
 
@@ -13,6 +12,7 @@
 #include <map>
 
 using seal::frmPrintシール;
+using sealtest::drive;
 using sealtest::SealInstall;
 
 namespace {
@@ -36,20 +36,6 @@ void addEveryKind(const SealInstall& install)
         "VALUES (1, 2, 6, 'ひまわり荘', 'ﾋﾏﾜﾘ', 1), (1, 2, 7, '市民病院', 'ｼﾐﾝ', 2);"
         "INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, cShamei1, cShameiKana1, cDaihyo, iType) "
         "VALUES (1, 2, 1, '自社治療院', 'ｼﾞｼｬ', '院長 太郎', 0);"));
-}
-
-// Starts the program on the installation and gives the open screen to work.
-template <class Work>
-QStringList drive(const SealInstall& install, Work work)
-{
-    controls::RecordingPlatform platform;
-    platform.setToday(QDate(2026, 11, 21));
-    platform.modalDriver = [&](controls::Screen& s) {
-        platform.clearTranscript();
-        work(static_cast<frmPrintシール&>(s), platform);
-    };
-    app::runProcess({QStringLiteral("5"), install.appDir(), seal::makeSealScreen}, platform);
-    return platform.transcript();
 }
 
 // The transcript lines that are boxes.

@@ -4,35 +4,17 @@
 
 #include "seal/seal_screen.h"
 
-#include "../extract/seal_install.h"
-#include "app/process.h"
+#include "support/scenario.h"
 
 #include <gtest/gtest.h>
 
 using seal::frmPrintシール;
+using sealtest::drive;
 using sealtest::SealInstall;
 
 namespace {
 
-template <class Work>
-QStringList drive(const SealInstall& install, Work work)
-{
-    controls::RecordingPlatform platform;
-    platform.setToday(QDate(2026, 11, 21));
-    platform.modalDriver = [&](controls::Screen& s) {
-        platform.clearTranscript();
-        work(static_cast<frmPrintシール&>(s), platform);
-    };
-    app::runProcess({QStringLiteral("5"), install.appDir(), seal::makeSealScreen}, platform);
-    return platform.transcript();
-}
-
-QStringList items(const controls::ListBox& l)
-{
-    QStringList out;
-    for (int i = 0; i < l.ListCount(); ++i) out << l.List(i);
-    return out;
-}
+QStringList items(const controls::ListBox& l) { return sealtest::listTexts(l); }
 
 class Lists : public testing::Test {
 protected:

@@ -4,9 +4,7 @@
 
 #include "seal/seal_screen.h"
 
-#include "../extract/seal_install.h"
-#include "app/process.h"
-#include "app/scenario_runner.h"
+#include "support/scenario.h"
 
 #include <QDir>
 #include <QFile>
@@ -35,46 +33,15 @@ void addPatientsAndOffice(const SealInstall& install)
     install.touch(u"DATA/印刷設定.ini"_s);
 }
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
+using sealtest::fileBytes;
+using sealtest::crlf;
+using sealtest::drive;
 
-QByteArray crlf(const QStringList& lines)
-{
-    QByteArray out;
-    for (const QString& l : lines) out += base::toCp932(l) + "\r\n";
-    return out;
-}
-
-// Runs a script after the start; the transcript between the screen's opening and its
-// closing, with the program's folder as APP.
+// Runs a script after the start; the transcript while the seal screen is open, with the
+// program's folder as APP.
 QStringList run(const SealInstall& install, const QStringList& body)
 {
-    QStringList script{u"today 2026/11/21"_s, u"start 5"_s};
-    app::ScenarioRunner runner(script + body, install.appDir(), seal::makeSealScreen);
-    QStringList out;
-    QStringList err;
-    const int rc = runner.run([&](const QString& l) { out << l; }, [&](const QString& l) { err << l; });
-    EXPECT_EQ(rc, 0) << err.join(u'\n').toStdString();
-    const QString native = QDir::toNativeSeparators(QDir(install.appDir()).canonicalPath());
-    for (QString& l : out) l.replace(native, u"APP"_s);
-    const qsizetype open = out.indexOf(u"screen open frmPrintシール"_s);
-    const qsizetype close = out.indexOf(u"screen close frmPrintシール"_s);
-    return out.mid(open + 1, close - open - 1);
-}
-
-template <class Work>
-void drive(const SealInstall& install, Work work)
-{
-    controls::RecordingPlatform platform;
-    platform.setToday(QDate(2026, 11, 21));
-    platform.modalDriver = [&](controls::Screen& s) {
-        platform.clearTranscript();
-        work(static_cast<frmPrintシール&>(s), platform);
-    };
-    app::runProcess({u"5"_s, install.appDir(), seal::makeSealScreen}, platform);
+    return sealtest::whileOpen(sealtest::runAfterStart(install, body), u"frmPrintシール"_s);
 }
 
 const QString kTitle =
@@ -100,14 +67,14 @@ TEST_F(Printing, FromTickingToTheEngineInTheOrderOfTicking)
     EXPECT_EQ(t, QStringList({kQuestion, kPrintRun}));
 
     const QString office = u"\"ひかり鍼灸院\",\"105-0014\",\"港区芝1-1\",\"03-0000-1111\",\"03-0000-2222\",\"\""_s;
-    EXPECT_EQ(bytesOf(tmpFile(u"シール.csv"_s)),
+    EXPECT_EQ(fileBytes(tmpFile(u"シール.csv"_s)),
               crlf({kTitle,
                     u"1,\"山田 太郎 様\",\"ﾔﾏﾀﾞ ﾀﾛｳ\",\"\",\"\",\"〒 100-0001\",\"千代田区1-2-3\",\"03-1234-5678\",\"\",\"\","
                     u"\"0\",\"様\",\"\",\"\","_s + office,
                     u"2,\"佐藤 花子 様\",\"ｻﾄｳ ﾊﾅｺ\",\"\",\"\",\"〒 150-0002\",\"渋谷区4-5\",\"\",\"\",\"\","
                     u"\"0\",\"様\",\"\",\"\","_s + office}));
     const QString app = QDir::toNativeSeparators(QDir(install.appDir()).canonicalPath());
-    EXPECT_EQ(base::toCp932(base::fromCp932(bytesOf(tmpFile(u"WfdCom.dat"_s))).replace(app, u"APP"_s)),
+    EXPECT_EQ(base::toCp932(base::fromCp932(fileBytes(tmpFile(u"WfdCom.dat"_s))).replace(app, u"APP"_s)),
               crlf({u"FileName,\"APP\\SYS\\シール.wfd\""_s, u"Title,\"シール\""_s,
                     u"SetDataText,\"シール\",\"APP\\TMP\\シール.csv\""_s, u"PrintPaper, A4"_s,
                     u"PrintOutFromDialog"_s}));
@@ -117,7 +84,7 @@ TEST_F(Printing, WithoutAnOrderModeTheGridOrderHolds)
 {
     run(install, {u"check chkEnter off"_s, u"tick fpSpread02 3 on"_s, u"tick fpSpread02 1 on"_s,
                   u"click mnMenuPreview"_s});
-    const QList<QByteArray> lines = bytesOf(tmpFile(u"シール.csv"_s)).split('\n');
+    const QList<QByteArray> lines = fileBytes(tmpFile(u"シール.csv"_s)).split('\n');
     ASSERT_EQ(lines.size(), 4);
     EXPECT_TRUE(lines[1].startsWith("2,"));
     EXPECT_TRUE(lines[2].startsWith("1,"));
@@ -129,8 +96,8 @@ TEST_F(Printing, EnvelopesUseTheirOwnFileFormAndWideAddresses)
         run(install, {u"click opPMode(1)"_s, u"choose cmbHutou 2"_s, u"tick fpSpread02 3 on"_s, u"click mnMenuPreview"_s});
     // A preview asks nothing and opens the second viewer.
     EXPECT_EQ(t, QStringList({kPreviewRun}));
-    EXPECT_TRUE(bytesOf(tmpFile(u"封筒印刷.csv"_s)).contains(base::toCp932(u"\"千代田区１-２-３\""_s)));
-    EXPECT_TRUE(bytesOf(tmpFile(u"WfdCom.dat"_s)).contains(base::toCp932(u"封筒印刷長3_横.wfd\"\r\nTitle,\"封筒\""_s)));
+    EXPECT_TRUE(fileBytes(tmpFile(u"封筒印刷.csv"_s)).contains(base::toCp932(u"\"千代田区１-２-３\""_s)));
+    EXPECT_TRUE(fileBytes(tmpFile(u"WfdCom.dat"_s)).contains(base::toCp932(u"封筒印刷長3_横.wfd\"\r\nTitle,\"封筒\""_s)));
 }
 
 TEST_F(Printing, CancelAtTheQuestionMakesNothing)
@@ -140,20 +107,12 @@ TEST_F(Printing, CancelAtTheQuestionMakesNothing)
     EXPECT_FALSE(QFile::exists(tmpFile(u"シール.csv"_s)));
 }
 
-TEST_F(Printing, RefusedWhenNothingIsTicked)
+TEST_F(Printing, IsRefusedWithoutTicksWithAnEmptyListOrWithoutALineToOrderBy)
 {
     EXPECT_EQ(run(install, {u"click mnMenuPrint"_s}),
               QStringList({u"box 48 シール印刷|印刷対象データが選択されていません。"_s}));
-}
-
-TEST_F(Printing, RefusedWhenTheListIsEmpty)
-{
     EXPECT_EQ(run(install, {u"click optMst(5)"_s, u"click mnMenuPreview"_s}),
               QStringList({u"box 48 シール印刷|印刷対象データが表示されていません。"_s}));
-}
-
-TEST_F(Printing, OrderByTickingNeedsALine)
-{
     EXPECT_EQ(run(install, {u"check chkCheck on"_s, u"click mnMenuPrint"_s}),
               QStringList({u"box 48 シール印刷|リストにデータがありません。「対象」をチェックして下さい。"_s}));
 }
@@ -163,7 +122,7 @@ TEST_F(Printing, AHiddenTickedRowStillPrints)
     const QStringList t = run(install, {u"check chkEnter off"_s, u"tick fpSpread02 3 on"_s,
                                         u"type txtName 佐藤"_s, u"click btnDisp"_s, u"click mnMenuPreview"_s});
     EXPECT_EQ(t, QStringList({kPreviewRun}));
-    EXPECT_TRUE(bytesOf(tmpFile(u"シール.csv"_s)).contains(base::toCp932(u"1,\"山田 太郎 様\""_s)));
+    EXPECT_TRUE(fileBytes(tmpFile(u"シール.csv"_s)).contains(base::toCp932(u"1,\"山田 太郎 様\""_s)));
 }
 
 TEST_F(Printing, AMissingTemporaryFolderShowsOneBoxAndStartsNothing)
@@ -177,14 +136,14 @@ TEST_F(Printing, StartCellCopiesAndFootnoteReachTheFile)
 {
     run(install, {u"choose cmbSealType 2"_s, u"cell fpSpread_3x10 10 3"_s, u"type numMaisu 2"_s,
                   u"choose cboKyakutyuList 1"_s, u"tick fpSpread02 3 on"_s, u"click mnMenuPreview"_s});
-    const QList<QByteArray> lines = bytesOf(tmpFile(u"シール.csv"_s)).split('\n');
+    const QList<QByteArray> lines = fileBytes(tmpFile(u"シール.csv"_s)).split('\n');
     // Title, 29 blank labels, two copies, and what follows the last CR LF.
     ASSERT_EQ(lines.size(), 33);
     EXPECT_EQ(lines[29], QByteArray("0,,,,,,,,,,,,,,,,,,,\r"));
     EXPECT_TRUE(lines[30].startsWith("1,"));
     EXPECT_EQ(lines[30], lines[31]);
     EXPECT_TRUE(lines[30].endsWith(base::toCp932(u",\"同意書在中\"\r"_s)));
-    EXPECT_TRUE(bytesOf(tmpFile(u"WfdCom.dat"_s)).contains(base::toCp932(u"ビーコン用シール30M.wfd"_s)));
+    EXPECT_TRUE(fileBytes(tmpFile(u"WfdCom.dat"_s)).contains(base::toCp932(u"ビーコン用シール30M.wfd"_s)));
 }
 
 TEST_F(Printing, AfterPrintingEverythingStandsAndTheStatusIsCleared)
@@ -212,7 +171,7 @@ TEST_F(Printing, TheButtonsSaveTheSettingsWhateverTheRun)
         // Nothing ticked: the run is refused, the settings are saved all the same.
         f.btnJisseki[1].click();
     });
-    const QString saved = base::fromCp932(bytesOf(install.settingsIni()));
+    const QString saved = base::fromCp932(fileBytes(install.settingsIni()));
     EXPECT_TRUE(saved.contains(u"タックシール宛先=総務課御中"_s)) << saved.toStdString();
     EXPECT_TRUE(saved.contains(u"Enter=1"_s));
 }
@@ -241,7 +200,7 @@ TEST_F(Printing, InTheEnterModeAnEmptyListDoesNotStopThePrint)
         f.mnMenuPreview.click();
         // The labels follow the empty list: the file has its title only, and goes to
         // the engine all the same.
-        EXPECT_EQ(bytesOf(tmpFile(u"シール.csv"_s)), crlf({kTitle}));
+        EXPECT_EQ(fileBytes(tmpFile(u"シール.csv"_s)), crlf({kTitle}));
         EXPECT_EQ(p.transcript(), QStringList({kPreviewRun}));
     });
 }

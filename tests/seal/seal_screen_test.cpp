@@ -3,8 +3,7 @@
 
 #include "seal/seal_screen.h"
 
-#include "../extract/seal_install.h"
-#include "app/scenario_runner.h"
+#include "support/scenario.h"
 
 #include <QDir>
 
@@ -21,38 +20,15 @@ QStringList lines(std::initializer_list<const char*> l)
     return out;
 }
 
-// Runs a script on the installation; the transcript with the program's folder as APP.
-QStringList run(const SealInstall& install, const QStringList& script)
-{
-    app::ScenarioRunner runner(script, install.appDir(), seal::makeSealScreen);
-    QStringList out;
-    QStringList err;
-    const int rc = runner.run([&](const QString& l) { out << l; }, [&](const QString& l) { err << l; });
-    EXPECT_EQ(rc, 0) << err.join(u'\n').toStdString();
-    const QString native = QDir::toNativeSeparators(QDir(install.appDir()).canonicalPath());
-    for (QString& l : out) l.replace(native, QStringLiteral("APP"));
-    return out;
-}
+QStringList run(const SealInstall& install, const QStringList& script) { return sealtest::runScript(install, script); }
 
 QStringList runWith(const SealInstall& install, const QStringList& body, const char* start = "start 5")
 {
-    QStringList script{QStringLiteral("today 2026/11/21"), QString::fromUtf8(start)};
-    return run(install, script + body);
+    return sealtest::runAfterStart(install, body, QString::fromUtf8(start));
 }
 
-// Starts the process with a run mode and hands the open seal screen to work; returns
-// the transcript.
-template <class Work>
-QStringList drive(const SealInstall& install, Work work, const QString& commandLine = QStringLiteral("5"))
-{
-    controls::RecordingPlatform platform;
-    platform.setToday(QDate(2026, 11, 21));
-    platform.modalDriver = [&](controls::Screen& s) { work(static_cast<seal::frmPrintシール&>(s)); };
-    const int code = app::runProcess({commandLine, install.appDir(), seal::makeSealScreen}, platform);
-    QStringList t = platform.transcript();
-    t << QStringLiteral("end %1").arg(code);
-    return t;
-}
+// The whole transcript of the process, the open seal screen handed to work.
+using sealtest::driveProcess;
 
 const QStringList kOpen = lines({"screen open frmBack", "screen open frmPrintシール"});
 
@@ -165,7 +141,7 @@ TEST(Markers, EmptyFilesCountAsPresent)
 {
     SealInstall install;
     for (const char* m : {"MGNT.CID", "FRAS.CID", "SGRB.CID"}) install.touch(QString::fromLatin1(m));
-    drive(install, [](seal::frmPrintシール& f) {
+    driveProcess(install, [](seal::frmPrintシール& f) {
         EXPECT_TRUE(f.btnSejutsuKeika.visible());
         // Labels only, the one choice in the middle of its frame.
         EXPECT_FALSE(f.opPMode[1].visible());
@@ -193,7 +169,7 @@ TEST(Markers, AbsentFilesLeaveTheFeaturesOff)
 TEST(InstallationSettings, WaType5HidesCareManagersAndMovesTheTwoBelowUp)
 {
     SealInstall install({QStringLiteral("和タイプ=5xyz")});
-    drive(install, [](seal::frmPrintシール& f) {
+    driveProcess(install, [](seal::frmPrintシール& f) {
         EXPECT_EQ(f.job.sWaType, QStringLiteral("5"));
         EXPECT_FALSE(f.optMst[4].visible());
         EXPECT_EQ(f.optMst[5].top(), f.optMst[4].top());
@@ -203,7 +179,7 @@ TEST(InstallationSettings, WaType5HidesCareManagersAndMovesTheTwoBelowUp)
         EXPECT_EQ(f.optMst[6].caption(), QStringLiteral("施設"));
     });
     SealInstall other({QStringLiteral("和タイプ=1")});
-    drive(other, [](seal::frmPrintシール& f) {
+    driveProcess(other, [](seal::frmPrintシール& f) {
         EXPECT_EQ(f.job.sWaType, QStringLiteral("1"));
         EXPECT_TRUE(f.optMst[4].visible());
         EXPECT_EQ(f.optMst[5].top(), f.optMst[4].top() + 300);
@@ -213,7 +189,7 @@ TEST(InstallationSettings, WaType5HidesCareManagersAndMovesTheTwoBelowUp)
 TEST(InstallationSettings, KindsStandInTheOrderOfTheScreenWithInstitutionsAboveOwnOffices)
 {
     SealInstall install;
-    drive(install, [](seal::frmPrintシール& f) {
+    driveProcess(install, [](seal::frmPrintシール& f) {
         EXPECT_EQ(f.optMst[7].caption(), QStringLiteral("自社"));
         EXPECT_EQ(f.optMst[8].caption(), QStringLiteral("医療機関"));
         EXPECT_LT(f.optMst[8].top(), f.optMst[7].top());

@@ -3,12 +3,13 @@
 
 #include "seal/seal_screen.h"
 
-#include "../extract/seal_install.h"
-#include "app/process.h"
+#include "support/scenario.h"
 
 #include <gtest/gtest.h>
 
 using seal::frmPrintシール;
+using sealtest::drive;
+using sealtest::listTexts;
 using sealtest::SealInstall;
 using namespace Qt::StringLiterals;
 
@@ -25,26 +26,6 @@ void addAddressees(const SealInstall& install)
     install.exec(u"INSERT INTO DOCTOR (cIDno, cName, cNameKana, cKikan) VALUES "
                  u"('501', '医師 一', 'ｲｼ ｲﾁ', '中央病院'), ('502', '医師 二', 'ｲｼ ﾆ', '北病院');"_s);
     install.touch(u"DATA/印刷設定.ini"_s);
-}
-
-template <class Work>
-QStringList drive(const SealInstall& install, Work work)
-{
-    controls::RecordingPlatform platform;
-    platform.setToday(QDate(2026, 11, 21));
-    platform.modalDriver = [&](controls::Screen& s) {
-        platform.clearTranscript();
-        work(static_cast<frmPrintシール&>(s));
-    };
-    app::runProcess({u"5"_s, install.appDir(), seal::makeSealScreen}, platform);
-    return platform.transcript();
-}
-
-QStringList listTexts(const controls::ListBox& l)
-{
-    QStringList out;
-    for (int i = 0; i < l.ListCount(); ++i) out << l.List(i);
-    return out;
 }
 
 class Ticks : public testing::Test {

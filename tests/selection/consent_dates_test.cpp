@@ -2,7 +2,7 @@
 
 #include "selection/consent_extract.h"
 
-#include "extract/seal_install.h"
+#include "support/installation.h"
 
 #include <gtest/gtest.h>
 

@@ -3,12 +3,12 @@
 
 #include "selection/consent_extract.h"
 
-#include "consent_fixture.h"
+#include "support/consent_db.h"
 
 #include <gtest/gtest.h>
 
 using namespace selection;
-using consenttest::ConsentDb;
+using sealtest::ConsentDb;
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "dialogs/staff_search.h"
 #include "base/text_codec.h"
-#include "consent_fixture.h"
+#include "support/consent_db.h"
 
 #include <QFile>
 
@@ -15,7 +15,7 @@
 #include <string>
 
 using namespace selection;
-using consenttest::ConsentDb;
+using sealtest::ConsentDb;
 
 namespace {
 
@@ -27,11 +27,7 @@ std::string caseName(const char* text)
     return s.empty() ? std::string("empty") : s;
 }
 
-QByteArray bytesOf(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
+using sealtest::fileBytes;
 
 class ConsentScreen : public ::testing::Test {
 protected:
@@ -179,7 +175,7 @@ TEST_F(ConsentScreen, SortOrderIsWrittenOnlyAfterALedgerRunWithRows)
     install.writeLines(QStringLiteral("DATA/印刷設定.ini"),
                        {QStringLiteral("[タックシール]"), QStringLiteral("X=1"), QStringLiteral("[同意台帳]"),
                         QStringLiteral("ソート順=0")});
-    const QByteArray before = bytesOf(install.settingsIni());
+    const QByteArray before = fileBytes(install.settingsIni());
     frmDoui seal{values.platform};
     seal.iInit(*db, 1);
     seal.mnSort[1].click();
@@ -187,14 +183,14 @@ TEST_F(ConsentScreen, SortOrderIsWrittenOnlyAfterALedgerRunWithRows)
     EXPECT_FALSE(seal.mnSort[0].checked());
     seal.btnPrint(2).click();
     EXPECT_TRUE(seal.isUnloaded());
-    EXPECT_EQ(bytesOf(install.settingsIni()), before);
+    EXPECT_EQ(fileBytes(install.settingsIni()), before);
 
     // The hand-over closed its connection; the ledger runs on a new one.
     auto ledgerDb = install.connect();
     screen.iInit(*ledgerDb, 0);
     screen.mnSort[1].click();
     screen.btnPrint(1).click();
-    EXPECT_EQ(base::fromCp932(bytesOf(install.settingsIni())),
+    EXPECT_EQ(base::fromCp932(fileBytes(install.settingsIni())),
               QStringLiteral("[タックシール]\r\nX=1\r\n[同意台帳]\r\nソート順=1\r\n"));
 }
 
@@ -304,13 +300,13 @@ TEST_F(ConsentScreen, LedgerPrintWritesTheDataFileAndStartsTheEngine)
     screen.iInit(*db, 0);
     values.platform.clearTranscript();
     screen.btnPrint(0).click();
-    const QByteArray csv = bytesOf(install.path(QStringLiteral("TMP/同意データ.csv")));
+    const QByteArray csv = fileBytes(install.path(QStringLiteral("TMP/同意データ.csv")));
     const QStringList lines = base::fromCp932(csv).split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
     ASSERT_EQ(lines.size(), 4);
     EXPECT_TRUE(lines[1].startsWith(QStringLiteral("\"1\",\"2026/11/01\",\"マッサージ\",1,101,\"青木 一\",11,")));
     EXPECT_TRUE(lines[2].startsWith(QStringLiteral("\"1\",\"2026/11/01\",\"マッサージ\",2,102,")));
     EXPECT_TRUE(lines[3].startsWith(QStringLiteral("\"1\",\"2026/11/01\",\"マッサージ\",1,103,")));
-    const QString script = base::fromCp932(bytesOf(install.path(QStringLiteral("TMP/WfdCom.dat"))));
+    const QString script = base::fromCp932(fileBytes(install.path(QStringLiteral("TMP/WfdCom.dat"))));
     EXPECT_TRUE(script.contains(QStringLiteral("同意台帳_TKZK.wfd")));
     EXPECT_TRUE(script.contains(QStringLiteral("同意データ.csv")));
     ASSERT_FALSE(values.platform.transcript().isEmpty());

@@ -4,7 +4,8 @@
 #include "selection/handover.h"
 #include "selection/ledger_csv.h"
 
-#include "base/test_helpers.h"
+#include "support/files.h"
+#include "support/printers.h"
 #include "base/text_codec.h"
 
 #include <QTemporaryDir>
@@ -48,22 +49,22 @@ TEST(LedgerCsv, FileBytesAreCp932WithQuotedTextsAndBareNumbers)
                              + QStringLiteral("\"1\",\"2026/11/01\",\"マッサージ\",1,101,\"青木 一\",11,\"2026/09/15\","
                                               "\"2026/11/30\",\"2026/12/01\",8,\"佐藤\",\"\",\"\",\"\",\"\",\"山田太郎\","
                                               "\"山田医院\",\"03-1111-2222\",\"D1\",1,0,0\r\n");
-    EXPECT_EQ(testing_files::getBytes(path), base::toCp932(expected));
+    EXPECT_EQ(sealtest::fileBytes(path), base::toCp932(expected));
 }
 
 TEST(LedgerCsv, APreviousFileIsReplacedNotAppendedTo)
 {
     QTemporaryDir dir;
     const QString path = dir.path() + QStringLiteral("/同意データ.csv");
-    testing_files::putBytes(path, QByteArray(5000, 'x'));
+    sealtest::putBytes(path, QByteArray(5000, 'x'));
     writeLedgerCsv(path, ledgerCsvLines({}, QDate(2026, 11, 1), 0, true));
-    EXPECT_EQ(testing_files::getBytes(path), base::toCp932(QString::fromUtf8(kTitleLine)) + "\r\n");
+    EXPECT_EQ(sealtest::fileBytes(path), base::toCp932(QString::fromUtf8(kTitleLine)) + "\r\n");
 }
 
 TEST(LedgerCsv, AFolderThatDoesNotExistIsAFault)
 {
     QTemporaryDir dir;
-    EXPECT_NE(testing_files::faultOf([&] {
+    EXPECT_NE(sealtest::faultOf([&] {
                   writeLedgerCsv(dir.path() + QStringLiteral("/no/such/同意データ.csv"), {QStringLiteral("x")});
               }),
               0);

@@ -1,10 +1,11 @@
 #pragma once
-// Readable failure output for the texts and bytes the report drivers produce: texts as
-// UTF-8, script and CSV bytes decoded from CP932 with CR and LF shown.
+// Readable failure output for the Qt values tests compare: texts as UTF-8, bytes as
+// their CP932 text with CR and LF shown and, for short ones, their hex, dates as ISO.
 
 #include "base/text_codec.h"
 
 #include <QByteArray>
+#include <QDate>
 #include <QString>
 
 #include <ostream>
@@ -16,4 +17,7 @@ inline void PrintTo(const QByteArray& b, std::ostream* os)
     QString text = base::fromCp932(b);
     text.replace(u'\r', QStringLiteral("\\r")).replace(u'\n', QStringLiteral("\\n\n"));
     *os << "bytes[" << b.size() << "]\n" << text.toStdString();
+    if (b.size() <= 64) *os << "\nhex " << b.toHex(' ').toStdString();
 }
+
+inline void PrintTo(const QDate& d, std::ostream* os) { *os << d.toString(Qt::ISODate).toStdString(); }

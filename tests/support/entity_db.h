@@ -4,7 +4,10 @@
 // SiteKey (1, 2) and a recording platform. Rows are written with the SQLite C API
 // directly, so that the code under test never builds its own fixture.
 
-#include "app/globals.h"
+#include "support/globals_scope.h"
+#include "support/installation.h"
+#include "support/printers.h"
+
 #include "base/ini_file.h"
 #include "controls/recording_platform.h"
 #include "data/ct_adodb.h"
@@ -19,18 +22,17 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <ostream>
+#include <optional>
 #include <vector>
 
-inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
-
-namespace entitytest {
+namespace sealtest {
 
 class InstallationTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
         ASSERT_TRUE(dir_.isValid());
+        globals_.emplace();
         app::gsAppPath = dir_.path();
         app::iKyotenCd = 1;
         app::iKyotenEb = 2;
@@ -45,7 +47,7 @@ protected:
     void TearDown() override
     {
         held_.clear();
-        app::setPlatform(nullptr);
+        globals_.reset();
     }
 
     void setConnectString(const QString& text)
@@ -61,13 +63,11 @@ protected:
     // Runs statements on the file outside the code under test.
     void run(const QString& sql) const
     {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(dbPath_.toUtf8().constData(), &db), SQLITE_OK);
-        char* message = nullptr;
-        const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
-        EXPECT_EQ(rc, SQLITE_OK) << (message ? message : "") << "\n" << sql.toStdString();
-        sqlite3_free(message);
-        sqlite3_close(db);
+        try {
+            execSql(dbPath_, sql);
+        } catch (const std::exception& e) {
+            ADD_FAILURE() << e.what();
+        }
     }
 
     // One integer from the file, outside the code under test.
@@ -134,6 +134,7 @@ protected:
 private:
     // Tables before their connections: each is let go in the order it was taken.
     std::vector<std::shared_ptr<void>> held_;
+    std::optional<GlobalsScope> globals_;
 };
 
 // The nIDNo of every row a table class read, in its order; at is its row accessor.
@@ -149,4 +150,4 @@ std::vector<qint32> ids(Table& table, Row& (Table::*at)(qint32))
 // The statement's lines, for messages that show where two statements part.
 inline QStringList lines(const QString& sql) { return sql.split(QStringLiteral("\r\n")); }
 
-}  // namespace entitytest
+}  // namespace sealtest

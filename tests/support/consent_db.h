@@ -2,16 +2,15 @@
 // An installation with a database of consents, doctors, staff and progress reports
 // for the side screens: office 1, branch 2 (BASEID "0102"), today 2026/11/21.
 
-#include "extract/seal_install.h"
+#include "support/installation.h"
 
 #include "data/ct_adodb.h"
 
 #include <QString>
 
-namespace consenttest {
+#include <memory>
 
-using sealtest::ProcessValues;
-using sealtest::SealInstall;
+namespace sealtest {
 
 // SQL literal of a text, or NULL for a null QString.
 inline QString lit(const QString& text) { return text.isNull() ? QStringLiteral("NULL") : u'\'' + text + u'\''; }
@@ -75,4 +74,4 @@ public:
     }
 };
 
-}  // namespace consenttest
+}  // namespace sealtest

@@ -1,27 +1,19 @@
 #pragma once
-// A working grid filled the way the list fill leaves it, a throw-away temporary
-// folder, and the file's bytes, for the tests of the label data.
+// A working grid filled the way the list fill leaves it, for the tests of the label
+// data.
 
-#include "base/text_codec.h"
+#include "support/files.h"
+#include "support/globals_scope.h"
+#include "support/printers.h"
+
 #include "controls/grid.h"
 #include "controls/recording_platform.h"
-#include "app/globals.h"
-#include "extract/label_records.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <initializer_list>
 #include <memory>
-#include <ostream>
 #include <utility>
 
-inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
-
-namespace labeltest {
+namespace sealtest {
 
 using Cells = std::initializer_list<std::pair<int, QString>>;
 
@@ -62,21 +54,10 @@ inline void tick(controls::Grid& g, int row) { g.setText(1, row, QStringLiteral(
 class PlatformScope {
 public:
     PlatformScope() { app::setPlatform(&platform); }
-    ~PlatformScope() { app::setPlatform(nullptr); }
     controls::RecordingPlatform platform;
+
+private:
+    GlobalsScope scope_;
 };
 
-inline QByteArray fileBytes(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
-inline QByteArray crlf(const QStringList& lines)
-{
-    QByteArray out;
-    for (const QString& l : lines) out += base::toCp932(l) + "\r\n";
-    return out;
-}
-
-}  // namespace labeltest
+}  // namespace sealtest

@@ -3,12 +3,14 @@
 // adodb.ini pointing at a SQLite database of the suite's schema, and the data folder
 // that holds 印刷設定.ini. Tests add patients and markers to it.
 
-#include "app/globals.h"
-#include "base/text_codec.h"
+#include "support/files.h"
+#include "support/globals_scope.h"
+#include "support/printers.h"
+
 #include "controls/recording_platform.h"
 #include "data/schema.h"
 
-#include <QByteArray>
+#include <QDate>
 #include <QDir>
 #include <QFile>
 #include <QString>
@@ -17,14 +19,27 @@
 
 #include <sqlite3.h>
 
-#include <gtest/gtest.h>
-
-#include <ostream>
 #include <stdexcept>
-
-inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+#include <string>
 
 namespace sealtest {
+
+// Runs SQL on a SQLite file outside the code under test (UTF-8 statements; several at
+// once); throws with SQLite's message when a statement fails.
+inline void execSql(const QString& file, const QString& sql)
+{
+    sqlite3* db = nullptr;
+    if (sqlite3_open(file.toUtf8().constData(), &db) != SQLITE_OK) {
+        sqlite3_close(db);
+        throw std::runtime_error("cannot open fixture database");
+    }
+    char* message = nullptr;
+    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
+    const std::string text = message ? message : "";
+    sqlite3_free(message);
+    sqlite3_close(db);
+    if (rc != SQLITE_OK) throw std::runtime_error("fixture SQL failed: " + text + "\n" + sql.toStdString());
+}
 
 class SealInstall {
 public:
@@ -49,32 +64,9 @@ public:
     QString path(const QString& name) const { return dir_.path() + u'/' + name; }
     QString settingsIni() const { return path(QStringLiteral("DATA/印刷設定.ini")); }
 
-    void writeLines(const QString& name, const QStringList& lines) const
-    {
-        QFile f(path(name));
-        if (!f.open(QIODevice::WriteOnly)) throw std::runtime_error("cannot write fixture");
-        for (const QString& l : lines) f.write(base::toCp932(l) + "\r\n");
-    }
-
-    void touch(const QString& name) const
-    {
-        QFile f(path(name));
-        if (!f.open(QIODevice::WriteOnly)) throw std::runtime_error("cannot write fixture");
-    }
-
-    // Runs SQL on the database (UTF-8 statements; several at once).
-    void exec(const QString& sql) const
-    {
-        sqlite3* db = nullptr;
-        if (sqlite3_open(path(QStringLiteral("seal.db")).toUtf8().constData(), &db) != SQLITE_OK)
-            throw std::runtime_error("cannot open fixture database");
-        char* message = nullptr;
-        const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
-        const std::string text = message ? message : "";
-        sqlite3_free(message);
-        sqlite3_close(db);
-        if (rc != SQLITE_OK) throw std::runtime_error("fixture SQL failed: " + text);
-    }
+    void writeLines(const QString& name, const QStringList& lines) const { writeCrlf(path(name), lines); }
+    void touch(const QString& name) const { putBytes(path(name), QByteArray()); }
+    void exec(const QString& sql) const { execSql(path(QStringLiteral("seal.db")), sql); }
 
     // One patient of this office; text columns given as SQL literals or NULL.
     void addPatient(int id, const QString& name, const QString& kana, const QString& birthday = QStringLiteral("NULL"),
@@ -102,20 +94,24 @@ private:
     QTemporaryDir dir_;
 };
 
-// The process-wide values as the start sets them, on a recording platform.
+// The process-wide values as the start sets them, on a recording platform whose today
+// is 2026/11/21; all of them are put back when the scope ends.
 class ProcessValues {
 public:
-    explicit ProcessValues(const SealInstall& install)
+    explicit ProcessValues(const SealInstall& install) : ProcessValues(install.appDir()) {}
+    explicit ProcessValues(const QString& appDir)
     {
         platform.setToday(QDate(2026, 11, 21));
         app::setPlatform(&platform);
-        app::gsAppPath = install.appDir();
+        app::gsAppPath = appDir;
         app::iKyotenCd = 1;
         app::iKyotenEb = 2;
     }
-    ~ProcessValues() { app::setPlatform(nullptr); }
 
     controls::RecordingPlatform platform;
+
+private:
+    GlobalsScope scope_;
 };
 
 }  // namespace sealtest
