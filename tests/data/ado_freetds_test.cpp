@@ -1,0 +1,213 @@
+// The FreeTDS ODBC driver against the TDS test server: how the faults of the field
+// reach the program. A refused login, a server that is not there, a connection lost in
+// the middle of a result, a statement past its time-out and a server that answers
+// nonsense each fail with the driver's SQLSTATE and native error in the provider's
+// records, in the form each cT_ADODB routine gives, and never hang.
+
+#include "ado_roads.h"
+
+#include "base/vb_error.h"
+#include "data/ado/faults.h"
+#include "data/ct_adodb.h"
+
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+using namespace data::ado;
+using data::cT_ADODB;
+using Fault = tdstest::ServerOptions::Fault;
+
+namespace {
+
+class FreeTds : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (const QString missing = adotest::FreeTdsRoad::missing(); !missing.isEmpty())
+            GTEST_SKIP() << missing.toStdString();
+        options.databasePath = db.path();
+    }
+
+    QString start(Fault fault = Fault::None)
+    {
+        options.fault = fault;
+        server = std::make_unique<tdstest::TdsTestServer>(options);
+        port = server->start();
+        EXPECT_NE(port, 0) << server->errorText().toStdString();
+        return tdstest::freeTdsConnectString(port, options);
+    }
+
+    // The first provider record of a failed open, and the fault it raised.
+    static std::pair<base::VbError, Error> failedOpen(const QString& connect)
+    {
+        Connection connection;
+        try {
+            connection.Open(connect);
+        } catch (const base::VbError& fault) {
+            EXPECT_EQ(connection.State(), adStateClosed);
+            EXPECT_GE(connection.Errors().Count(), 1);
+            return {fault, connection.Errors().Count() ? connection.Errors().Item(0) : Error{}};
+        }
+        ADD_FAILURE() << "the open did not fail";
+        return {base::VbError(0, QString()), Error{}};
+    }
+
+    // "(" the number with its sign position ")" the description: what iConnect leaves.
+    static QString shortForm(const base::VbError& fault)
+    {
+        return QStringLiteral("(") + (fault.number() < 0 ? QString() : QStringLiteral(" "))
+               + QString::number(fault.number()) + QStringLiteral(")") + fault.description();
+    }
+
+    adotest::TestDb db;
+    tdstest::ServerOptions options;
+    std::unique_ptr<tdstest::TdsTestServer> server;
+    quint16 port = 0;
+};
+
+TEST_F(FreeTds, AWrongPasswordIsRefusedWithTheServersLoginRecord)
+{
+    start();
+    tdstest::ServerOptions wrong = options;
+    wrong.password = QStringLiteral("not-the-password");
+    const QString connect = tdstest::freeTdsConnectString(port, wrong);
+    const auto [fault, error] = failedOpen(connect);
+    // FreeTDS gives the server's login refusal (18456) the state 42000.
+    EXPECT_EQ(error.SQLState, QStringLiteral("42000"));
+    EXPECT_EQ(error.NativeError, 18456);
+    EXPECT_TRUE(error.Description.contains(QStringLiteral("Login failed for user 'sa'."))) << error.Description.toStdString();
+    EXPECT_EQ(fault.number(), error.Number);
+
+    cT_ADODB adodb;
+    adodb.iInit(connect);
+    EXPECT_EQ(adodb.iConnect(), -1);
+    EXPECT_EQ(adodb.sErrMsg(), shortForm(fault));
+    EXPECT_EQ(server->logins(), 0);
+}
+
+TEST_F(FreeTds, AServerThatIsNotListeningFailsAtOnce)
+{
+    const QString connect = start();
+    server->stop();
+    QElapsedTimer clock;
+    clock.start();
+    const auto [fault, error] = failedOpen(connect);
+    EXPECT_LT(clock.elapsed(), kConnectionTimeout * 1000);
+    EXPECT_TRUE(error.SQLState.startsWith(QStringLiteral("08"))) << error.SQLState.toStdString();
+    EXPECT_EQ(error.Source, QStringLiteral("ODBC"));
+
+    cT_ADODB adodb;
+    adodb.iInit(connect);
+    EXPECT_EQ(adodb.iConnect(), -1);
+    EXPECT_EQ(adodb.sErrMsg(), shortForm(fault));
+}
+
+TEST_F(FreeTds, AConnectionClosedInTheMiddleOfAResultLeavesNoRecordset)
+{
+    cT_ADODB adodb;
+    adodb.iInit(start(Fault::CloseMidResult));
+    ASSERT_EQ(adodb.iConnect(), 0) << adodb.sErrMsg().toStdString();
+    auto rs = std::make_unique<Recordset>();
+    const QString sql = QStringLiteral("SELECT nIDNo, cName FROM RIYOUSHA ORDER BY nIDNo");
+    EXPECT_EQ(adodb.iOpenRecSet(rs, sql, 0, 1, 1), -1);
+    EXPECT_EQ(rs->State(), adStateClosed);  // no half of the rows
+    const QString text = adodb.sErrMsg();
+    EXPECT_TRUE(text.startsWith(QStringLiteral("(-"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("\rSQL=") + sql + QStringLiteral("\rConnection State=1\rError Number: ")))
+        << text.toStdString();
+    // FreeTDS tells a lost connection by its own message number 20017.
+    EXPECT_TRUE(text.contains(QStringLiteral("Unexpected EOF from the server\r  Source: ODBC\r"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("\r  Native Error: 20017"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("provider error(s) occurred."))) << text.toStdString();
+}
+
+TEST_F(FreeTds, AStatementPastTheCommandTimeoutIsCancelledAndTheConnectionGoesOn)
+{
+    cT_ADODB adodb;
+    adodb.iInit(start());
+    ASSERT_EQ(adodb.iConnect(), 0) << adodb.sErrMsg().toStdString();
+    ASSERT_EQ(adodb.iSetTimeout(1), 0);
+    const QString stall = QStringLiteral("WAITFOR DELAY '00:00:30'");
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(adodb.iExecSQL(stall), -1);
+    EXPECT_LT(clock.elapsed(), 10000);
+    const QString text = adodb.sErrMsg();
+    EXPECT_TRUE(text.startsWith(QStringLiteral("ERR:iExecSQL (-"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("\r  SQL State: HYT00\r"))) << text.toStdString();
+    EXPECT_TRUE(text.endsWith(QStringLiteral("\rSQL=") + stall)) << text.toStdString();
+    // The server was told to stop: the next statement is answered.
+    auto rs = std::make_unique<Recordset>();
+    ASSERT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT count(*) AS n FROM STAFF"), 0, 1, 1), 0) << adodb.sErrMsg().toStdString();
+    EXPECT_EQ(rs->Fields(QStringLiteral("n")).Value(), QVariant(3));
+}
+
+// A server that answers a query with something that is no TDS: a clear failure
+// within the command time-out, never a crash or a wait without end.
+class FreeTdsBadReply : public FreeTds, public ::testing::WithParamInterface<Fault> {};
+
+TEST_P(FreeTdsBadReply, FailsClearlyWithinTheCommandTimeout)
+{
+    cT_ADODB adodb;
+    adodb.iInit(start(GetParam()));
+    ASSERT_EQ(adodb.iConnect(), 0) << adodb.sErrMsg().toStdString();
+    ASSERT_EQ(adodb.iSetTimeout(2), 0);
+    auto rs = std::make_unique<Recordset>();
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT nIDNo FROM STAFF"), 0, 1, 1), -1);
+    EXPECT_LT(clock.elapsed(), 10000);
+    EXPECT_EQ(rs->State(), adStateClosed);
+    const QString text = adodb.sErrMsg();
+    EXPECT_TRUE(text.startsWith(QStringLiteral("(-"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("\r  SQL State: "))) << text.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Replies, FreeTdsBadReply,
+                         ::testing::Values(Fault::MalformedReply, Fault::TruncatedReply, Fault::UnknownType),
+                         [](const auto& info) {
+                             switch (info.param) {
+                             case Fault::MalformedReply: return std::string("Malformed");
+                             case Fault::TruncatedReply: return std::string("Truncated");
+                             default: return std::string("UnknownType");
+                             }
+                         });
+
+TEST_F(FreeTds, ALoginThatTakesLongerThanTheConnectionTimeoutFails)
+{
+    const QString connect = start(Fault::SlowLogin);
+    QElapsedTimer clock;
+    clock.start();
+    const auto [fault, error] = failedOpen(connect);
+    EXPECT_LT(clock.elapsed(), (kConnectionTimeout + 10) * 1000);
+    EXPECT_GE(clock.elapsed(), (kConnectionTimeout - 1) * 1000);
+    EXPECT_EQ(error.SQLState.left(2), QStringLiteral("HY")) << error.SQLState.toStdString();
+    EXPECT_EQ(server->logins(), 0);
+}
+
+// The suite's OLE DB string, as adodb.ini holds it, reaches FreeTDS as a working
+// connection.
+TEST_F(FreeTds, TheSuitesOleDbStringConnects)
+{
+    start();
+    qputenv("SEAL_ODBC_DRIVER", tdstest::kFreeTdsDriver);
+    for (const QString& host : {QStringLiteral("127.0.0.1"), QStringLiteral("(local)"), QStringLiteral("tcp:localhost")}) {
+        SCOPED_TRACE(host.toStdString());
+        cT_ADODB adodb;
+        adodb.iInit(QStringLiteral("Provider=SQLOLEDB.1;Persist Security Info=False;Data Source=%1,%2;"
+                                   "Initial Catalog=Tavrine;User ID=sa;Password=%3")
+                        .arg(host)
+                        .arg(port)
+                        .arg(options.password));
+        ASSERT_EQ(adodb.iConnect(), 0) << adodb.sErrMsg().toStdString();
+        EXPECT_EQ(adodb.sDbName(), QStringLiteral("Tavrine"));
+        auto rs = std::make_unique<Recordset>();
+        ASSERT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT cName FROM STAFF WHERE nIDNo = 5"), 0, 1, 1), 0);
+        EXPECT_EQ(rs->Fields(0).Value().toString(), QStringLiteral("佐藤　花子"));
+    }
+    qunsetenv("SEAL_ODBC_DRIVER");
+    EXPECT_EQ(server->logins(), 3);
+}
+
+}  // namespace
