@@ -12,6 +12,10 @@
 
 #include <QElapsedTimer>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 #include <gtest/gtest.h>
 
 using namespace data::ado;
@@ -186,6 +190,43 @@ TEST_F(FreeTds, ALoginThatTakesLongerThanTheConnectionTimeoutFails)
     EXPECT_EQ(server->logins(), 0);
 }
 
+#ifdef __GLIBC__
+// Bytes held by the allocator while a recordset of the query is open.
+qint64 heldByRecordset(Connection& connection, const QString& sql, int& rows)
+{
+    const auto before = qint64(mallinfo2().uordblks);
+    Recordset rs;
+    rs.setCursorLocation(adUseClient);
+    rs.Open(sql, connection, adOpenForwardOnly, adLockReadOnly, adCmdText);
+    rows = rs.RecordCount();
+    return qint64(mallinfo2().uordblks) - before;
+}
+
+TEST_F(FreeTds, AHundredThousandRowsTakeNoMoreThanTwiceTheMemoryOfTheSqliteRoad)
+{
+    db.run(R"(
+WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 100000)
+INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, cAdress1, tBirthday, nTantou)
+SELECT 7, 1, i, '患者　' || i, 'ｶﾝｼﾞｬ ' || i, '東京都新宿区西新宿' || (i % 9) || '-' || (i % 30),
+       printf('19%02d/%02d/%02d', i % 90, 1 + i % 12, 1 + i % 28), i % 40
+FROM n;
+)");
+    const QString sql = QStringLiteral("SELECT nIDNo, cName, cNameKana, cAdress1, tBirthday, nTantou FROM RIYOUSHA "
+                                       "WHERE iKyotenCd = 7 ORDER BY nIDNo");
+    Connection sqlite;
+    sqlite.Open(db.sqliteConnect());
+    Connection tds;
+    tds.Open(start());
+    int sqliteRows = 0, tdsRows = 0;
+    const qint64 viaSqlite = heldByRecordset(sqlite, sql, sqliteRows);
+    const qint64 viaTds = heldByRecordset(tds, sql, tdsRows);
+    EXPECT_EQ(sqliteRows, 100000);
+    EXPECT_EQ(tdsRows, 100000);
+    EXPECT_GT(viaSqlite, 0);
+    EXPECT_LE(viaTds, 2 * viaSqlite) << "SQLite road " << viaSqlite << " bytes, FreeTDS road " << viaTds << " bytes";
+}
+#endif
+
 // The suite's OLE DB string, as adodb.ini holds it, reaches FreeTDS as a working
 // connection.
 TEST_F(FreeTds, TheSuitesOleDbStringConnects)
@@ -208,6 +249,27 @@ TEST_F(FreeTds, TheSuitesOleDbStringConnects)
     }
     qunsetenv("SEAL_ODBC_DRIVER");
     EXPECT_EQ(server->logins(), 3);
+}
+
+// HOST\INSTANCE: FreeTDS asks the SQL Server Browser of the host for the instance's
+// port. The server answers for its instance on an address of its own.
+TEST_F(FreeTds, ANamedInstanceIsFoundThroughTheBrowser)
+{
+    options.host = QStringLiteral("127.0.0.2");
+    options.instance = QStringLiteral("SEALTEST");
+    start();
+    ASSERT_NE(port, 0) << server->errorText().toStdString();
+    qputenv("SEAL_ODBC_DRIVER", tdstest::kFreeTdsDriver);
+    cT_ADODB adodb;
+    adodb.iInit(QStringLiteral("Provider=SQLOLEDB.1;Data Source=127.0.0.2\\SEALTEST;Initial Catalog=Tavrine;"
+                               "User ID=sa;Password=%1").arg(options.password));
+    const short connected = adodb.iConnect();
+    qunsetenv("SEAL_ODBC_DRIVER");
+    ASSERT_EQ(connected, 0) << adodb.sErrMsg().toStdString();
+    auto rs = std::make_unique<Recordset>();
+    ASSERT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT count(*) AS n FROM STAFF"), 0, 1, 1), 0);
+    EXPECT_EQ(rs->Fields(0).Value(), QVariant(3));
+    EXPECT_EQ(server->logins(), 1);
 }
 
 }  // namespace

@@ -65,7 +65,7 @@ server_connect=$(printf '%s' "$connect" | sed "s/Data Source=[^;]*/Data Source=1
 printf '[接続情報]\r\n接続情報=%s\r\n' "$server_connect" | iconv -f UTF-8 -t CP932 > "$work/demo/adodb.ini"
 run > "$work/server.txt"
 
-grep -q '^state fpSpread02' "$work/sqlite.txt" || { echo "no list on SQLite:"; cat "$work/sqlite.txt"; exit 1; }
+grep -q '^state fpSpread02 row 1 ' "$work/sqlite.txt" || { echo "no list on SQLite:"; cat "$work/sqlite.txt"; exit 1; }
 if ! diff "$work/sqlite.txt" "$work/server.txt"; then
   echo "the program lists other patients through the README's SQL Server set-up"
   exit 1

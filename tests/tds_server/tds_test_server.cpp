@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QUdpSocket>
 
 #include <sqlite3.h>
 
@@ -421,11 +422,13 @@ struct TdsTestServer::State {
     std::atomic<quint16> port{0};
     QString errorText;
     std::thread listener;
+    std::thread browser;
     std::mutex mutex;
     std::vector<std::thread> sessions;
 
     void listen(quint16 wanted, std::promise<quint16>& ready);
     void serve(qintptr descriptor);
+    void answerBrowser(std::promise<bool>& ready);
 };
 
 namespace {
@@ -857,7 +860,7 @@ void TdsTestServer::State::serve(qintptr descriptor)
 void TdsTestServer::State::listen(quint16 wanted, std::promise<quint16>& ready)
 {
     Listener server(*this);
-    if (!server.listen(QHostAddress::LocalHost, wanted)) {
+    if (!server.listen(QHostAddress(options.host), wanted)) {
         errorText = server.errorString();
         ready.set_value(0);
         return;
@@ -865,6 +868,43 @@ void TdsTestServer::State::listen(quint16 wanted, std::promise<quint16>& ready)
     ready.set_value(server.serverPort());
     while (!stopping)
         server.waitForNewConnection(100);
+}
+
+// The SQL Server Browser's answer for the one instance: where it listens.
+void TdsTestServer::State::answerBrowser(std::promise<bool>& ready)
+{
+    QUdpSocket socket;
+    if (!socket.bind(QHostAddress(options.host), 1434)) {
+        errorText = socket.errorString();
+        ready.set_value(false);
+        return;
+    }
+    ready.set_value(true);
+    while (!stopping) {
+        if (!socket.waitForReadyRead(100))
+            continue;
+        while (socket.hasPendingDatagrams()) {
+            QByteArray question(qsizetype(socket.pendingDatagramSize()), '\0');
+            QHostAddress from;
+            quint16 fromPort = 0;
+            socket.readDatagram(question.data(), question.size(), &from, &fromPort);
+            // CLNT_UCAST_INST: 0x04 and the instance's name.
+            if (question.isEmpty() || quint8(question[0]) != 0x04)
+                continue;
+            const QString asked = QString::fromLatin1(question.mid(1)).remove(QChar(u'\0'));
+            if (asked.compare(options.instance, Qt::CaseInsensitive) != 0)
+                continue;
+            const QByteArray text = QStringLiteral("ServerName;SEALTDS;InstanceName;%1;IsClustered;No;Version;16.0.2000.5;tcp;%2;;")
+                                        .arg(options.instance)
+                                        .arg(port.load())
+                                        .toLatin1();
+            QByteArray answer;
+            put8(answer, 0x05);
+            put16(answer, quint16(text.size()));
+            answer.append(text);
+            socket.writeDatagram(answer, from, fromPort);
+        }
+    }
 }
 
 TdsTestServer::TdsTestServer(ServerOptions options) : state_(std::make_shared<State>())
@@ -881,6 +921,15 @@ quint16 TdsTestServer::start(quint16 port)
     std::future<quint16> bound = ready.get_future();
     state_->listener = std::thread([this, port, &ready] { state_->listen(port, ready); });
     state_->port = bound.get();
+    if (state_->port != 0 && !state_->options.instance.isEmpty()) {
+        std::promise<bool> answering;
+        std::future<bool> bound1434 = answering.get_future();
+        state_->browser = std::thread([this, &answering] { state_->answerBrowser(answering); });
+        if (!bound1434.get()) {
+            stop();
+            state_->port = 0;
+        }
+    }
     return state_->port;
 }
 
@@ -889,6 +938,8 @@ void TdsTestServer::stop()
     state_->stopping = true;
     if (state_->listener.joinable())
         state_->listener.join();
+    if (state_->browser.joinable())
+        state_->browser.join();
     std::vector<std::thread> sessions;
     {
         std::lock_guard lock(state_->mutex);
@@ -905,8 +956,8 @@ int TdsTestServer::batches() const { return state_->batches; }
 
 QString freeTdsConnectString(quint16 port, const ServerOptions& options)
 {
-    return QStringLiteral("Driver=%1;Server=127.0.0.1;Port=%2;Database=%3;UID=%4;PWD=%5;TDS_Version=7.4")
-        .arg(QString::fromLatin1(kFreeTdsDriver))
+    return QStringLiteral("Driver=%1;Server=%2;Port=%3;Database=%4;UID=%5;PWD=%6;TDS_Version=7.4")
+        .arg(QString::fromLatin1(kFreeTdsDriver), options.host)
         .arg(port)
         .arg(options.database, options.user, options.password);
 }

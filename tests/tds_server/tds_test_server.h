@@ -25,6 +25,11 @@ struct ServerOptions {
     QString user = QStringLiteral("sa");
     QString password = QStringLiteral("Seal-Test-1");
     QString database = QStringLiteral("Tavrine");  // the catalog the login is put in
+    // The loopback address to listen on. With an instance name the server also answers
+    // the SQL Server Browser's question for it (UDP port 1434 of that address), so that
+    // HOST\INSTANCE finds the port; give each such server its own address.
+    QString host = QStringLiteral("127.0.0.1");
+    QString instance;
     // The longest the server waits for the next bytes of a client. A session whose
     // client stays silent longer is closed.
     int readTimeoutMs = 30000;
@@ -48,8 +53,8 @@ public:
     TdsTestServer(const TdsTestServer&) = delete;
     TdsTestServer& operator=(const TdsTestServer&) = delete;
 
-    // Listens on 127.0.0.1 at a free port (or the given one) and serves on threads of
-    // its own until stop(). The port; 0 when listening failed (see errorText()).
+    // Listens on the host address at a free port (or the given one) and serves on
+    // threads of its own until stop(). The port; 0 when listening failed (see errorText()).
     quint16 start(quint16 port = 0);
     // Closes the listener and every session, and waits for their threads.
     void stop();
@@ -68,7 +73,7 @@ private:
 };
 
 // The ODBC connection string of the FreeTDS driver (by its library path) for a server
-// on this machine.
+// on this machine, by its port.
 QString freeTdsConnectString(quint16 port, const ServerOptions& options);
 
 // Where Debian's tdsodbc puts the FreeTDS ODBC driver.

@@ -1,7 +1,5 @@
 #include "data/ado/japanese_collation.h"
 
-#include <QList>
-
 #include <sqlite3.h>
 
 #include <mutex>
@@ -19,6 +17,20 @@ struct Folded {
     bool operator==(const Folded&) const = default;
 };
 
+// The code points of a text, surrogate pairs joined.
+template <typename F>
+void forEachCodePoint(QStringView text, F&& f)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        char32_t c = text[i].unicode();
+        if (QChar::isHighSurrogate(c) && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            c = QChar::surrogateToUcs4(text[i].unicode(), text[i + 1].unicode());
+            ++i;
+        }
+        f(c);
+    }
+}
+
 bool isMark(char32_t c) { return QChar::category(c) == QChar::Mark_NonSpacing; }
 
 // Width, kana type and case folded away; a voiced kana taken apart into its kana and
@@ -32,10 +44,7 @@ void foldInto(char32_t c, std::vector<char32_t>& out)
             c = d.at(0).unicode();
     }
     if (QChar::decompositionTag(c) == QChar::Canonical) {
-        const QString d = QChar::decomposition(c);
-        const auto parts = d.toUcs4();
-        for (char32_t p : parts)
-            foldInto(p, out);
+        forEachCodePoint(QChar::decomposition(c), [&](char32_t p) { foldInto(p, out); });
         return;
     }
     if (c >= 0x30A1 && c <= 0x30F6)
@@ -46,27 +55,34 @@ void foldInto(char32_t c, std::vector<char32_t>& out)
 }
 
 // trimmed: trailing blanks do not count, as SQL Server pads the shorter text with
-// them when it compares (LIKE does not).
-std::vector<Folded> fold(QStringView text, bool trimmed)
+// them when it compares (LIKE does not). The result is reused by the next call on
+// this thread with the same slot, so a sort allocates nothing per comparison.
+const std::vector<Folded>& fold(QStringView text, bool trimmed, int slot)
 {
+    thread_local std::vector<char32_t> flat;
+    thread_local std::vector<Folded> out[2];
     qsizetype n = text.size();
     while (trimmed && n > 0 && text[n - 1] == u' ')
         --n;
-    std::vector<char32_t> flat;
-    flat.reserve(size_t(n));
-    for (char32_t c : text.left(n).toUcs4())
+    flat.clear();
+    forEachCodePoint(text.left(n), [&](char32_t c) {
+        if (c < 0x80) {  // ASCII: only the case to fold
+            flat.push_back(c >= u'A' && c <= u'Z' ? c + 32 : c);
+            return;
+        }
         foldInto(c, flat);
-    std::vector<Folded> out;
-    out.reserve(flat.size());
+    });
+    std::vector<Folded>& folded = out[slot];
+    folded.clear();
     for (char32_t c : flat) {
-        if (isMark(c) && !out.empty()) {
-            Folded& last = out.back();
+        if (isMark(c) && !folded.empty()) {
+            Folded& last = folded.back();
             last.marks = (last.marks << 16) | (c & 0xffff);
         } else {
-            out.push_back({c, 0});
+            folded.push_back({c, 0});
         }
     }
-    return out;
+    return folded;
 }
 
 int compareFolded(const std::vector<Folded>& a, const std::vector<Folded>& b)
@@ -178,12 +194,12 @@ int compareJapaneseCi(QStringView a, QStringView b)
 {
     if (a == b)
         return 0;
-    return compareFolded(fold(a, true), fold(b, true));
+    return compareFolded(fold(a, true, 0), fold(b, true, 1));
 }
 
 bool likeJapaneseCi(QStringView pattern, QStringView text, QChar escape)
 {
-    return likeFrom(fold(pattern, false), 0, fold(text, false), 0, escape.isNull() ? 0 : escape.unicode());
+    return likeFrom(fold(pattern, false, 0), 0, fold(text, false, 1), 0, escape.isNull() ? 0 : escape.unicode());
 }
 
 }  // namespace data::ado
