@@ -191,15 +191,20 @@ TEST_F(FreeTds, ALoginThatTakesLongerThanTheConnectionTimeoutFails)
 }
 
 #ifdef __GLIBC__
-// Bytes held by the allocator while a recordset of the query is open.
+// Bytes the allocator has handed out, small blocks and mapped ones.
+qint64 allocated()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return qint64(info.uordblks) + qint64(info.hblkhd);
+}
+
+// Bytes held while a recordset of the query is open.
 qint64 heldByRecordset(Connection& connection, const QString& sql, int& rows)
 {
-    const auto before = qint64(mallinfo2().uordblks);
-    Recordset rs;
-    rs.setCursorLocation(adUseClient);
-    rs.Open(sql, connection, adOpenForwardOnly, adLockReadOnly, adCmdText);
+    const qint64 before = allocated();
+    Recordset rs = adotest::openReadOnly(connection, sql);
     rows = rs.RecordCount();
-    return qint64(mallinfo2().uordblks) - before;
+    return allocated() - before;
 }
 
 TEST_F(FreeTds, AHundredThousandRowsTakeNoMoreThanTwiceTheMemoryOfTheSqliteRoad)

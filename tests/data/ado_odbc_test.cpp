@@ -17,16 +17,7 @@ using namespace data::ado;
 
 namespace {
 
-template <typename F>
-base::VbError faultOf(F&& call)
-{
-    try {
-        call();
-    } catch (const base::VbError& e) {
-        return e;
-    }
-    return {0, QString()};
-}
+using adotest::faultOf;
 
 class OdbcAdo : public ::testing::Test {
 protected:

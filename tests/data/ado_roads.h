@@ -89,9 +89,7 @@ struct Table {
 
 inline Table readAll(data::ado::Connection& connection, const QString& sql)
 {
-    data::ado::Recordset rs;
-    rs.setCursorLocation(data::ado::adUseClient);
-    rs.Open(sql, connection, data::ado::adOpenForwardOnly, data::ado::adLockReadOnly, data::ado::adCmdText);
+    data::ado::Recordset rs = openReadOnly(connection, sql);
     Table table;
     for (int i = 0; i < rs.FieldCount(); ++i) {
         table.names.push_back(rs.Fields(i).Name());

@@ -22,24 +22,12 @@ class SqliteAdo : public ::testing::Test {
 protected:
     void SetUp() override { connection.Open(db.sqliteConnect()); }
 
-    Recordset open(const QString& sql)
-    {
-        Recordset rs;
-        rs.setCursorLocation(adUseClient);
-        rs.Open(sql, connection, adOpenForwardOnly, adLockReadOnly, adCmdText);
-        return rs;
-    }
+    Recordset open(const QString& sql) { return adotest::openReadOnly(connection, sql); }
 
-    // The fault a call raises, or number 0 when it raises none.
     template <typename F>
     static base::VbError faultOf(F&& call)
     {
-        try {
-            call();
-        } catch (const base::VbError& e) {
-            return e;
-        }
-        return {0, QString()};
+        return adotest::faultOf(std::forward<F>(call));
     }
 
     adotest::TestDb db;

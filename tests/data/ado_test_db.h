@@ -4,7 +4,10 @@
 // storage conventions of the customers' data: c… TEXT, i…/n… INTEGER, nLat/nLon
 // REAL, t… DATETIME stored as 'YYYY/MM/DD' or 'YYYY/MM/DD HH:MM:SS' text.
 
+#include "base/vb_error.h"
+#include "data/ado/connection.h"
 #include "data/ado/japanese_collation.h"
+#include "data/ado/recordset.h"
 
 #include <QString>
 #include <QTemporaryDir>
@@ -14,6 +17,28 @@
 #include <gtest/gtest.h>
 
 namespace adotest {
+
+// The fault a call raises, or number 0 when it raises none.
+template <typename F>
+base::VbError faultOf(F&& call)
+{
+    try {
+        call();
+    } catch (const base::VbError& e) {
+        return e;
+    }
+    return {0, QString()};
+}
+
+// A query opened as every reader of the program opens it: client-side, read-only,
+// forward-only, as text.
+inline data::ado::Recordset openReadOnly(data::ado::Connection& connection, const QString& sql)
+{
+    data::ado::Recordset rs;
+    rs.setCursorLocation(data::ado::adUseClient);
+    rs.Open(sql, connection, data::ado::adOpenForwardOnly, data::ado::adLockReadOnly, data::ado::adCmdText);
+    return rs;
+}
 
 inline const char* kOdbcSqliteDriver = "/usr/lib/x86_64-linux-gnu/odbc/libsqlite3odbc.so";
 

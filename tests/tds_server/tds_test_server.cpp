@@ -13,6 +13,7 @@
 
 #include <sqlite3.h>
 
+#include <cstring>
 #include <future>
 #include <mutex>
 #include <thread>
@@ -289,13 +290,17 @@ QString textOf(sqlite3_stmt* st, int c)
 // One ROW token's value of a column; false with the refusal when SQL Server would refuse it.
 bool putValue(QByteArray& b, sqlite3_stmt* st, int c, const Column& col, ConversionError& error)
 {
-    const bool isNull = sqlite3_column_type(st, c) == SQLITE_NULL;
+    const bool longLength = col.kind == Kind::VarChar || col.kind == Kind::NVarChar || col.kind == Kind::VarBinary;
+    if (sqlite3_column_type(st, c) == SQLITE_NULL) {
+        // A length that says NULL.
+        if (longLength)
+            put16(b, 0xFFFF);
+        else
+            put8(b, 0);
+        return true;
+    }
     switch (col.kind) {
     case Kind::Int: {
-        if (isNull) {
-            put8(b, 0);
-            return true;
-        }
         qint64 v = sqlite3_column_int64(st, c);
         if (sqlite3_column_type(st, c) == SQLITE_TEXT) {
             bool ok = false;
@@ -317,29 +322,19 @@ bool putValue(QByteArray& b, sqlite3_stmt* st, int c, const Column& col, Convers
         return true;
     }
     case Kind::Bit:
-        if (isNull)
-            put8(b, 0);
-        else {
-            put8(b, 1);
-            put8(b, sqlite3_column_int64(st, c) != 0 ? 1 : 0);
-        }
+        put8(b, 1);
+        put8(b, sqlite3_column_int64(st, c) != 0 ? 1 : 0);
         return true;
     case Kind::Float:
-        if (isNull)
-            put8(b, 0);
-        else {
-            const double d = sqlite3_column_double(st, c);
-            quint64 bits;
-            std::memcpy(&bits, &d, 8);
-            put8(b, 8);
-            put64(b, bits);
-        }
+    {
+        const double d = sqlite3_column_double(st, c);
+        quint64 bits;
+        std::memcpy(&bits, &d, 8);
+        put8(b, 8);
+        put64(b, bits);
         return true;
+    }
     case Kind::DateTime: {
-        if (isNull) {
-            put8(b, 0);
-            return true;
-        }
         qint32 days = 0;
         quint32 ticks = 0;
         if (!toDateTime(textOf(st, c), days, ticks)) {
@@ -352,10 +347,6 @@ bool putValue(QByteArray& b, sqlite3_stmt* st, int c, const Column& col, Convers
         return true;
     }
     case Kind::Decimal: {
-        if (isNull) {
-            put8(b, 0);
-            return true;
-        }
         bool negative = false;
         quint64 magnitude = 0;
         if (!toScaled(textOf(st, c), col.scale, negative, magnitude)) {
@@ -372,10 +363,6 @@ bool putValue(QByteArray& b, sqlite3_stmt* st, int c, const Column& col, Convers
     case Kind::VarChar:
     case Kind::NVarChar:
     case Kind::VarBinary: {
-        if (isNull) {
-            put16(b, 0xFFFF);
-            return true;
-        }
         QByteArray bytes;
         if (col.kind == Kind::VarBinary)
             bytes = QByteArray(static_cast<const char*>(sqlite3_column_blob(st, c)), sqlite3_column_bytes(st, c));
@@ -603,27 +590,23 @@ private:
         }
         const QString password = ucs2(scrambled, 0, scrambled.size() / 2);
         const QString database = field(68);
+        // The login refused with the server's message; the session ends.
+        const auto refuse = [&](qint32 number, quint8 severity, const QString& text) {
+            QByteArray reply;
+            putMessage(reply, kError, number, severity, text);
+            putDone(reply, kDoneError, 0, 0);
+            send(kReply, reply);
+            return false;
+        };
+        if (user != options_.user || password != options_.password)
+            return refuse(18456, 14, QStringLiteral("Login failed for user '%1'.").arg(user));
+        if (!database.isEmpty() && database.compare(options_.database, Qt::CaseInsensitive) != 0)
+            return refuse(4060, 11,
+                          QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(database));
+        if (sqlite3_open_v2(options_.databasePath.toUtf8().constData(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+            return refuse(4060, 11,
+                          QStringLiteral("Cannot open the database file: %1").arg(QString::fromUtf8(sqlite3_errmsg(db_))));
         QByteArray reply;
-        if (user != options_.user || password != options_.password) {
-            putMessage(reply, kError, 18456, 14, QStringLiteral("Login failed for user '%1'.").arg(user));
-            putDone(reply, kDoneError, 0, 0);
-            send(kReply, reply);
-            return false;
-        }
-        if (!database.isEmpty() && database.compare(options_.database, Qt::CaseInsensitive) != 0) {
-            putMessage(reply, kError, 4060, 11,
-                       QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(database));
-            putDone(reply, kDoneError, 0, 0);
-            send(kReply, reply);
-            return false;
-        }
-        if (sqlite3_open_v2(options_.databasePath.toUtf8().constData(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-            putMessage(reply, kError, 4060, 11, QStringLiteral("Cannot open the database file: %1")
-                                                    .arg(QString::fromUtf8(sqlite3_errmsg(db_))));
-            putDone(reply, kDoneError, 0, 0);
-            send(kReply, reply);
-            return false;
-        }
         sqlite3_busy_timeout(db_, 5000);
         ++state_.logins;
 
