@@ -203,3 +203,12 @@ bool likeJapaneseCi(QStringView pattern, QStringView text, QChar escape)
 }
 
 }  // namespace data::ado
+
+#ifdef SEAL_SQLITE_EXTENSION
+// The same as a loadable extension, for a program of its own: the sqlite3 shell's
+// `.load libseal_japanese_collation` lets it compare and sort the program's database.
+extern "C" Q_DECL_EXPORT int sqlite3_sealjapanesecollation_init(sqlite3* db, char**, const sqlite3_api_routines*)
+{
+    return data::ado::addJapaneseCollation(db);
+}
+#endif
