@@ -228,6 +228,8 @@ FROM n;
     EXPECT_EQ(sqliteRows, 100000);
     EXPECT_EQ(tdsRows, 100000);
     EXPECT_GT(viaSqlite, 0);
+    RecordProperty("sqlite_road_bytes", std::to_string(viaSqlite));
+    RecordProperty("freetds_road_bytes", std::to_string(viaTds));
     EXPECT_LE(viaTds, 2 * viaSqlite) << "SQLite road " << viaSqlite << " bytes, FreeTDS road " << viaTds << " bytes";
 }
 #endif
