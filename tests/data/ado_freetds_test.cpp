@@ -11,6 +11,7 @@
 #include "data/ct_adodb.h"
 
 #include <QElapsedTimer>
+#include <QTcpSocket>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -277,6 +278,29 @@ TEST_F(FreeTds, ANamedInstanceIsFoundThroughTheBrowser)
     ASSERT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT count(*) AS n FROM STAFF"), 0, 1, 1), 0);
     EXPECT_EQ(rs->Fields(0).Value(), QVariant(3));
     EXPECT_EQ(server->logins(), 1);
+}
+
+// A client that sends no TDS (a packet shorter than its header, or half a packet and
+// then silence) loses its session; the server goes on serving others.
+TEST_F(FreeTds, TheServerDropsAClientThatSendsNoTdsAndGoesOn)
+{
+    options.readTimeoutMs = 500;
+    const QString connect = start();
+    for (const QByteArray& bytes : {QByteArray("\x12\x01\x00\x04\x00\x00\x00\x00", 8), QByteArray("\x12\x01\x00\x40", 4)}) {
+        QTcpSocket garbage;
+        garbage.connectToHost(QStringLiteral("127.0.0.1"), port);
+        ASSERT_TRUE(garbage.waitForConnected(5000));
+        garbage.write(bytes);
+        garbage.waitForBytesWritten(5000);
+        // The server closes the connection (at once, or when its read times out).
+        EXPECT_FALSE(garbage.waitForReadyRead(5000) && garbage.bytesAvailable() > 0);
+        if (garbage.state() == QAbstractSocket::ConnectedState)
+            garbage.waitForDisconnected(5000);
+        EXPECT_EQ(garbage.state(), QAbstractSocket::UnconnectedState);
+    }
+    Connection connection;
+    connection.Open(connect);
+    EXPECT_EQ(adotest::openReadOnly(connection, QStringLiteral("SELECT nIDNo FROM STAFF")).RecordCount(), 3);
 }
 
 }  // namespace
