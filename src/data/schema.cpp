@@ -1,5 +1,7 @@
 #include "data/schema.h"
 
+#include "data/ado/japanese_collation.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -210,7 +212,8 @@ QString columnType(const QString& table, const QString& column)
         return QStringLiteral("TEXT");
     switch (column.isEmpty() ? char16_t(0) : column.at(0).unicode()) {
     case u'c':
-        return QStringLiteral("TEXT");
+        // Names, readings and addresses compare as on the clinic's server.
+        return QStringLiteral("TEXT COLLATE ") + QLatin1String(ado::kJapaneseCollation);
     case u'i':
     case u'n':
         return QStringLiteral("INTEGER");
@@ -268,6 +271,8 @@ bool applySchema(sqlite3* db, QString* errorText)
             *errorText = QStringLiteral("データベースが開かれていません。");
         return false;
     }
+    ado::registerJapaneseCollation();
+    ado::addJapaneseCollation(db);  // a connection opened before the registration
     char* message = nullptr;
     const QByteArray sql = schemaSql().toUtf8();
     if (sqlite3_exec(db, sql.constData(), nullptr, nullptr, &message) != SQLITE_OK) {

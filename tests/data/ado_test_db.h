@@ -4,6 +4,11 @@
 // storage conventions of the customers' data: c… TEXT, i…/n… INTEGER, nLat/nLon
 // REAL, t… DATETIME stored as 'YYYY/MM/DD' or 'YYYY/MM/DD HH:MM:SS' text.
 
+#include "base/vb_error.h"
+#include "data/ado/connection.h"
+#include "data/ado/japanese_collation.h"
+#include "data/ado/recordset.h"
+
 #include <QString>
 #include <QTemporaryDir>
 
@@ -13,6 +18,28 @@
 
 namespace adotest {
 
+// The fault a call raises, or number 0 when it raises none.
+template <typename F>
+base::VbError faultOf(F&& call)
+{
+    try {
+        call();
+    } catch (const base::VbError& e) {
+        return e;
+    }
+    return {0, QString()};
+}
+
+// A query opened as every reader of the program opens it: client-side, read-only,
+// forward-only, as text.
+inline data::ado::Recordset openReadOnly(data::ado::Connection& connection, const QString& sql)
+{
+    data::ado::Recordset rs;
+    rs.setCursorLocation(data::ado::adUseClient);
+    rs.Open(sql, connection, data::ado::adOpenForwardOnly, data::ado::adLockReadOnly, data::ado::adCmdText);
+    return rs;
+}
+
 inline const char* kOdbcSqliteDriver = "/usr/lib/x86_64-linux-gnu/odbc/libsqlite3odbc.so";
 
 class TestDb {
@@ -21,6 +48,8 @@ public:
     {
         EXPECT_TRUE(dir_.isValid());
         path_ = dir_.filePath(QStringLiteral("seal.db"));
+        // Readings are declared with the clinic's collation, as the program's schema does.
+        data::ado::registerJapaneseCollation();
         run(R"(
 BEGIN;
 CREATE TABLE RIYOUSHA (iKyotenCd INTEGER, iKyotenEb INTEGER, nIDNo INTEGER, cName TEXT, cNameKana TEXT,
@@ -35,6 +64,14 @@ INSERT INTO RIYOUSHA VALUES (1, 3, 10, '別拠点', 'ﾍﾞﾂ', '大阪', '1960
 INSERT INTO STAFF VALUES (1, 2, 5, '佐藤　花子', 0, 35.681236, 139.767125, '2026/11/20 09:15:30');
 INSERT INTO STAFF VALUES (1, 2, 6, '鈴木　一郎', NULL, NULL, NULL, NULL);
 INSERT INTO STAFF VALUES (1, 2, 7, '退職　者', 1, 34.5, 135.5, '2025/03/31 18:00:00');
+CREATE TABLE KINDS (nIDNo INTEGER PRIMARY KEY, cCode VARCHAR(40), cNote NVARCHAR(40), iSmall SMALLINT, iFlag BIT,
+  nAmount DECIMAL(9,2), tWhen DATETIME, nRate REAL);
+INSERT INTO KINDS VALUES (1, '～－①髙﨑ｶﾞ"', '～－①髙﨑ｶﾞ"', -32768, 1, 1234.5, '2026/11/20 09:15:30', 0.25);
+INSERT INTO KINDS VALUES (2, 'ｱｲｳ abc', 'あいう', 32767, 0, -0.01, '1900/01/01', -1.5);
+INSERT INTO KINDS VALUES (3, NULL, NULL, NULL, NULL, NULL, NULL, NULL);
+CREATE TABLE READINGS (nIDNo INTEGER PRIMARY KEY, cNameKana TEXT COLLATE Japanese_CI_AS);
+INSERT INTO READINGS VALUES (1, 'ｻﾄｳ'), (2, 'スズキ'), (3, 'さいとう'), (4, 'カネコ'), (5, 'ガトウ'), (6, 'カトウ'),
+  (7, 'ｱｵｷ'), (8, 'abe'), (9, 'ＡＢＥ'), (10, 'サトウ ');
 COMMIT;
 )");
     }

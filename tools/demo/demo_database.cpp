@@ -1,5 +1,6 @@
 #include "demo_database.h"
 
+#include "data/ado/japanese_collation.h"
 #include "data/schema.h"
 #include "demo_names.h"
 #include "demo_random.h"
@@ -1184,6 +1185,8 @@ void buildDatabase(const DatabaseRequest& request)
     if (QFileInfo::exists(request.path))
         throw std::invalid_argument("the database file exists already");
 
+    // The text columns are declared with the clinic's collation: the connection must know it.
+    data::ado::registerJapaneseCollation();
     sqlite3* raw = nullptr;
     const int rc = sqlite3_open_v2(request.path.toUtf8().constData(), &raw,
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);

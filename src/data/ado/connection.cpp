@@ -3,6 +3,7 @@
 #include "app/globals.h"
 #include "data/ado/connection_string.h"
 #include "data/ado/faults.h"
+#include "data/ado/japanese_collation.h"
 #include "data/ado/odbc/odbc_driver.h"
 #include "data/ado/sqlite/sqlite_driver.h"
 #include "data/ado/sqlite_dialect.h"
@@ -58,6 +59,9 @@ void Connection::Open(const QString& connectionString, const QString& userId, co
         text += QStringLiteral(";User ID=") + userId;
     if (!password.isEmpty())
         text += QStringLiteral(";Password=") + password;
+    // Every SQLite connection of the process compares text as the clinic's server does,
+    // whichever driver opens it.
+    registerJapaneseCollation();
     std::unique_ptr<Driver> driver = makeDriver(text);
     guarded([&] { driver->open(); });
     driver_ = std::move(driver);

@@ -97,7 +97,7 @@ struct Statement {
 };
 
 // How a column's values are read, fixed by its declared type or its first value.
-enum class Reader { Integer, Real, Text, DateTime, Blob, Any };
+enum class Reader { Integer, Boolean, Real, Text, DateTime, Blob, Any };
 
 Reader readerFor(int adoType)
 {
@@ -106,8 +106,9 @@ Reader readerFor(int adoType)
     case adSmallInt:
     case adTinyInt:
     case adBigInt:
-    case adBoolean:
         return Reader::Integer;
+    case adBoolean:
+        return Reader::Boolean;
     case adDouble:
     case adSingle:
     case adNumeric:
@@ -146,7 +147,11 @@ void appendValue(sqlite3_stmt* stmt, int col, Reader reader, DateTimeCache& date
         column.appendNull();
         return;
     case SQLITE_INTEGER:
-        column.appendInteger(sqlite3_column_int64(stmt, col));
+        // A BIT column reads as a boolean, as it does through ODBC.
+        if (reader == Reader::Boolean)
+            column.append(QVariant(sqlite3_column_int64(stmt, col) != 0));
+        else
+            column.appendInteger(sqlite3_column_int64(stmt, col));
         return;
     case SQLITE_FLOAT:
         column.appendDouble(sqlite3_column_double(stmt, col));
