@@ -1,5 +1,6 @@
 #include "gui/desktop.h"
 
+#include "base/qt_translations.h"
 #include "engine/wfd_document_impl.h"
 #include "gui/qt_platform.h"
 #include "gui/views.h"
@@ -16,12 +17,11 @@ bool displayAvailable()
            || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 }
 
-namespace {
-
 // The Japanese captions need a font that has them; IPAex Gothic is installed with the
-// program on Linux.
-void useJapaneseFont(QApplication& app)
+// program on Linux. Qt's own dialogs speak Japanese too.
+void useProgramLook(QApplication& app)
 {
+    base::installQtTranslations();
     const QString path = QStringLiteral("/usr/share/fonts/opentype/ipaexfont-gothic/ipaexg.ttf");
     const int id = QFontDatabase::addApplicationFont(path);
     if (id < 0) return;
@@ -32,12 +32,10 @@ void useJapaneseFont(QApplication& app)
     app.setFont(f);
 }
 
-}  // namespace
-
 int runDesktop(int& argc, char** argv, const app::ProcessStart& start)
 {
     QApplication qapp(argc, argv);
-    useJapaneseFont(qapp);
+    useProgramLook(qapp);
     // The in-process report driver reaches the engine's document object through this.
     report::registerWfdDocument(&engine::makeWfdDocument);
     QtPlatform* self = nullptr;
