@@ -4,6 +4,7 @@
 #include "gui/grid_model.h"
 #include "gui/qt_platform.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -11,11 +12,10 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QLineEdit>
-#include <QAbstractItemView>
 #include <QListWidget>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QStatusBar>
@@ -95,7 +95,7 @@ namespace {
 // delegate acts on the press (a tick box's delegate takes the press for itself).
 class PressedCell : public QObject {
 public:
-    PressedCell(QAbstractItemView* view, std::function<std::optional<GridModel::Cell>(const QModelIndex&)> cellOf)
+    PressedCell(QAbstractItemView* view, Binder::CellOf cellOf)
         : QObject(view), view_(view), cellOf_(std::move(cellOf))
     {
         view->viewport()->installEventFilter(this);
@@ -113,7 +113,7 @@ protected:
 
 private:
     QAbstractItemView* view_;
-    std::function<std::optional<GridModel::Cell>(const QModelIndex&)> cellOf_;
+    Binder::CellOf cellOf_;
     std::optional<GridModel::Cell> cell_;
 };
 

@@ -70,6 +70,10 @@ public:
     void status(controls::StatusBar& c, QStatusBar* w);
     GridModel* grid(controls::Grid& c, QTableView* w, std::vector<std::pair<int, QString>> columns);
 
+    // The grid cell (a list's line as row, column 0) under a view index, if the view's
+    // model still holds it.
+    using CellOf = std::function<std::optional<GridModel::Cell>(const QModelIndex&)>;
+
     // The widget of a control, for focus moves the model makes.
     QWidget* widgetOf(const controls::Control* c) const { return widgets_.value(c); }
 
@@ -80,7 +84,6 @@ private:
     void common(controls::Control& c, QWidget* w, std::function<void()> refresh);
     void act(const std::function<void()>& f);
     // The mouse's clicks and double clicks on the cells of a grid or list view.
-    using CellOf = std::function<std::optional<GridModel::Cell>(const QModelIndex&)>;
     using CellAct = std::function<void(const GridModel::Cell&)>;
     void cellClicks(QAbstractItemView* view, CellOf cellOf, CellAct click, CellAct doubleClick);
     // Hands the text typed into a number or date input to its model control.
