@@ -4,7 +4,7 @@
 set -euo pipefail
 packages=(cmake ninja-build g++ ccache pkg-config qt6-base-dev libsqlite3-dev sqlite3
           unixodbc-dev unixodbc tdsodbc libsqliteodbc libgtest-dev libgmock-dev
-          fonts-ipaexfont xvfb xauth poppler-utils
+          fonts-ipaexfont xvfb xauth poppler-utils qt6-translations-l10n
           dpkg-dev file desktop-file-utils appstream)
 missing=()
 for p in "${packages[@]}"; do

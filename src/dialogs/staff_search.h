@@ -73,6 +73,9 @@ public:
     controls::MenuItem mnF05{QStringLiteral("mnF05"), QStringLiteral("確定"), QStringLiteral("F5")};
     controls::MenuItem mnF12{QStringLiteral("mnF12"), QStringLiteral("戻る"), QStringLiteral("F12")};
     controls::MenuItem mnDispHelp{QStringLiteral("mnDispHelp"), QStringLiteral("オンラインヘルプ(&M)")};
+    // The menu titles that hold the items above; they have no command.
+    controls::MenuItem mnFunc{QStringLiteral("mnFunc"), QStringLiteral("機能(&F)")};
+    controls::MenuItem mnHelp{QStringLiteral("mnHelp"), QStringLiteral("ヘルプ(&H)")};
 
     // Captions of the list's columns.
     static const QStringList& columnTitles();

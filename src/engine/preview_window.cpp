@@ -9,13 +9,17 @@
 #include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QFormLayout>
+#include <QGraphicsView>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QScreen>
 #include <QToolBar>
+#include <QWheelEvent>
 
 namespace engine {
 
@@ -34,7 +38,7 @@ PreviewWindow::PreviewWindow(Document& doc, Calibration calibration, QWidget* pa
 
     QToolBar* bar = addToolBar(QStringLiteral("操作"));
     bar->setMovable(false);
-    bar->addAction(QStringLiteral("印刷..."), this, &PreviewWindow::print);
+    bar->addAction(QStringLiteral("印刷..."), this, &PreviewWindow::print)->setShortcut(QKeySequence::Print);
     bar->addAction(QStringLiteral("PDF保存..."), this, &PreviewWindow::savePdf);
     bar->addSeparator();
     bar->addAction(QStringLiteral("|<"), view_, [this] { view_->setCurrentPage(1); });
@@ -44,19 +48,44 @@ PreviewWindow::PreviewWindow(Document& doc, Calibration calibration, QWidget* pa
     bar->addAction(QStringLiteral(">"), view_, [this] { view_->setCurrentPage(view_->currentPage() + 1); });
     bar->addAction(QStringLiteral(">|"), view_, [this] { view_->setCurrentPage(view_->pageCount()); });
     bar->addSeparator();
-    bar->addAction(QStringLiteral("拡大"), view_, [this] { view_->zoomIn(); });
-    bar->addAction(QStringLiteral("縮小"), view_, [this] { view_->zoomOut(); });
+    bar->addAction(QStringLiteral("拡大"), view_, [this] { view_->zoomIn(); })
+        ->setShortcuts({QKeySequence(Qt::Key_Plus), QKeySequence::ZoomIn});
+    bar->addAction(QStringLiteral("縮小"), view_, [this] { view_->zoomOut(); })
+        ->setShortcuts({QKeySequence(Qt::Key_Minus), QKeySequence::ZoomOut});
     bar->addAction(QStringLiteral("幅に合わせる"), view_, &QPrintPreviewWidget::fitToWidth);
     bar->addAction(QStringLiteral("全体"), view_, &QPrintPreviewWidget::fitInView);
     bar->addAction(QStringLiteral("100%"), view_, [this] { view_->setZoomMode(QPrintPreviewWidget::CustomZoom); view_->setZoomFactor(1.0); });
     bar->addSeparator();
     bar->addAction(QStringLiteral("印刷位置の調整..."), this, &PreviewWindow::calibrate);
+    bar->addSeparator();
+    bar->addAction(QStringLiteral("閉じる"), this, &QWidget::close)->setShortcut(QKeySequence(Qt::Key_Escape));
+
+    // Ctrl and the wheel zoom, as in every viewer; the wheel alone scrolls.
+    for (QGraphicsView* pages : view_->findChildren<QGraphicsView*>()) pages->viewport()->installEventFilter(this);
 
     applyZoom(doc_.zoom());
-    resize(900, 1000);
+    // A page upright wants a tall window, but never taller than the screen: office
+    // screens are 768 or 800 pixels high, and the frame and task bar take their share.
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const QSize room = screen ? screen->availableGeometry().size() - QSize(16, 48) : QSize(900, 1000);
+    resize(QSize(900, 1000).boundedTo(room));
 }
 
 PreviewWindow::~PreviewWindow() = default;
+
+bool PreviewWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Wheel) {
+        auto* wheel = static_cast<QWheelEvent*>(event);
+        if (wheel->modifiers() & Qt::ControlModifier) {
+            const int steps = wheel->angleDelta().y();
+            if (steps > 0) view_->zoomIn();
+            else if (steps < 0) view_->zoomOut();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
 
 // PrintZoom: 0 fits the width, 1 is actual size, 2 (the default) shows the whole page,
 // 10 and above is a percentage.

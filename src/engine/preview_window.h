@@ -21,6 +21,9 @@ public:
     PreviewWindow(Document& doc, Calibration calibration, QWidget* parent = nullptr);
     ~PreviewWindow() override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void paintPages(QPrinter* printer);
     void updatePageLabel();

@@ -4,6 +4,7 @@
 #include "gui/grid_model.h"
 #include "gui/qt_platform.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -13,6 +14,8 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMouseEvent>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QStatusBar>
@@ -86,6 +89,51 @@ bool Binder::eventFilter(QObject* watched, QEvent* event)
     return false;
 }
 
+namespace {
+
+// The cell under the mouse when its button goes down, read before the view or its
+// delegate acts on the press (a tick box's delegate takes the press for itself).
+class PressedCell : public QObject {
+public:
+    PressedCell(QAbstractItemView* view, Binder::CellOf cellOf)
+        : QObject(view), view_(view), cellOf_(std::move(cellOf))
+    {
+        view->viewport()->installEventFilter(this);
+    }
+
+    std::optional<GridModel::Cell> take() { return std::exchange(cell_, std::nullopt); }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseButtonPress)
+            cell_ = cellOf_(view_->indexAt(static_cast<QMouseEvent*>(event)->position().toPoint()));
+        return false;
+    }
+
+private:
+    QAbstractItemView* view_;
+    Binder::CellOf cellOf_;
+    std::optional<GridModel::Cell> cell_;
+};
+
+}  // namespace
+
+void Binder::cellClicks(QAbstractItemView* view, CellOf cellOf, CellAct click, CellAct doubleClick)
+{
+    // A view's index holds only until its model changes, and the click itself may change
+    // it (a tick that refills the rows) before the view tells of the click. So the cell
+    // is read while the index is fresh: the click's when the button goes down, the
+    // double click's at once.
+    auto* pressed = new PressedCell(view, cellOf);
+    connect(view, &QAbstractItemView::clicked, this, [this, pressed, click](const QModelIndex&) {
+        if (const auto cell = pressed->take()) act([&] { click(*cell); });
+    });
+    connect(view, &QAbstractItemView::doubleClicked, this, [this, cellOf, doubleClick](const QModelIndex& i) {
+        if (const auto cell = cellOf(i)) act([&] { doubleClick(*cell); });
+    });
+}
+
 void Binder::commitTypedText(controls::Control& c, QWidget* w)
 {
     auto* edit = qobject_cast<QLineEdit*>(w);
@@ -131,6 +179,7 @@ void Binder::check(controls::CheckBox& c, QCheckBox* w)
 
 void Binder::menu(controls::MenuItem& c, QAction* w)
 {
+    w->setObjectName(c.name());
     auto sync = [&c, w] {
         w->setText(c.caption());
         w->setEnabled(c.enabled());
@@ -145,6 +194,24 @@ void Binder::menu(controls::MenuItem& c, QAction* w)
         act([&] { c.click(); });
         w->setChecked(c.checked());
     });
+}
+
+QMenu* Binder::submenu(controls::MenuItem& title, QWidget* owner)
+{
+    auto* m = new QMenu(owner);
+    menu(title, m->menuAction());
+    return m;
+}
+
+void Binder::menuItem(QMenu* m, controls::MenuItem& item, bool checkable)
+{
+    if (item.caption() == QLatin1String("-")) {
+        m->addSeparator()->setObjectName(item.name());
+        return;
+    }
+    QAction* a = m->addAction(item.caption());
+    a->setCheckable(checkable);
+    menu(item, a);
 }
 
 void Binder::text(controls::TextInput& c, QLineEdit* w)
@@ -172,13 +239,19 @@ void Binder::combo(controls::ComboBox& c, QComboBox* w)
 {
     common(c, w, [&c, w] {
         const QSignalBlocker block(w);
-        if (w->count() != c.ListCount()) {
+        bool same = w->count() == c.ListCount();
+        for (int i = 0; same && i < c.ListCount(); ++i) same = w->itemText(i) == c.List(i);
+        if (!same) {
             w->clear();
             for (int i = 0; i < c.ListCount(); ++i) w->addItem(c.List(i));
         }
         w->setCurrentIndex(c.ListIndex());
     });
-    connect(w, &QComboBox::activated, this, [this, &c](int i) { act([&] { c.setListIndex(i); }); });
+    // The items mirror the model's at every change, so an index the list no longer
+    // holds can only come from a choice made as the list shrank.
+    connect(w, &QComboBox::activated, this, [this, &c](int i) {
+        if (i >= 0 && i < c.ListCount()) act([&] { c.setListIndex(i); });
+    });
 }
 
 void Binder::list(controls::ListBox& c, QListWidget* w)
@@ -192,20 +265,20 @@ void Binder::list(controls::ListBox& c, QListWidget* w)
         pal.setColor(QPalette::Base, toQColor(c.backColor()));
         w->setPalette(pal);
     });
-    connect(w, &QListWidget::itemClicked, this, [this, &c, w](QListWidgetItem* item) {
-        const int row = w->row(item);
-        act([&] {
-            if (c.ListIndex() == row) {
+    auto cellOf = [&c, w](const QModelIndex& i) -> std::optional<GridModel::Cell> {
+        if (!i.isValid() || i.model() != w->model() || i.row() >= c.ListCount()) return std::nullopt;
+        return GridModel::Cell{0, i.row()};
+    };
+    cellClicks(
+        w, cellOf,
+        [&c](const GridModel::Cell& cell) {
+            if (c.ListIndex() == cell.row) {
                 if (c.Click) c.Click();
             } else {
-                c.setListIndex(row);
+                c.setListIndex(cell.row);
             }
-        });
-    });
-    connect(w, &QListWidget::itemDoubleClicked, this, [this, &c, w](QListWidgetItem* item) {
-        const int row = w->row(item);
-        act([&] { c.doubleClick(row); });
-    });
+        },
+        [&c](const GridModel::Cell& cell) { c.doubleClick(cell.row); });
 }
 
 void Binder::label(controls::Label& c, QLabel* w)
@@ -246,16 +319,10 @@ GridModel* Binder::grid(controls::Grid& c, QTableView* w, std::vector<std::pair<
         const int vr = model->viewRow(c.ActiveRow());
         if (vr >= 0 && w->currentIndex().row() != vr) w->setCurrentIndex(model->index(vr, 0));
     });
-    connect(w, &QTableView::clicked, this, [this, &c, model](const QModelIndex& i) {
-        const int row = model->gridRow(i.row());
-        const int col = model->gridCol(i.column());
-        act([&] { c.clickCell(col, row); });
-    });
-    connect(w, &QTableView::doubleClicked, this, [this, &c, model](const QModelIndex& i) {
-        const int row = model->gridRow(i.row());
-        const int col = model->gridCol(i.column());
-        act([&] { c.dblClickCell(col, row); });
-    });
+    cellClicks(
+        w, [model](const QModelIndex& i) { return model->cellAt(i); },
+        [&c](const GridModel::Cell& cell) { c.clickCell(cell.col, cell.row); },
+        [&c](const GridModel::Cell& cell) { c.dblClickCell(cell.col, cell.row); });
     return model;
 }
 

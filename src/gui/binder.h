@@ -11,17 +11,23 @@
 #include "controls/screen.h"
 #include "controls/static_controls.h"
 
+#include "gui/grid_model.h"
+
+#include <QHash>
 #include <QLabel>
 #include <QObject>
-#include <QHash>
+
+#include <optional>
 
 class QAbstractButton;
+class QAbstractItemView;
 class QAction;
 class QCheckBox;
 class QComboBox;
 class QGroupBox;
 class QLineEdit;
 class QListWidget;
+class QMenu;
 class QRadioButton;
 class QStatusBar;
 class QTableView;
@@ -29,7 +35,6 @@ class QTableView;
 namespace gui {
 
 class QtPlatform;
-class GridModel;
 
 // A label that can be clicked (the sheet and envelope pictures).
 class ClickableLabel : public QLabel {
@@ -52,6 +57,10 @@ public:
     void option(controls::OptionButton& c, QRadioButton* w);
     void check(controls::CheckBox& c, QCheckBox* w);
     void menu(controls::MenuItem& c, QAction* w);
+    // A menu or submenu titled by its model item (add it to the bar or the parent menu),
+    // and an item of a menu: a caption of "-" is a separator line.
+    QMenu* submenu(controls::MenuItem& title, QWidget* owner);
+    void menuItem(QMenu* m, controls::MenuItem& item, bool checkable = false);
     void text(controls::TextInput& c, QLineEdit* w);
     void combo(controls::ComboBox& c, QComboBox* w);
     void list(controls::ListBox& c, QListWidget* w);
@@ -60,6 +69,10 @@ public:
     void picture(controls::Picture& c, ClickableLabel* w);
     void status(controls::StatusBar& c, QStatusBar* w);
     GridModel* grid(controls::Grid& c, QTableView* w, std::vector<std::pair<int, QString>> columns);
+
+    // The grid cell (a list's line as row, column 0) under a view index, if the view's
+    // model still holds it.
+    using CellOf = std::function<std::optional<GridModel::Cell>(const QModelIndex&)>;
 
     // The widget of a control, for focus moves the model makes.
     QWidget* widgetOf(const controls::Control* c) const { return widgets_.value(c); }
@@ -70,6 +83,9 @@ protected:
 private:
     void common(controls::Control& c, QWidget* w, std::function<void()> refresh);
     void act(const std::function<void()>& f);
+    // The mouse's clicks and double clicks on the cells of a grid or list view.
+    using CellAct = std::function<void(const GridModel::Cell&)>;
+    void cellClicks(QAbstractItemView* view, CellOf cellOf, CellAct click, CellAct doubleClick);
     // Hands the text typed into a number or date input to its model control.
     void commitTypedText(controls::Control& c, QWidget* w);
 

@@ -2,6 +2,7 @@
 
 #include "base/install_dirs.h"
 #include "base/log.h"
+#include "base/qt_translations.h"
 #include "engine/wfd_document_impl.h"
 #include "gui/qt_platform.h"
 #include "gui/views.h"
@@ -18,12 +19,11 @@ bool displayAvailable()
            || qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 }
 
-namespace {
-
 // The Japanese captions need a font that has them: IPAex Gothic, from the installed
-// fonts folder or the system's.
-void useJapaneseFont(QApplication& app)
+// fonts folder or the system's. Qt's own dialogs speak Japanese too.
+void useProgramLook(QApplication& app)
 {
+    base::installQtTranslations();
     const QString path = base::findFontFile(QCoreApplication::applicationDirPath(), QStringLiteral("ipaexg.ttf"));
     const int id = QFontDatabase::addApplicationFont(path);
     if (id < 0) {
@@ -37,12 +37,10 @@ void useJapaneseFont(QApplication& app)
     app.setFont(f);
 }
 
-}  // namespace
-
 int runDesktop(int& argc, char** argv, const app::ProcessStart& start)
 {
     QApplication qapp(argc, argv);
-    useJapaneseFont(qapp);
+    useProgramLook(qapp);
     // The in-process report driver reaches the engine's document object through this.
     report::registerWfdDocument(&engine::makeWfdDocument);
     QtPlatform* self = nullptr;

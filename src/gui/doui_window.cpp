@@ -30,24 +30,20 @@ namespace {
 QMenuBar* buildSideScreenMenus(Binder& binder, selection::ConsentSideScreen& screen)
 {
     auto* bar = new QMenuBar;
-    auto addItem = [&](QMenu* menu, controls::MenuItem& item, bool checkable = false) {
-        QAction* a = menu->addAction(item.caption());
-        a->setCheckable(checkable);
-        binder.menu(item, a);
-    };
-    QMenu* func = bar->addMenu(screen.mnFunc.caption());
-    addItem(func, screen.mnF01);
-    addItem(func, screen.mnF02);
-    addItem(func, screen.mnF03);
-    func->addSeparator();  // mnKugiri
-    addItem(func, screen.mnF12);
+    QMenu* func = binder.submenu(screen.mnFunc, bar);
+    for (controls::MenuItem* m : {&screen.mnF01, &screen.mnF02, &screen.mnF03, &screen.mnKugiri, &screen.mnF12})
+        binder.menuItem(func, *m);
+    bar->addMenu(func);
 
-    QMenu* settings = bar->addMenu(screen.mnSettei.caption());
-    QMenu* sort = settings->addMenu(screen.mnSetteiSort.caption());
-    for (auto& m : screen.mnSort) addItem(sort, m, true);
+    QMenu* settings = binder.submenu(screen.mnSettei, bar);
+    QMenu* sort = binder.submenu(screen.mnSetteiSort, settings);
+    for (auto& m : screen.mnSort) binder.menuItem(sort, m, true);
+    settings->addMenu(sort);
+    bar->addMenu(settings);
 
-    QMenu* help = bar->addMenu(screen.mnHelp.caption());
-    addItem(help, screen.mnDispHelp);
+    QMenu* help = binder.submenu(screen.mnHelp, bar);
+    binder.menuItem(help, screen.mnDispHelp);
+    bar->addMenu(help);
     return bar;
 }
 

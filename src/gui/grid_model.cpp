@@ -30,6 +30,13 @@ int GridModel::viewRow(int gridRow) const
     return (it != rows_.end() && *it == gridRow) ? static_cast<int>(it - rows_.begin()) : -1;
 }
 
+std::optional<GridModel::Cell> GridModel::cellAt(const QModelIndex& index) const
+{
+    if (!index.isValid() || index.model() != this || index.row() >= rowCount() || index.column() >= columnCount())
+        return std::nullopt;
+    return Cell{gridCol(index.column()), gridRow(index.row())};
+}
+
 void GridModel::onChange(const controls::Change& change)
 {
     using controls::Change;

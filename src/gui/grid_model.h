@@ -6,6 +6,7 @@
 #include "controls/grid.h"
 
 #include <QAbstractTableModel>
+#include <optional>
 #include <vector>
 
 namespace gui {
@@ -28,6 +29,14 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+    struct Cell {
+        int col;
+        int row;
+    };
+    // The grid's cell under a view index, or nothing for an index this model no longer
+    // holds (a change of the rows since the view made it).
+    std::optional<Cell> cellAt(const QModelIndex& index) const;
 
     // The grid's row and column of a view index, and back.
     int gridRow(int viewRow) const { return rows_.at(static_cast<size_t>(viewRow)); }

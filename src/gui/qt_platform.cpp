@@ -64,7 +64,12 @@ void QtPlatform::setPointer(controls::Pointer pointer)
 
 bool QtPlatform::startProgram(const QString& commandLine, int)
 {
-    return app::startDetached(commandLine, app::gsAppPath);
+    if (app::startDetached(commandLine, app::gsAppPath)) return true;
+    // The screens keep a failed start to themselves (the report driver only notes it);
+    // on the desktop the operator would be left with a button that does nothing, so the
+    // box the system shows for a program it cannot find stands here.
+    msgBox(app::unhandledFaultText(base::VbError::fileNotFound()), controls::BoxStyle::Critical, QString());
+    return false;
 }
 
 void QtPlatform::openUrl(const QString& url)

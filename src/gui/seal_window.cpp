@@ -10,17 +10,20 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <QTableView>
@@ -90,22 +93,29 @@ SealWindow::SealWindow(QtPlatform& platform, seal::frmPrintシール& screen)
     right->addWidget(buildSheet());
     columns->addLayout(right);
 
-    auto* outer = new QWidget;
-    auto* rows = new QVBoxLayout(outer);
-    rows->addWidget(central, 1);
-    rows->addWidget(buildCommands());
-    // On a small screen the screen scrolls rather than being cut off.
+    // On a small screen the controls scroll; the command row stays in sight below them.
     auto* scroll = new QScrollArea;
-    scroll->setWidget(outer);
+    scroll->setWidget(central);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    setCentralWidget(scroll);
+    auto* outer = new QWidget;
+    auto* rows = new QVBoxLayout(outer);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(2);
+    rows->addWidget(scroll, 1);
+    QWidget* commands = buildCommands();
+    commands->setObjectName(QStringLiteral("commandRow"));
+    rows->addWidget(commands);
+    setCentralWidget(outer);
 
     auto* status = new QStatusBar;
     setStatusBar(status);
     binder_->status(screen_.Status, status);
     buildMenus();
-    resize(1240, 740);
+    // Never larger than the screen: the title bar and the task bar take their share.
+    const QScreen* desktop = QGuiApplication::primaryScreen();
+    const QSize room = desktop ? desktop->availableGeometry().size() - QSize(16, 48) : QSize(1240, 740);
+    resize(QSize(1240, 740).boundedTo(room));
 }
 
 SealWindow::~SealWindow() = default;
@@ -279,7 +289,8 @@ QWidget* SealWindow::buildOrder()
     binder_->check(screen_.chkCheck, check);
     binder_->check(screen_.chkEnter, enter);
     binder_->label(screen_.lblEnter, hint);
-    hint->setWordWrap(true);
+    // One line: a wrapping label makes the whole screen's height follow its width, and
+    // the screen would then scroll at sizes where everything fits.
     v->addWidget(check);
     v->addWidget(enter);
     v->addWidget(hint);
@@ -362,8 +373,8 @@ QWidget* SealWindow::buildSheet()
     auto* foot = new QHBoxLayout;
     auto* combo = new QComboBox;
     combo->setEditable(true);
-    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    combo->setMinimumContentsLength(10);
+    // As wide as the longest footnote: the defaults are ten full-width characters.
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     binder_->combo(screen_.cboKyakutyuList, combo);
     connect(combo, &QComboBox::editTextChanged, this, [this](const QString& t) {
         if (t != screen_.cboKyakutyuList.text()) platform_.dispatch([&] { screen_.cboKyakutyuList.setText(t); });
@@ -378,7 +389,7 @@ QWidget* SealWindow::buildSheet()
     binder_->button(screen_.btnAddKyakutyu, add);
     foot->addWidget(combo, 1);
     foot->addWidget(add);
-    v->addWidget(group(QStringLiteral("脚注"), foot));
+    v->addWidget(group(QStringLiteral("脚注入力"), foot));
     return group(QStringLiteral("用紙"), v);
 }
 
@@ -386,7 +397,7 @@ QWidget* SealWindow::buildCommands()
 {
     auto* w = new QWidget;
     auto* h = new QHBoxLayout(w);
-    h->setContentsMargins(0, 0, 0, 0);
+    h->setContentsMargins(9, 0, 9, 2);
     for (controls::Button* b : {&screen_.btnJisseki[0], &screen_.btnJisseki[1], &screen_.btnDouishoList, &screen_.btnSejutsuKeika}) {
         auto* btn = new QPushButton;
         binder_->button(*b, btn);
@@ -403,30 +414,33 @@ QWidget* SealWindow::buildCommands()
 
 void SealWindow::buildMenus()
 {
-    auto addItem = [&](QMenu* menu, controls::MenuItem& item) {
-        auto* a = menu->addAction(item.caption());
-        binder_->menu(item, a);
+    Binder& b = *binder_;
+    QMenu* func = b.submenu(screen_.mnFunc, this);
+    for (controls::MenuItem* m : {&screen_.mnDouiSet, &screen_.mnF04, &screen_.mnMenuPrint, &screen_.mnMenuPreview,
+                                  &screen_.mnMenuReturn, &screen_.mnMenuExit})
+        b.menuItem(func, *m);
+    menuBar()->addMenu(func);
+
+    // Each setting has its submenu; the marks show which choice holds.
+    QMenu* settings = b.submenu(screen_.mnSettei, this);
+    auto marks = [&](controls::MenuItem& title, std::deque<controls::MenuItem>& items) {
+        QMenu* sub = b.submenu(title, settings);
+        for (auto& m : items) b.menuItem(sub, m, true);
+        settings->addMenu(sub);
     };
-    QMenu* func = menuBar()->addMenu(QStringLiteral("機能(&F)"));
-    addItem(func, screen_.mnDouiSet);
-    addItem(func, screen_.mnF04);
-    addItem(func, screen_.mnMenuPrint);
-    addItem(func, screen_.mnMenuPreview);
-    func->addSeparator();
-    addItem(func, screen_.mnMenuReturn);
-    addItem(func, screen_.mnMenuExit);
+    marks(screen_.mnSetteiCK, screen_.mnCKOnOff);
+    marks(screen_.mnSetteiHokenja, screen_.mnHokenjaDisp);
+    for (auto [title, item] : {std::pair{&screen_.mnSetteiCheck, &screen_.mnCheckOn}, std::pair{&screen_.mnSetteiEnter, &screen_.mnEnterOn}}) {
+        QMenu* sub = b.submenu(*title, settings);
+        b.menuItem(sub, *item, true);
+        settings->addMenu(sub);
+    }
+    menuBar()->addMenu(settings);
 
-    QMenu* settings = menuBar()->addMenu(QStringLiteral("設定(&S)"));
-    for (auto& m : screen_.mnCKOnOff) addItem(settings, m);
-    settings->addSeparator();
-    for (auto& m : screen_.mnHokenjaDisp) addItem(settings, m);
-    settings->addSeparator();
-    addItem(settings, screen_.mnCheckOn);
-    addItem(settings, screen_.mnEnterOn);
-
-    QMenu* help = menuBar()->addMenu(QStringLiteral("ヘルプ(&H)"));
-    addItem(help, screen_.mnVer);
-    addItem(help, screen_.mnDispHelp);
+    QMenu* help = b.submenu(screen_.mnHelp, this);
+    b.menuItem(help, screen_.mnVer);
+    b.menuItem(help, screen_.mnDispHelp);
+    menuBar()->addMenu(help);
 }
 
 void SealWindow::closeEvent(QCloseEvent* event)

@@ -41,14 +41,15 @@ StaffSearchWindow::~StaffSearchWindow()
 void StaffSearchWindow::buildMenus(QLayout* layout)
 {
     auto* bar = new QMenuBar;
-    auto addItem = [&](QMenu* menu, controls::MenuItem& item) { binder_->menu(item, menu->addAction(item.caption())); };
-    QMenu* func = bar->addMenu(QStringLiteral("機能(&F)"));
-    addItem(func, screen_.mnF04);
-    addItem(func, screen_.mnF05);
+    QMenu* func = binder_->submenu(screen_.mnFunc, bar);
+    binder_->menuItem(func, screen_.mnF04);
+    binder_->menuItem(func, screen_.mnF05);
     func->addSeparator();
-    addItem(func, screen_.mnF12);
-    QMenu* help = bar->addMenu(QStringLiteral("ヘルプ(&H)"));
-    addItem(help, screen_.mnDispHelp);
+    binder_->menuItem(func, screen_.mnF12);
+    bar->addMenu(func);
+    QMenu* help = binder_->submenu(screen_.mnHelp, bar);
+    binder_->menuItem(help, screen_.mnDispHelp);
+    bar->addMenu(help);
     layout->setMenuBar(bar);
 }
 

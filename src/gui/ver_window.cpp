@@ -19,8 +19,9 @@ VerWindow::VerWindow(QtPlatform& platform, dialogs::frmVer& screen)
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
     auto* bar = new QMenuBar;
-    QMenu* func = bar->addMenu(screen.mnFunc.caption());
-    binder_->menu(screen.mnF12, func->addAction(screen.mnF12.caption()));
+    QMenu* func = binder_->submenu(screen.mnFunc, bar);
+    binder_->menuItem(func, screen.mnF12);
+    bar->addMenu(func);
     v->setMenuBar(bar);
     auto* title = new QLabel;
     QFont f = title->font();

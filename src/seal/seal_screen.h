@@ -103,6 +103,14 @@ public:
     controls::MenuItem mnEnterOn{QStringLiteral("mnEnterOn"), QStringLiteral("常にチェックを入れる")};
     controls::MenuItem mnVer{QStringLiteral("mnVer"), QStringLiteral("ﾊﾞｰｼﾞｮﾝ情報")};
     controls::MenuItem mnDispHelp{QStringLiteral("mnDispHelp"), QStringLiteral("オンラインヘルプ(&M)")};
+    // The menu titles and submenus that hold the items above; they have no command.
+    controls::MenuItem mnFunc{QStringLiteral("mnFunc"), QStringLiteral("機能(&F)")};
+    controls::MenuItem mnSettei{QStringLiteral("mnSettei"), QStringLiteral("設定(&E)")};
+    controls::MenuItem mnSetteiCK{QStringLiteral("mnSetteiCK"), QStringLiteral("CK(印刷対象チェック)")};
+    controls::MenuItem mnSetteiHokenja{QStringLiteral("mnSetteiHokenja"), QStringLiteral("種類：保険者データ")};
+    controls::MenuItem mnSetteiCheck{QStringLiteral("mnSetteiCheck"), QStringLiteral("チェック順で印刷")};
+    controls::MenuItem mnSetteiEnter{QStringLiteral("mnSetteiEnter"), QStringLiteral("Enterキー")};
+    controls::MenuItem mnHelp{QStringLiteral("mnHelp"), QStringLiteral("ヘルプ(&H)")};
 
     // The state of the run and the rows held in memory.
     SealJob job;

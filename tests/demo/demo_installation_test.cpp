@@ -90,6 +90,21 @@ TEST_F(DemoSettingsTest, OnlyTheProgressReportMarkerIsWrittenAndItIsEmpty)
         EXPECT_FALSE(QFile::exists(path(QString::fromLatin1(other)))) << other;
 }
 
+TEST_F(DemoSettingsTest, AnOfficeThatHasPrintedOnceHasItsSettingsVersionAndHelpAccount)
+{
+    const QByteArray saved = readAll(path(QStringLiteral("DATA/印刷設定.ini")));
+    expectCrLfCp932(saved, QStringLiteral("印刷設定.ini"));
+    const QString text = base::fromCp932(saved);
+    EXPECT_TRUE(text.startsWith(QStringLiteral("[タックシール]\r\n"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("Enter=1\r\n")));
+    EXPECT_TRUE(text.contains(QStringLiteral("[タックシール脚注]\r\n脚注数=5\r\n脚注1=療養費支給申請書在中\r\n")));
+    const QString version = base::fromCp932(readAll(path(QStringLiteral("Velmio.Ver"))));
+    EXPECT_TRUE(version.contains(QStringLiteral("VERSION=")));
+    EXPECT_TRUE(version.contains(QStringLiteral("[OnlineHelp]\r\nADDRESS=http")));
+    EXPECT_EQ(readAll(path(QStringLiteral("EmapUser.ini"))), cp932Lines({QStringLiteral("ZENRIN_USER=demo-office"),
+                                                                         QStringLiteral("ZENRIN_PWD=demo-pass")}));
+}
+
 TEST(DemoInstallationTest, ASecondRunReplacesItsOwnFilesAndKeepsOthers)
 {
     QTemporaryDir dir;

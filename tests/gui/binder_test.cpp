@@ -1,6 +1,7 @@
 // The desktop binding both ways, on the offscreen platform: the operator's act reaches
 // the model's handler, and a change in the model shows in the widget.
 
+#include "desk.h"
 #include "gui/binder.h"
 #include "gui/grid_model.h"
 #include "gui/qt_platform.h"
@@ -13,6 +14,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
+#include <QStyleOptionViewItem>
 #include <QTableView>
 #include <QTest>
 
@@ -22,15 +25,7 @@ using namespace controls;
 
 namespace {
 
-QApplication& application()
-{
-    static int argc = 1;
-    static char name[] = "test_gui";
-    static char* argv[] = {name, nullptr};
-    // Never destroyed: tearing Qt down among the process's exit handlers crashes.
-    static QApplication* app = new QApplication(argc, argv);
-    return *app;
-}
+QApplication& application() { return desk::application(); }
 
 class Form : public Screen {
 public:
@@ -138,6 +133,80 @@ TEST_F(Binding, TheGridShowsOnlyVisibleRowsAndTicksGoToTheGridsEvent)
     model->setData(model->index(1, 0), Qt::Checked, Qt::CheckStateRole);
     EXPECT_EQ(ticked, std::vector<int>{3});
     EXPECT_EQ(model->data(model->index(1, 0), Qt::CheckStateRole).toInt(), int(Qt::Checked));
+}
+
+// Where the style draws the tick box of a cell.
+QPoint tickBox(QTableView& view, int row)
+{
+    QStyleOptionViewItem option;
+    option.initFrom(view.viewport());
+    option.rect = view.visualRect(view.model()->index(row, 0));
+    option.features = QStyleOptionViewItem::HasCheckIndicator;
+    return view.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &view).center();
+}
+
+TEST_F(Binding, AMouseTickThatRebuildsTheRowsStillClicksThePressedCell)
+{
+    QTableView view(window.get());
+    view.resize(300, 200);
+    binder.grid(form.fpSpread02, &view, {{1, QString()}, {2, QStringLiteral("名前")}});
+    window->show();
+    // Each tick hides the row above it, as a handler that refills the list does.
+    std::vector<std::pair<int, int>> clicks, doubleClicks;
+    form.fpSpread02.ButtonClicked = [&](int, int row, int) {
+        form.fpSpread02.setReDraw(false);
+        if (row > 1) form.fpSpread02.setRowHidden(row - 1, true);
+        form.fpSpread02.setReDraw(true);
+    };
+    form.fpSpread02.Click = [&](int col, int row) { clicks.emplace_back(col, row); };
+    form.fpSpread02.DblClick = [&](int col, int row) { doubleClicks.emplace_back(col, row); };
+
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, tickBox(view, 2));
+    EXPECT_EQ(form.fpSpread02.value(1, 3), 1);
+    ASSERT_EQ(view.model()->rowCount(), 3);
+    EXPECT_EQ(clicks, (std::vector<std::pair<int, int>>{{1, 3}}));
+    // A double click on a name reads its own row; one below the last row reaches nothing.
+    desk::doubleClick(view.viewport(), view.visualRect(view.model()->index(2, 1)).center());
+    desk::doubleClick(view.viewport(), QPoint(150, 190));
+    EXPECT_EQ(doubleClicks, (std::vector<std::pair<int, int>>{{2, 4}}));
+}
+
+TEST_F(Binding, AListClickThatRefillsTheListActsOnThePressedLine)
+{
+    QListWidget list(window.get());
+    binder.list(form.lstCheck, &list);
+    for (const char* line : {"一", "二", "三"}) form.lstCheck.AddItem(QString::fromUtf8(line));
+    window->show();
+    std::vector<int> removed;
+    // A double click takes the line out, as the print order list does.
+    form.lstCheck.DblClick = [&] {
+        removed.push_back(form.lstCheck.ListIndex());
+        form.lstCheck.RemoveItem(form.lstCheck.ListIndex());
+    };
+    const QPoint second = list.visualItemRect(list.item(1)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, second);
+    EXPECT_EQ(form.lstCheck.ListIndex(), 1);
+    desk::doubleClick(list.viewport(), second);
+    ASSERT_EQ(list.count(), form.lstCheck.ListCount());
+    desk::doubleClick(list.viewport(), list.visualItemRect(list.item(list.count() - 1)).center());
+    EXPECT_EQ(list.count(), form.lstCheck.ListCount());
+    EXPECT_FALSE(removed.empty());
+}
+
+TEST_F(Binding, AComboShowsTheModelsItemsEvenWhenOnlyTheirTextsChange)
+{
+    QComboBox combo(window.get());
+    binder.combo(form.cmbSealType, &combo);
+    form.cmbSealType.AddItem(QStringLiteral("１０枚シート"));
+    form.cmbSealType.AddItem(QStringLiteral("１２枚シート"));
+    form.cmbSealType.Clear();
+    form.cmbSealType.AddItem(QStringLiteral("長形３号"));
+    form.cmbSealType.AddItem(QStringLiteral("角形２号"));
+    ASSERT_EQ(combo.count(), 2);
+    EXPECT_EQ(combo.itemText(0), QStringLiteral("長形３号"));
+    // A choice the model no longer holds goes nowhere.
+    Q_EMIT combo.activated(5);
+    EXPECT_EQ(form.cmbSealType.ListIndex(), -1);
 }
 
 TEST_F(Binding, EnterInABoundInputGoesToTheScreensKeyHandling)

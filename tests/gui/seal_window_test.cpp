@@ -1,6 +1,7 @@
 // The seal screen's window and the wait notices on the offscreen platform: the menu
 // keys reach their commands, and the notices follow their models.
 
+#include "desk.h"
 #include "app/globals.h"
 #include "app/wait_notices.h"
 #include "gui/qt_platform.h"
@@ -16,15 +17,7 @@
 
 namespace {
 
-QApplication& application()
-{
-    static int argc = 1;
-    static char name[] = "test_gui";
-    static char* argv[] = {name, nullptr};
-    // Never destroyed: tearing Qt down among the process's exit handlers crashes.
-    static QApplication* a = new QApplication(argc, argv);
-    return *a;
-}
+QApplication& application() { return desk::application(); }
 
 struct KeyCase {
     QKeySequence keys;

@@ -3,6 +3,7 @@
 // controls, the operator's clicks and keys reach the model, and the model's changes
 // show in the widgets.
 
+#include "desk.h"
 #include "gui/doui_window.h"
 #include "gui/keika_window.h"
 #include "gui/qt_platform.h"
@@ -32,15 +33,7 @@ using sealtest::ProcessValues;
 
 namespace {
 
-QApplication& application()
-{
-    static int argc = 1;
-    static char name[] = "test_gui";
-    static char* argv[] = {name, nullptr};
-    // Never destroyed: tearing Qt down among the process's exit handlers crashes.
-    static QApplication* app = new QApplication(argc, argv);
-    return *app;
-}
+QApplication& application() { return desk::application(); }
 
 template <class W>
 W* widget(QWidget& window, const char* name)
@@ -511,3 +504,30 @@ TEST_F(SideWindows, StaffSearchRunsModallyOnTheDesktop)
 }
 
 }  // namespace
+
+// --- every side window on an office screen -------------------------------------------
+
+TEST_F(SideWindows, EachSideWindowFitsA1024x768ScreenAndShowsItsModel)
+{
+    selection::frmDoui doui(values.platform);
+    doui.iInit(*db, 1);
+    selection::frmSeal_SejutsuKeika keika(values.platform);
+    keika.iInit(*db, 0);
+    dialogs::frm施術者検索 staff{values.platform};
+    staff.iInit(0, 0, -1);
+    gui::DouiWindow douiWindow(qt, doui);
+    gui::KeikaWindow keikaWindow(qt, keika);
+    gui::StaffSearchWindow staffWindow(qt, staff);
+    staff.load();
+    const std::pair<QWidget*, controls::Screen*> windows[] = {{&douiWindow, &doui}, {&keikaWindow, &keika}, {&staffWindow, &staff}};
+    for (auto [window, screen] : windows) {
+        window->show();
+        QApplication::processEvents();
+        // Under a title bar and a task bar.
+        const QSize room(1024, 768 - 70);
+        EXPECT_LE(window->width(), room.width()) << screen->name().toStdString();
+        EXPECT_LE(window->height(), room.height()) << screen->name().toStdString();
+        EXPECT_LE(window->minimumSizeHint().height(), room.height()) << screen->name().toStdString();
+        EXPECT_EQ(desk::mirrorFaults(*window, *screen), QStringList()) << screen->name().toStdString();
+    }
+}

@@ -137,6 +137,23 @@ void writeSettingsFiles(const QString& dir)
     writeTextFile(root.filePath(QStringLiteral("DATA/帳票Format.ini")),
                   {QStringLiteral("[同意書更新]"), QStringLiteral("同意書更新=同意台帳_TKZK.wfd")});
     writeWallpaper(root.filePath(QStringLiteral("ICON/") + kWallpaper));
+    // The suite's version file and the help site's account, with invented contents.
+    writeTextFile(root.filePath(QStringLiteral("Velmio.Ver")),
+                  {QStringLiteral("[Velmio]"), QStringLiteral("VERSION=5.2.0"), QStringLiteral("UUPDATE=2026.10.01"),
+                   QStringLiteral("[OnlineHelp]"), QStringLiteral("ADDRESS=https://help.velmio.example.jp/manual/")});
+    writeTextFile(root.filePath(QStringLiteral("EmapUser.ini")),
+                  {QStringLiteral("ZENRIN_USER=demo-office"), QStringLiteral("ZENRIN_PWD=demo-pass")});
+    // An office that has printed once: its choices and footnotes are saved. They are
+    // the operator's from then on, so a later run keeps them.
+    const QString printSettings = root.filePath(QStringLiteral("DATA/印刷設定.ini"));
+    if (!QFile::exists(printSettings))
+        writeTextFile(printSettings,
+                      {QStringLiteral("[タックシール]"), QStringLiteral("印刷対象CK=0"), QStringLiteral("チェック順=0"),
+                       QStringLiteral("Enter=1"), QStringLiteral("種類：保険者データ=0"),
+                       QStringLiteral("タックシール宛先=医事課御中"), QStringLiteral("[タックシール脚注]"),
+                       QStringLiteral("脚注数=5"), QStringLiteral("脚注1=療養費支給申請書在中"), QStringLiteral("脚注2=同意書在中"),
+                       QStringLiteral("脚注3=領収書在中"), QStringLiteral("脚注4=請求書在中"),
+                       QStringLiteral("脚注5=経過報告書在中")});
     // The marker that shows the progress report button: the demo opens every screen.
     QFile marker(root.filePath(QStringLiteral("MGNT.CID")));
     if (!marker.open(QIODevice::WriteOnly | QIODevice::Truncate))
