@@ -184,9 +184,9 @@ TEST_F(Layout, VerticalBracketsTakeTheirVerticalForms)
 
 TEST_F(Layout, SmallKanaAndCommaMoveUpRightInVerticalLines)
 {
-    const auto small = engine::verticalGlyph(u'ょ', nullptr, nullptr);
-    const auto comma = engine::verticalGlyph(u'、', nullptr, nullptr);
-    const auto plain = engine::verticalGlyph(u'あ', nullptr, nullptr);
+    const auto small = engine::verticalGlyph(u'ょ');
+    const auto comma = engine::verticalGlyph(u'、');
+    const auto plain = engine::verticalGlyph(u'あ');
     EXPECT_GT(small.shift, 0);
     EXPECT_GT(comma.shift, small.shift);
     EXPECT_EQ(plain.shift, 0);
