@@ -42,7 +42,10 @@ std::vector<signed char> breakClasses(QStringView p, QStringView keepTail)
         if (isSpace(b) || cannotStartLine(b) || cannotEndLine(a) || (isWordChar(a) && isWordChar(b))
             || (a == u'御' && b == u'中') || QChar::isLowSurrogate(b))
             continue;  // after the blanks, not before them; kinsoku; never inside a pair
-        const bool numberEnds = isDigit(a) || a == u'号' || (a == u'地' && i >= 2 && p[i - 2] == u'番');
+        // A block number ends here: digits, or the suffixes after them ("2丁目", "12番地").
+        qsizetype k = i - 1;
+        while (k > 0 && isNumberSuffix(p[k].unicode())) --k;
+        const bool numberEnds = isDigit(p[k].unicode());
         if (isSpace(a) || (isDigit(b) && !isNumberSuffix(a)) || (numberEnds && !isNumberSuffix(b)))
             cls[i] = kBetweenParts;
         else if (((isDigit(a) || isNumberSuffix(a)) && (isDigit(b) || isNumberSuffix(b))) || (isKatakana(a) && isKatakana(b)))
