@@ -8,6 +8,7 @@
 #include "engine_test_support.h"
 
 #include <QPainter>
+#include <QSet>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
@@ -235,6 +236,34 @@ TEST_F(FormLayout, Kaku2PrintsAllFrontsThenAllBacks)
         EXPECT_TRUE(fieldText(back, "宛名").isEmpty());
         EXPECT_EQ(fieldText(back, "差出人"), "本店");
     }
+}
+
+// Data the program never writes still prints inside its label: an empty line, a line
+// with fewer fields than the title line, and text far longer than its box.
+TEST_F(FormLayout, BadDataStaysInsideItsLabel)
+{
+    Label huge;
+    huge.name = QStringLiteral("医療法人社団さくら会さくら在宅クリニック附属訪問看護ステーション東京中央事務所総務部長代理 様");
+    huge.address = QString(QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 ")).repeated(3);
+    const QString shortLine = QStringLiteral("2,\"佐藤 花子 様\",\"サトウ ハナコ\"");
+    const auto pages = place(QStringLiteral("ビーコン用シール30M.wfd"), {enginetest::labelLine(huge), QString(), shortLine});
+    ASSERT_EQ(pages.size(), 1u);
+    const engine::Form f = engine::loadForm(enginetest::formPath(QStringLiteral("ビーコン用シール30M.wfd")));
+    QSet<QString> fieldsOfTheShortLine;
+    for (const engine::PlacedInk& ink : pages[0]) {
+        int cell = 0;
+        while (cell < 3 && !f.cells->cell(cell).contains(ink.box.center())) ++cell;
+        ASSERT_LT(cell, 3) << describe(ink).toStdString();
+        EXPECT_NE(cell, 1) << "the empty line leaves its label empty";
+        EXPECT_TRUE(f.cells->cell(cell).adjusted(kCellInset, kCellInset, -kCellInset, -kCellInset).contains(ink.ink))
+            << describe(ink).toStdString();
+        if (ink.kind == engine::PlacedInk::Text) {
+            EXPECT_TRUE(ink.box.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(ink.ink)) << describe(ink).toStdString();
+            EXPECT_GE(ink.layout.sizeMm, engine::ptToMm(5) - 1e-9);
+        }
+        if (cell == 2) fieldsOfTheShortLine.insert(ink.field);
+    }
+    EXPECT_EQ(fieldsOfTheShortLine, QSet<QString>{QStringLiteral("宛名")});
 }
 
 }  // namespace
