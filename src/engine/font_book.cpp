@@ -40,6 +40,8 @@ Trimmed trimmedFont(const QString& path, const QString& family)
     const QFileInfo info(path);
     const QString cacheRoot = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
     const QString dir = cacheRoot.isEmpty() ? QString() : cacheRoot + QStringLiteral("/sealprint/fonts");
+    // Named after the installed file's size and time; the number after "trimmed" goes up
+    // whenever trimCharacterMap changes what it writes.
     const QString cached = QDir(dir).filePath(QStringLiteral("%1-%2-%3-trimmed1.ttf")
                                                   .arg(info.completeBaseName())
                                                   .arg(info.size())
