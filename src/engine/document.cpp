@@ -185,6 +185,11 @@ void Document::addPart(const QString& formPath, const QString& formRef, int form
     parts_.push_back(std::move(part));
 }
 
+void Document::setInkRecorder(const std::function<void(const PlacedInk&)>& recorder)
+{
+    for (const auto& part : parts_) part->renderer->setInkRecorder(recorder);
+}
+
 void Document::applyOffsets()
 {
     for (const auto& part : parts_) part->renderer->setOffset(scriptOffset_ + calibration_);

@@ -36,6 +36,9 @@ public:
     bool landscape(int page) const;
     void printPage(QPainter& painter, int page) const;
 
+    // Told of everything printPage draws (PageRenderer::setInkRecorder).
+    void setInkRecorder(const std::function<void(const PlacedInk&)>& recorder);
+
     // The printer's own correction in mm, added to the script's offsets.
     void setCalibration(QPointF mm);
     QPointF calibration() const { return calibration_; }

@@ -125,6 +125,65 @@ QList<QRectF> postalBoxes(Reader parent, const QJsonObject& o, double fieldWidth
     return boxes;
 }
 
+QStringList stringList(Reader& r, const char* key)
+{
+    QStringList out;
+    for (const QJsonValue& v : r.array(key)) {
+        if (!v.isString()) r.fail(QStringLiteral("\"%1\" には文字列を並べてください。").arg(QLatin1String(key)));
+        out.append(v.toString());
+    }
+    return out;
+}
+
+// A condition: one test on a column, {"any": [...]}, {"all": [...]}, or an array (all).
+Condition parseCondition(const QJsonValue& v, const QString& where, const QString& file)
+{
+    Condition c;
+    QJsonArray parts;
+    if (v.isArray()) {
+        c.test = Condition::All;
+        parts = v.toArray();
+    } else if (!v.isObject()) {
+        throw EngineError(file, 0, QStringLiteral("%1: 条件はオブジェクトか配列で書いてください。").arg(where));
+    } else {
+        Reader r(v.toObject(), where, file);
+        int tests = 0;
+        auto is = [&](const char* key, Condition::Test t) {
+            if (!r.has(key)) return false;
+            c.test = t;
+            ++tests;
+            return true;
+        };
+        if (is("any", Condition::Any)) parts = r.array("any");
+        if (is("all", Condition::All)) parts = r.array("all");
+        if (is("equals", Condition::Equals)) c.values = {r.string("equals")};
+        if (is("notEmpty", Condition::NotEmpty) && !r.boolean("notEmpty", true))
+            r.fail(QStringLiteral("\"notEmpty\" は true だけが書けます。"));
+        if (is("empty", Condition::Equals)) {
+            if (!r.boolean("empty", true)) r.fail(QStringLiteral("\"empty\" は true だけが書けます。"));
+            c.values = {QString()};
+        }
+        if (is("in", Condition::In)) c.values = stringList(r, "in");
+        if (is("notIn", Condition::NotIn)) c.values = stringList(r, "notIn");
+        if (is("sameAs", Condition::SameAs)) c.other = r.string("sameAs");
+        if (is("differsFrom", Condition::DiffersFrom)) c.other = r.string("differsFrom");
+        if (tests > 1) r.fail(QStringLiteral("条件は一つのオブジェクトに一つだけ書いてください。"));
+        const bool group = c.test == Condition::Any || c.test == Condition::All;
+        c.column = r.string("column");
+        if (!group && c.column.isEmpty()) r.fail(QStringLiteral("\"column\" がありません。"));
+        if (group && r.has("column")) r.fail(QStringLiteral("\"any\" と \"all\" には \"column\" を書けません。"));
+        if (tests == 0) c.values = {QString()};  // {"column": C}: the column is empty
+        if ((c.test == Condition::SameAs || c.test == Condition::DiffersFrom) && c.other.isEmpty())
+            r.fail(QStringLiteral("比べる列の名前がありません。"));
+        r.finish();
+    }
+    for (int i = 0; i < parts.size(); ++i)
+        c.parts.append(parseCondition(parts[i], QStringLiteral("%1[%2]").arg(where).arg(i), file));
+    if ((c.test == Condition::Any || c.test == Condition::All) && c.parts.isEmpty())
+        throw EngineError(file, 0, QStringLiteral("%1: \"any\" と \"all\" には条件を一つ以上並べてください。").arg(where));
+    return c;
+}
+
 Field parseField(const QJsonValue& v, const QString& where, const QString& file)
 {
     if (!v.isObject()) throw EngineError(file, 0, QStringLiteral("%1: フィールドはオブジェクトで書いてください。").arg(where));
@@ -177,18 +236,26 @@ Field parseField(const QJsonValue& v, const QString& where, const QString& file)
     f.frameWidth = r.number("frameWidth", 0.3);
     f.padding = r.number("padding", 0.0);
     f.color = parseColor(r, "color");
-    QJsonValue when = r.get("when");
-    if (!when.isUndefined()) {
-        if (!when.isObject()) r.fail(QStringLiteral("\"when\" はオブジェクトで書いてください。"));
-        Reader w(when.toObject(), r.where() + QStringLiteral(".when"), file);
-        Condition c;
-        c.column = w.string("column");
-        c.equals = w.string("equals");
-        c.notEmpty = w.boolean("notEmpty", false);
-        w.finish();
-        if (c.column.isEmpty()) w.fail(QStringLiteral("\"column\" がありません。"));
-        f.when = c;
+    f.dropLead = r.string("dropLead");
+    f.dropTail = r.string("dropTail");
+    const QJsonValue honorificAs = r.get("honorificAs");
+    if (!honorificAs.isUndefined()) {
+        if (!honorificAs.isObject()) r.fail(QStringLiteral("\"honorificAs\" は敬称とその代わりの組で書いてください。"));
+        const QJsonObject o = honorificAs.toObject();
+        for (auto it = o.begin(); it != o.end(); ++it) {
+            if (!it.value().isString()) r.fail(QStringLiteral("\"honorificAs\" の値は文字列で書いてください。"));
+            f.honorificAs.insert(it.key(), it.value().toString());
+        }
     }
+    if (r.has("honorificAsWhen"))
+        f.honorificAsWhen = parseCondition(r.get("honorificAsWhen"), r.where() + QStringLiteral(".honorificAsWhen"), file);
+    if ((!f.honorificAs.isEmpty() || f.honorificAsWhen) && f.keepWith.isEmpty())
+        r.fail(QStringLiteral("\"honorificAs\" には敬称の列 \"keepWith\" が要ります。"));
+    f.minSize = r.number("minSize", 5.0);
+    if (f.minSize <= 0) r.fail(QStringLiteral("\"minSize\" は正の数で書いてください。"));
+    f.indent = r.number("indent", 0.0);
+    if (f.indent < 0) r.fail(QStringLiteral("\"indent\" は 0 以上で書いてください。"));
+    if (r.has("when")) f.when = parseCondition(r.get("when"), r.where() + QStringLiteral(".when"), file);
     QJsonValue boxes = r.get("boxes");
     if (!boxes.isUndefined()) {
         if (f.type != FieldType::Postal) r.fail(QStringLiteral("\"boxes\" は postal のフィールドだけに書けます。"));
@@ -220,13 +287,25 @@ QJsonObject parseJsonObject(const QByteArray& json, const QString& fileName)
     return doc.object();
 }
 
+void addColumn(QStringList& out, const QString& column)
+{
+    if (!column.isEmpty() && !out.contains(column)) out.append(column);
+}
+
+void addColumns(QStringList& out, const Condition& c)
+{
+    addColumn(out, c.column);
+    addColumn(out, c.other);
+    for (const Condition& part : c.parts) addColumns(out, part);
+}
+
 void addColumns(QStringList& out, const QList<Field>& fields)
 {
     for (const Field& f : fields) {
-        for (const QString& c : f.columns)
-            if (!out.contains(c)) out.append(c);
-        if (f.when && !out.contains(f.when->column)) out.append(f.when->column);
-        if (!f.keepWith.isEmpty() && !out.contains(f.keepWith)) out.append(f.keepWith);
+        for (const QString& c : f.columns) addColumn(out, c);
+        if (f.when) addColumns(out, *f.when);
+        for (const QString& c : {f.keepWith, f.dropLead, f.dropTail}) addColumn(out, c);
+        if (f.honorificAsWhen) addColumns(out, *f.honorificAsWhen);
     }
 }
 
@@ -323,11 +402,14 @@ Form parseForm(const QByteArray& json, const QString& fileName)
     form.cellFields = parseFields(r, "cellFields");
     form.backFields = parseFields(r, "backFields");
     form.rowFields = parseFields(r, "rowFields");
+    form.backsAfterFronts = r.boolean("backsAfterFronts", false);
     r.finish();
     if (form.cells && form.cellFields.isEmpty()) r.fail(QStringLiteral("\"cellFields\" がありません。"));
     if (form.list && form.rowFields.isEmpty()) r.fail(QStringLiteral("\"rowFields\" がありません。"));
     if (!form.backFields.isEmpty() && form.cells && form.cells->perPage() != 1)
         r.fail(QStringLiteral("\"backFields\" は一枚に一面のフォーム（封筒）だけに書けます。"));
+    if (form.backsAfterFronts && form.backFields.isEmpty())
+        r.fail(QStringLiteral("\"backsAfterFronts\" は \"backFields\" のあるフォームだけに書けます。"));
     return form;
 }
 

@@ -3,6 +3,7 @@
 // of rows, and the fields drawn in them. docs/forms.md describes the format.
 
 #include <QColor>
+#include <QHash>
 #include <QList>
 #include <QRectF>
 #include <QSizeF>
@@ -19,11 +20,14 @@ enum class VAlign { Top, Middle, Bottom };
 enum class Numerals { AsIs, FullWidth, Kanji };
 enum class FontFace { Gothic, Mincho };
 
-// A field shows only where its condition holds for the record.
+// A test on a record's columns; a field shows only where its condition holds.
 struct Condition {
+    enum Test { Equals, NotEmpty, In, NotIn, SameAs, DiffersFrom, Any, All };
+    Test test = Equals;
     QString column;
-    QString equals;        // compared with the trimmed value
-    bool notEmpty = false;  // instead of equals: the value is not blank
+    QStringList values;      // Equals (one value; "" for empty), In, NotIn: against the trimmed value
+    QString other;           // SameAs, DiffersFrom: another column, both trimmed
+    QList<Condition> parts;  // Any, All
 };
 
 struct Field {
@@ -47,7 +51,13 @@ struct Field {
     bool wrap = true;
     double lineSpacing = 1.15;  // line pitch in font sizes
     Numerals numerals = Numerals::AsIs;
-    QString keepWith;   // a column whose text at the end of the value is never broken off
+    QString keepWith;   // a column (the honorific) whose text at the end of the value is never broken off
+    QString dropLead;   // a column whose text at the start of the value is left out (printed on its own line)
+    QString dropTail;   // a column whose text at the end of the value is left out (the honorific)
+    QHash<QString, QString> honorificAs;     // the keepWith text -> what prints instead
+    std::optional<Condition> honorificAsWhen;  // where honorificAs applies; always without it
+    double minSize = 5.0;  // points: the smallest size the text shrinks to before it is cut
+    double indent = 0;     // ems by which a wrapped line's continuation lines start later
     bool frame = false;  // a rectangle around the field
     double frameWidth = 0.3;
     double padding = 0.0;
@@ -86,6 +96,9 @@ struct Form {
     QList<Field> cellFields;   // relative to the cell (grid forms)
     QList<Field> backFields;   // the back of an envelope: one page after each front
     QList<Field> rowFields;    // relative to the row (list forms)
+    // All fronts, then all backs in the same order: a simplex printer is fed the
+    // printed stack again. Otherwise each front is followed by its back.
+    bool backsAfterFronts = false;
 
     // Every column title a field reads, for the check against the data's titles.
     QStringList boundColumns() const;

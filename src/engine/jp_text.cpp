@@ -11,20 +11,8 @@ constexpr QStringView kNoStart =
     u"ーｰ、。，．,.）〕］｝〉》」』】〙〗)]}・：；？！:;?!ゝゞヽヾ々〻‐゠–〜～";
 constexpr QStringView kNoEnd = u"（〔［｛〈《「『【〘〖([{";
 constexpr QStringView kSmallKana = u"ぁぃぅぇぉっゃゅょゎゕゖァィゥェォッャュョヮヵヶ";
-constexpr QStringView kTurned = u"ー－-‐−—―～〜…‥＝=ｰ";
+constexpr QStringView kTurned = u"ー－-‐−—―～〜…‥＝=ｰ（）()｛｝〔〕【】《》〈〉「」『』［］";
 constexpr QStringView kKanji = u"〇一二三四五六七八九";
-
-struct VerticalPair {
-    char16_t from;
-    char16_t to;
-};
-// Brackets and punctuation that have their own vertical forms.
-constexpr VerticalPair kVerticalForms[] = {
-    {u'（', u'︵'}, {u'）', u'︶'}, {u'(', u'︵'}, {u')', u'︶'}, {u'｛', u'︷'}, {u'｝', u'︸'},
-    {u'〔', u'︹'}, {u'〕', u'︺'}, {u'【', u'︻'}, {u'】', u'︼'}, {u'《', u'︽'}, {u'》', u'︾'},
-    {u'〈', u'︿'}, {u'〉', u'﹀'}, {u'「', u'﹁'}, {u'」', u'﹂'}, {u'『', u'﹃'}, {u'』', u'﹄'},
-    {u'［', u'﹇'}, {u'］', u'﹈'},
-};
 
 }  // namespace
 
@@ -61,25 +49,12 @@ QString toKanjiDigits(const QString& s)
     return out;
 }
 
-VerticalGlyph verticalGlyph(char16_t c, bool (*fontHas)(char16_t, const void*), const void* ctx)
+VerticalGlyph verticalGlyph(char16_t c)
 {
     VerticalGlyph g{c};
-    if (c == u'、' || c == u'。' || c == u'，' || c == u'．') {
-        g.shift = 0.6;
-        return g;
-    }
-    if (kSmallKana.contains(QChar(c))) {
-        g.shift = 0.1;
-        return g;
-    }
-    for (const VerticalPair& p : kVerticalForms) {
-        if (p.from == c) {
-            if (fontHas && fontHas(p.to, ctx)) g.ch = p.to;
-            else g.rotate = true;
-            return g;
-        }
-    }
-    if (kTurned.contains(QChar(c))) g.rotate = true;
+    if (c == u'、' || c == u'。' || c == u'，' || c == u'．') g.shift = 0.6;
+    else if (kSmallKana.contains(QChar(c))) g.shift = 0.1;
+    else if (kTurned.contains(QChar(c))) g.rotate = true;
     return g;
 }
 

@@ -22,14 +22,14 @@ QString toFullWidth(const QString& s);
 // Digits (half or full width) to kanji numerals, digit by digit ("10" -> "一〇").
 QString toKanjiDigits(const QString& s);
 
-// How one character stands in a vertical line.
+// How one character stands in a vertical line. Brackets are turned rather than
+// replaced by their vertical presentation forms, which a PDF's text layer would keep:
+// a saved "（" must read as "（", not "︵".
 struct VerticalGlyph {
     char16_t ch;
-    bool rotate = false;       // turned a quarter clockwise (dashes, the long vowel mark)
+    bool rotate = false;       // turned a quarter clockwise (dashes, the long vowel mark, brackets)
     double shift = 0;          // moved up and right by this part of its square (、。, small kana)
 };
-// fontHasVerticalForm tells whether the font has the vertical presentation form the
-// character would use; without it the character is turned instead.
-VerticalGlyph verticalGlyph(char16_t c, bool (*fontHas)(char16_t, const void*), const void* ctx);
+VerticalGlyph verticalGlyph(char16_t c);
 
 }  // namespace engine

@@ -21,13 +21,9 @@ TextStyle styleOf(const Field& f)
     s.wrap = f.wrap;
     s.lineSpacing = f.lineSpacing;
     s.numerals = f.numerals;
+    s.minSize = f.minSize;
+    s.indent = f.indent;
     return s;
-}
-
-QString cell(const QStringList* row, int column)
-{
-    if (!row || column < 0 || column >= row->size()) return QString();
-    return row->at(column);
 }
 
 }  // namespace
@@ -55,13 +51,7 @@ PageRenderer::PageRenderer(const Form& form, const CsvTable& data, const FontBoo
 QList<PageRenderer::Bound> PageRenderer::bind(const QList<Field>& fields) const
 {
     QList<Bound> out;
-    for (const Field& f : fields) {
-        Bound b;
-        for (const QString& c : f.columns) b.columns.append(data_.column(c));
-        if (f.when) b.when = data_.column(f.when->column);
-        if (!f.keepWith.isEmpty()) b.keepWith = data_.column(f.keepWith);
-        out.append(b);
-    }
+    for (const Field& f : fields) out.append(bindField(f, data_));
     return out;
 }
 
@@ -93,47 +83,55 @@ int PageRenderer::nPages() const
     return (slots + per - 1) / per * pagesPerSheet();
 }
 
-QString PageRenderer::fieldText(const Field& f, const Bound& b, const QStringList* row, int page) const
+FieldValue PageRenderer::fieldText(const Field& f, const Bound& b, const QStringList* row, int page) const
 {
-    if (!f.columns.isEmpty()) {
-        QStringList parts;
-        for (int c : b.columns) {
-            const QString v = cell(row, c).trimmed();
-            if (!v.isEmpty()) parts.append(v);
-        }
-        return parts.join(f.join);
-    }
-    if (!f.item.isEmpty()) return items_.value(f.item);
+    if (!f.columns.isEmpty()) return columnValue(f, b, row);
+    if (!f.item.isEmpty()) return {items_.value(f.item), QString()};
     QString t = f.text;
     const int total = totalPages_ >= 0 ? totalPages_ : nPages();
     t.replace(QStringLiteral("{page}"), QString::number(firstPage_ + page + 1));
     t.replace(QStringLiteral("{pages}"), QString::number(total));
     t.replace(QStringLiteral("{title}"), title_);
-    return t;
+    return {t, QString()};
+}
+
+void PageRenderer::drawText(QPainter& p, const Field& f, const QString& text, const QRectF& box,
+                            const TextStyle& style, const QString& keepTail) const
+{
+    const TextLayout layout = layoutText(text, box, style, fonts_, keepTail);
+    drawLayout(p, layout, style, fonts_, f.color, box);
+    if (record_) record_({f.name, PlacedInk::Text, box, layout.bounds, layout});
+}
+
+void PageRenderer::drawFrame(QPainter& p, const Field& f, const QRectF& rect) const
+{
+    QPen pen(f.color);
+    pen.setWidthF(f.frameWidth);
+    p.setPen(pen);
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(rect);
+    if (record_) record_({f.name, PlacedInk::Frame, rect, rect.adjusted(-f.frameWidth / 2, -f.frameWidth / 2, f.frameWidth / 2, f.frameWidth / 2), {}});
 }
 
 void PageRenderer::drawField(QPainter& p, const Field& f, const Bound& b, const QStringList* row, QPointF origin,
                              int page) const
 {
-    if (f.when) {
-        const QString v = cell(row, b.when).trimmed();
-        if (f.when->notEmpty ? v.isEmpty() : v != f.when->equals) return;
-    }
+    if (b.when && !holds(*b.when, row)) return;
     const QRectF rect = f.rect.translated(origin);
-    QPen pen(f.color);
-    pen.setWidthF(f.frameWidth);
     if (f.type == FieldType::Frame) {
-        p.setPen(pen);
-        p.setBrush(Qt::NoBrush);
-        p.drawRect(rect);
+        drawFrame(p, f, rect);
         return;
     }
     if (f.type == FieldType::Line) {
+        QPen pen(f.color);
+        pen.setWidthF(f.frameWidth);
         p.setPen(pen);
         p.drawLine(rect.topLeft(), rect.bottomRight());
+        if (record_) record_({f.name, PlacedInk::Line, rect, rect.normalized(), {}});
         return;
     }
-    const QString text = fieldText(f, b, row, page);
+    const FieldValue value = fieldText(f, b, row, page);
+    const QString& text = value.text;
     if (text.trimmed().isEmpty()) return;
     const TextStyle style = styleOf(f);
     const QRectF inner = rect.adjusted(f.padding, f.padding, -f.padding, -f.padding);
@@ -149,33 +147,20 @@ void PageRenderer::drawField(QPainter& p, const Field& f, const Bound& b, const 
             ds.wrap = false;
             for (int i = 0; i < digits.size(); ++i) {
                 const QRectF box = f.boxes[i].translated(origin);
-                if (f.frame) {
-                    p.setPen(pen);
-                    p.setBrush(Qt::NoBrush);
-                    p.drawRect(box);
-                }
-                const QRectF in = box.adjusted(0.4, 0.4, -0.4, -0.4);
-                drawLayout(p, layoutText(digits.mid(i, 1), in, ds, fonts_), ds, fonts_, f.color, in);
+                if (f.frame) drawFrame(p, f, box);
+                drawText(p, f, digits.mid(i, 1), box.adjusted(0.4, 0.4, -0.4, -0.4), ds);
             }
             return;
         }
         // No boxes, or a code that does not fill them: the code as text, nothing lost.
-        const QString shown = digits.size() == 7
-                                  ? QStringLiteral("〒%1-%2").arg(digits.left(3), digits.mid(3))
-                                  : text.trimmed();
         TextStyle hs = style;
         hs.vertical = false;
-        drawLayout(p, layoutText(shown, inner, hs, fonts_), hs, fonts_, f.color, inner);
+        drawText(p, f, postalLine(text), inner, hs);
         return;
     }
 
-    const QString tail = cell(row, b.keepWith).trimmed();
-    drawLayout(p, layoutText(text, inner, style, fonts_, tail), style, fonts_, f.color, inner);
-    if (f.frame) {
-        p.setPen(pen);
-        p.setBrush(Qt::NoBrush);
-        p.drawRect(rect);
-    }
+    drawText(p, f, text, inner, style, value.honorific);
+    if (f.frame) drawFrame(p, f, rect);
 }
 
 void PageRenderer::printPage(QPainter& p, int page) const
@@ -187,8 +172,9 @@ void PageRenderer::printPage(QPainter& p, int page) const
     p.setClipRect(QRectF(QPointF(0, 0), paper_));
     p.translate(offset_);
 
-    const int sheet = page / pagesPerSheet();
-    const bool back = page % pagesPerSheet() == 1;
+    const int sheets = nPages() / pagesPerSheet();
+    const int sheet = form_.backsAfterFronts ? page % sheets : page / pagesPerSheet();
+    const bool back = form_.backsAfterFronts ? page >= sheets : page % pagesPerSheet() == 1;
     const int per = slotsPerPage();
     const int firstSlot = sheet * per;
     auto rowAt = [&](int slot) -> const QStringList* {

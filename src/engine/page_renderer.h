@@ -5,16 +5,31 @@
 // at the paper's top left corner.
 
 #include "engine/csv_table.h"
+#include "engine/field_values.h"
 #include "engine/font_book.h"
 #include "engine/form.h"
+#include "engine/text_layout.h"
 
 #include <QHash>
 #include <QPointF>
 #include <QString>
 
+#include <functional>
+
 class QPainter;
 
 namespace engine {
+
+// What one field put on a page, in mm on the paper (before offsets): the measure of a
+// form's margins and of its printed text.
+struct PlacedInk {
+    enum Kind { Text, Frame, Line };
+    QString field;
+    Kind kind = Text;
+    QRectF box;           // the box the field gave it
+    QRectF ink;           // text: the em squares it covers; frame, line: their rectangle
+    TextLayout layout;    // text only
+};
 
 class PageRenderer {
 public:
@@ -32,6 +47,8 @@ public:
     void setPaper(QSizeF mm) { paper_ = mm; }
     // The page numbers that {page} and {pages} show, where the report is joined to others.
     void setPageNumbering(int first, int total) { firstPage_ = first; totalPages_ = total; }
+    // Told of everything printPage draws, in drawing order.
+    void setInkRecorder(std::function<void(const PlacedInk&)> recorder) { record_ = std::move(recorder); }
 
     int nPages() const;
     QSizeF paperSize() const { return paper_; }
@@ -45,14 +62,13 @@ public:
     int printableRows() const;
 
 private:
-    struct Bound {
-        QList<int> columns;  // per field column, -1 where missing
-        int when = -1;
-        int keepWith = -1;
-    };
+    using Bound = FieldBinding;
     void drawField(QPainter& p, const Field& f, const Bound& b, const QStringList* row, QPointF origin,
                    int page) const;
-    QString fieldText(const Field& f, const Bound& b, const QStringList* row, int page) const;
+    FieldValue fieldText(const Field& f, const Bound& b, const QStringList* row, int page) const;
+    void drawText(QPainter& p, const Field& f, const QString& text, const QRectF& box, const TextStyle& style,
+                  const QString& keepTail = QString()) const;
+    void drawFrame(QPainter& p, const Field& f, const QRectF& rect) const;
     QList<Bound> bind(const QList<Field>& fields) const;
     int slotsPerPage() const;
     int pagesPerSheet() const { return form_.backFields.isEmpty() ? 1 : 2; }
@@ -68,6 +84,7 @@ private:
     int start_ = 1;
     int firstPage_ = 0;
     int totalPages_ = -1;
+    std::function<void(const PlacedInk&)> record_;
 };
 
 // The digits of a postal code, half or full width, in order.

@@ -25,6 +25,8 @@ struct TextStyle {
     bool wrap = true;
     double lineSpacing = 1.15;
     Numerals numerals = Numerals::AsIs;
+    double minSize = 5.0;  // points: below this the text is cut with "…" instead
+    double indent = 0;     // ems by which a wrapped line's continuation lines start later
 };
 
 // One run of characters drawn at a baseline start (horizontal), or one character in
@@ -39,7 +41,7 @@ struct PlacedRun {
 struct TextLayout {
     double sizeMm = 0;   // the size used, as the em in mm
     bool vertical = false;
-    bool fits = true;    // false: even the smallest size overflowed and is clipped
+    bool fits = true;    // false: even the smallest size overflowed and was cut with "…"
     QList<PlacedRun> runs;
     QRectF bounds;       // the em squares the text covers
 };
@@ -49,10 +51,15 @@ inline double ptToMm(double pt) { return pt * 25.4 / 72.0; }
 // Breaks text into lines no wider than width (ems scaled by sizeMm). Explicit line
 // ends are kept. A break never leaves a small kana, a closing bracket or punctuation at
 // a line start, an opening bracket at a line end, splits a word of letters and digits,
-// splits "御中", or separates keepTail (the honorific at the end) from the name before
-// it. overflow is set where some unbreakable piece is wider than the line.
+// splits "御中", or separates keepTail (the honorific at the end) from the name's last
+// character. Among the places that remain a line ends at a blank or between an
+// address's parts (town, block number, building) before it ends inside a word, and
+// inside a katakana run only where nothing better stands in the line's last third.
+// Continuation lines are indentEms shorter. overflow is set where some unbreakable
+// piece is wider than the line.
 QStringList breakLines(const QString& text, double width, double sizeMm, const FontBook& fonts,
-                       FontFace face, bool bold, const QString& keepTail, bool* overflow = nullptr);
+                       FontFace face, bool bold, const QString& keepTail, bool* overflow = nullptr,
+                       double indentEms = 0);
 
 // The text as the field shows it: numerals converted, and in vertical writing letters
 // and digits made full width so that they stand upright.

@@ -185,9 +185,9 @@ TEST_F(Layout, VerticalBracketsTakeTheirVerticalForms)
 
 TEST_F(Layout, SmallKanaAndCommaMoveUpRightInVerticalLines)
 {
-    const auto small = engine::verticalGlyph(u'ょ', nullptr, nullptr);
-    const auto comma = engine::verticalGlyph(u'、', nullptr, nullptr);
-    const auto plain = engine::verticalGlyph(u'あ', nullptr, nullptr);
+    const auto small = engine::verticalGlyph(u'ょ');
+    const auto comma = engine::verticalGlyph(u'、');
+    const auto plain = engine::verticalGlyph(u'あ');
     EXPECT_GT(small.shift, 0);
     EXPECT_GT(comma.shift, small.shift);
     EXPECT_EQ(plain.shift, 0);
@@ -204,6 +204,118 @@ TEST_F(Layout, CharacterBeyondTheBmpIsOneSquareAndNeverSplit)
     EXPECT_EQ(l.runs[0].text, yoshida.left(2));
     EXPECT_NEAR(l.runs[1].origin.y() - l.runs[0].origin.y(), 10.0, 0.01);
     for (const QString& line : breakAt(yoshida + yoshida, 1)) EXPECT_FALSE(line.endsWith(yoshida[0])) << line.size();
+}
+
+}  // namespace
+
+namespace {
+
+class Breaking : public Layout {};
+
+// A line ends at a blank or between an address's parts before it ends inside a word;
+// a building name that does not fit goes whole to the next line.
+TEST_F(Breaking, BuildingNameGoesWholeToTheNextLine)
+{
+    EXPECT_EQ(breakAt(QStringLiteral("東京都練馬区豊玉北6-12-3 グランドメゾン円山"), 20),
+              (QStringList{"東京都練馬区豊玉北6-12-3", "グランドメゾン円山"}));
+    EXPECT_EQ(breakAt(QStringLiteral("札幌市中央区北一条西2丁目グランドメゾン円山"), 16),
+              (QStringList{"札幌市中央区北一条西2丁目", "グランドメゾン円山"}));
+}
+
+TEST_F(Breaking, BlankAFewCharactersBackWinsOverAWordInside)
+{
+    EXPECT_EQ(breakAt(QStringLiteral("緑区中央町1-2 あおば　312号室"), 13), (QStringList{"緑区中央町1-2 あおば", "312号室"}));
+    EXPECT_EQ(breakAt(QStringLiteral("さくら市中央町 サービス付き高齢者向け住宅"), 13),
+              (QStringList{"さくら市中央町", "サービス付き高齢者向け住宅"}));
+}
+
+TEST_F(Breaking, NeverInsideAKatakanaRunWhenTheLinesLastThirdHasABetterPlace)
+{
+    EXPECT_EQ(breakAt(QStringLiteral("あいうえおサービス付き"), 7), (QStringList{"あいうえお", "サービス付き"}));
+    // Nothing better in the last third: the run is broken rather than the line left short.
+    EXPECT_EQ(breakAt(QStringLiteral("あサービスステーション"), 7), (QStringList{"あサービスス", "テーション"}));
+}
+
+TEST_F(Breaking, BlockNumberStaysInOnePiece)
+{
+    EXPECT_EQ(breakAt(QStringLiteral("練馬区豊玉北6丁目12番3号室"), 8), (QStringList{"練馬区豊玉北", "6丁目12番3号室"}));
+}
+
+// The honorific stays with the name's last character only: a long name without a
+// blank wraps instead of shrinking below the address's size.
+TEST_F(Breaking, LongNameWrapsBeforeItShrinks)
+{
+    TextStyle s;
+    s.size = 15;
+    s.align = engine::HAlign::Center;
+    s.valign = engine::VAlign::Middle;
+    const QRectF box(0, 0, 75, 10);  // the 10-label form's name box
+    const QString noBlank = QStringLiteral("株式会社ひだまり訪問鍼灸マッサージ練馬本店総務部経理課 御中");
+    const engine::TextLayout l = engine::layoutText(noBlank, box, s, *fonts, QStringLiteral("御中"));
+    ASSERT_EQ(l.runs.size(), 2);
+    EXPECT_GE(l.sizeMm, engine::ptToMm(10.5));  // the address's size
+    EXPECT_TRUE(l.runs[1].text.endsWith(QStringLiteral("課 御中"))) << l.runs[1].text.toStdString();
+    EXPECT_FALSE(l.runs[0].text.endsWith(QStringLiteral("マッサー")));
+
+    const QString blank = QStringLiteral("株式会社ひだまり訪問鍼灸マッサージ 練馬本店総務部経理課 御中");
+    const engine::TextLayout b = engine::layoutText(blank, box, s, *fonts, QStringLiteral("御中"));
+    ASSERT_EQ(b.runs.size(), 2);
+    EXPECT_EQ(b.runs[0].text, "株式会社ひだまり訪問鍼灸マッサージ");
+    EXPECT_EQ(b.runs[1].text, "練馬本店総務部経理課 御中");
+    EXPECT_TRUE(box.contains(b.bounds));
+}
+
+TEST_F(Breaking, VerticalContinuationColumnIsIndentedByOneCharacter)
+{
+    TextStyle s;
+    s.size = 28.35;  // 10 mm
+    s.vertical = true;
+    s.indent = 1;
+    s.align = engine::HAlign::Right;
+    const engine::TextLayout l =
+        engine::layoutText(QStringLiteral("一二三四五六七"), QRectF(0, 0, 30, 50.01), s, *fonts);
+    ASSERT_EQ(l.runs.size(), 7);
+    EXPECT_NEAR(l.runs[5].origin.y() - l.runs[0].origin.y(), engine::ptToMm(28.35), 1e-6);  // 六 starts the second column, lower
+    EXPECT_LT(l.runs[5].origin.x(), l.runs[0].origin.x());
+}
+
+// Text longer than its box at the form's smallest size is cut with "…", inside the box
+// and never smaller than that size.
+TEST_F(Breaking, TextBeyondTheSmallestSizeIsCutWithAnEllipsis)
+{
+    TextStyle s;
+    s.size = 10.5;
+    s.minSize = 8;
+    const QRectF box(0, 0, 40, 7);
+    const QString longAddress = QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 保健福祉局総務部総務課内");
+    const engine::TextLayout l = engine::layoutText(longAddress, box, s, *fonts);
+    EXPECT_FALSE(l.fits);
+    EXPECT_DOUBLE_EQ(l.sizeMm, engine::ptToMm(8));
+    ASSERT_FALSE(l.runs.isEmpty());
+    EXPECT_TRUE(l.runs.back().text.endsWith(QStringLiteral("…")));
+    EXPECT_TRUE(box.contains(l.bounds));
+
+    s.wrap = false;
+    const engine::TextLayout one = engine::layoutText(longAddress, box, s, *fonts);
+    ASSERT_EQ(one.runs.size(), 1);
+    EXPECT_TRUE(one.runs[0].text.endsWith(QStringLiteral("…")));
+    EXPECT_TRUE(box.contains(one.bounds));
+}
+
+TEST_F(Breaking, CharactersTheFontLacksStillStayInTheBox)
+{
+    TextStyle s;
+    s.size = 12;
+    const QRectF box(0, 0, 30, 6);
+    const engine::TextLayout l = engine::layoutText(QStringLiteral("山田\u0E01\u0E02 太郎 様 \U0001F600"), box, s, *fonts);
+    EXPECT_FALSE(l.runs.isEmpty());
+    EXPECT_TRUE(box.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(l.bounds));
+}
+
+TEST_F(Breaking, RadicalsPrintAsTheirIdeographs)
+{
+    EXPECT_EQ(fonts->printable(FontFace::Gothic, QStringLiteral("⽯⽥")), "石田");
+    EXPECT_EQ(fonts->printable(FontFace::Mincho, QStringLiteral("山田")), "山田");
 }
 
 }  // namespace
