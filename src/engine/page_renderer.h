@@ -43,6 +43,8 @@ public:
     static bool isBlankRow(const QStringList& row);
     // Rows that print something.
     int printableRows() const;
+    // Label cells on a sheet, or rows on a page of a list.
+    int slotsPerPage() const;
 
 private:
     struct Bound {
@@ -54,7 +56,6 @@ private:
                    int page) const;
     QString fieldText(const Field& f, const Bound& b, const QStringList* row, int page) const;
     QList<Bound> bind(const QList<Field>& fields) const;
-    int slotsPerPage() const;
     int pagesPerSheet() const { return form_.backFields.isEmpty() ? 1 : 2; }
 
     const Form& form_;
