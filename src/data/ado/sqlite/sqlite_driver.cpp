@@ -243,8 +243,10 @@ void SqliteDriver::open()
         throw failureFor(SQLITE_CANTOPEN,
                          QStringLiteral("unable to open database file: %1 does not exist").arg(path_));
     }
-    const int rc = sqlite3_open_v2(path_.toUtf8().constData(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
-                                   nullptr);
+    // Read-only until a statement asks to write: every read of the program then runs
+    // where SQLite itself refuses a write, whatever the statement's text.
+    const int mode = writable_ ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
+    const int rc = sqlite3_open_v2(path_.toUtf8().constData(), &db_, mode | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         const QString message = db_ ? QString::fromUtf8(sqlite3_errmsg(db_)) : QString::fromUtf8(sqlite3_errstr(rc));
         sqlite3_close_v2(db_);
@@ -277,8 +279,18 @@ void SqliteDriver::close()
 
 QString SqliteDriver::defaultDatabase() { return QFileInfo(path_).fileName(); }
 
+void SqliteDriver::makeWritable()
+{
+    // Every result is fetched whole, so no statement is open on the read-only handle.
+    if (writable_)
+        return;
+    writable_ = true;
+    open();
+}
+
 qint64 SqliteDriver::execute(const QString& sql, int timeoutSeconds)
 {
+    makeWritable();
     StatementClock clock(db_, timeoutSeconds);
     const QByteArray utf8 = sql.toUtf8();
     const char* tail = utf8.constData();
