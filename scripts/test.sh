@@ -7,3 +7,4 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 build=${BUILD_DIR:-$root/build}
 cd "$build"
 ctest --output-on-failure -j "${JOBS:-2}" "$@"
+[ "${SEAL_SANITIZE:-1}" = 0 ] || "$root/scripts/sanitize.sh" "$@"
