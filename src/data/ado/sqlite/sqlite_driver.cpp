@@ -236,6 +236,19 @@ void SqliteDriver::fail(int code) const
     throw failureFor(code, message);
 }
 
+sqlite3* SqliteDriver::openHandle(int mode) const
+{
+    sqlite3* db = nullptr;
+    const int rc = sqlite3_open_v2(path_.toUtf8().constData(), &db, mode | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+        sqlite3_close_v2(db);
+        throw failureFor(rc, message + QStringLiteral(": ") + path_);
+    }
+    sqlite3_extended_result_codes(db, 0);
+    return db;
+}
+
 void SqliteDriver::open()
 {
     close();
@@ -245,15 +258,8 @@ void SqliteDriver::open()
     }
     // Read-only until a statement asks to write: every read of the program then runs
     // where SQLite itself refuses a write, whatever the statement's text.
-    const int mode = writable_ ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
-    const int rc = sqlite3_open_v2(path_.toUtf8().constData(), &db_, mode | SQLITE_OPEN_NOMUTEX, nullptr);
-    if (rc != SQLITE_OK) {
-        const QString message = db_ ? QString::fromUtf8(sqlite3_errmsg(db_)) : QString::fromUtf8(sqlite3_errstr(rc));
-        sqlite3_close_v2(db_);
-        db_ = nullptr;
-        throw failureFor(rc, message + QStringLiteral(": ") + path_);
-    }
-    sqlite3_extended_result_codes(db_, 0);
+    db_ = openHandle(SQLITE_OPEN_READONLY);
+    writable_ = false;
     // Reading the schema now tells a file that is no database (or one held under an
     // exclusive lock) at the connect, not at the first statement.
     try {
@@ -281,11 +287,15 @@ QString SqliteDriver::defaultDatabase() { return QFileInfo(path_).fileName(); }
 
 void SqliteDriver::makeWritable()
 {
-    // Every result is fetched whole, so no statement is open on the read-only handle.
     if (writable_)
         return;
+    // The file was checked at the connect; opening it touches no lock, so the statement
+    // itself waits for one as long as its time-out allows. Every result is fetched
+    // whole, so nothing is left open on the read-only handle.
+    sqlite3* writable = openHandle(SQLITE_OPEN_READWRITE);
+    close();
+    db_ = writable;
     writable_ = true;
-    open();
 }
 
 qint64 SqliteDriver::execute(const QString& sql, int timeoutSeconds)

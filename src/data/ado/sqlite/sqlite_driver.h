@@ -30,6 +30,8 @@ public:
 
 private:
     [[noreturn]] void fail(int code) const;
+    // A new handle on the file; whatever each connection needs is set up here.
+    sqlite3* openHandle(int mode) const;
     void makeWritable();
 
     QString path_;
