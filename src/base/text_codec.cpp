@@ -29,9 +29,16 @@ qsizetype cp932PrefixLength(QByteArrayView bytes, qsizetype maxBytes)
 
 namespace {
 
-int cp932CharLength(unsigned char b) { return cp932CharBytes(b); }
-
 bool isTrailByte(unsigned char b) { return b >= 0x40 && b <= 0xFC && b != 0x7F; }
+
+// Bytes of the well-formed character at i: 1 or 2, or 0 where no character can start
+// (a byte that cannot lead, or a lead byte without its trail byte).
+int wellFormedAt(QByteArrayView bytes, qsizetype i)
+{
+    const int len = cp932CharBytes(static_cast<unsigned char>(bytes[i]));
+    if (len == 2 && (i + 1 >= bytes.size() || !isTrailByte(static_cast<unsigned char>(bytes[i + 1])))) return 0;
+    return len;
+}
 
 }  // namespace
 
@@ -43,32 +50,47 @@ QString fromCp932(QByteArrayView bytes, bool* hadInvalid)
     if (hadInvalid) *hadInvalid = bad;
     if (!bad) return out;
 
-    // The converter drops what it cannot read; go character by character instead so
-    // each bad byte leaves a visible mark in its place.
+    // The converter drops what it cannot read; here each bad byte leaves a visible mark
+    // in its place instead. A run of well-formed characters goes through a decoder
+    // whole, and only a run that still fails (a pair CP932 leaves unassigned) is taken
+    // a character at a time, so a bad byte at the end of a long file costs one more
+    // pass, not a decoder per character. (A decoder is made per run: one that has
+    // failed keeps saying so after resetState().)
     out.clear();
     out.reserve(bytes.size());
-    qsizetype i = 0;
-    while (i < bytes.size()) {
-        const auto b = static_cast<unsigned char>(bytes[i]);
-        const int len = cp932CharLength(b);
-        if (len == 1) {
-            QStringDecoder one("CP932", QStringConverter::Flag::Stateless);
-            out += one.decode(bytes.sliced(i, 1));
-            ++i;
-            continue;
+    auto decodeRun = [&out](QByteArrayView run) {
+        QStringDecoder whole("CP932", QStringConverter::Flag::Stateless);
+        const QString text = whole.decode(run);
+        if (!whole.hasError()) {
+            out += text;
+            return;
         }
-        if (len == 2 && i + 1 < bytes.size() && isTrailByte(static_cast<unsigned char>(bytes[i + 1]))) {
-            QStringDecoder two("CP932", QStringConverter::Flag::Stateless);
-            const QString ch = two.decode(bytes.sliced(i, 2));
-            if (!two.hasError() && !ch.isEmpty()) {
+        for (qsizetype i = 0; i < run.size();) {
+            const int len = wellFormedAt(run, i);
+            QStringDecoder one("CP932", QStringConverter::Flag::Stateless);
+            const QString ch = one.decode(run.sliced(i, len));
+            if (len > 0 && !one.hasError() && !ch.isEmpty()) {
                 out += ch;
-                i += 2;
-                continue;
+                i += len;
+            } else {
+                out += QChar(0xFFFD);
+                ++i;  // the trail byte may begin a character of its own
             }
         }
+    };
+    qsizetype runStart = 0;
+    qsizetype i = 0;
+    while (i < bytes.size()) {
+        const int len = wellFormedAt(bytes, i);
+        if (len > 0) {
+            i += len;
+            continue;
+        }
+        if (i > runStart) decodeRun(bytes.sliced(runStart, i - runStart));
         out += QChar(0xFFFD);
-        ++i;
+        runStart = ++i;
     }
+    if (i > runStart) decodeRun(bytes.sliced(runStart, i - runStart));
     return out;
 }
 

@@ -28,10 +28,14 @@ QList<QStringList> parseCsvRecords(const QString& text, QList<int>* startLines)
         for (;;) {
             QString value;
             if (i < n && s[i] == u'"') {
+                const int openedOn = line;
                 ++i;
                 qsizetype start = i;
                 for (;;) {
-                    if (i >= n) break;
+                    // Without its closing quote the value would swallow every line
+                    // after it, and the labels behind it would silently go missing.
+                    if (i >= n)
+                        throw EngineError(QString(), openedOn, QStringLiteral("\" で始まった値が閉じられないままファイルが終わっています。"));
                     if (s[i] == u'"' && (i + 1 >= n || s[i + 1] == u',' || s[i + 1] == u'\r' || s[i + 1] == u'\n'))
                         break;
                     if (s[i] == u'\n' || (s[i] == u'\r' && (i + 1 >= n || s[i + 1] != u'\n'))) ++line;
@@ -66,7 +70,12 @@ CsvTable parseCsv(const QString& text, const QString& path, bool hasTitle)
     t.path = path;
     if (text.trimmed().isEmpty()) throw EngineError(path, 0, QStringLiteral("データファイルが空です。"));
     QList<int> lines;
-    QList<QStringList> records = parseCsvRecords(text, &lines);
+    QList<QStringList> records;
+    try {
+        records = parseCsvRecords(text, &lines);
+    } catch (const EngineError& e) {
+        throw EngineError(path, e.line(), e.message());
+    }
     int first = 0;
     if (hasTitle) {
         for (const QString& title : records[0]) t.titles.append(title.trimmed());

@@ -21,7 +21,8 @@ struct CsvTable {
 
 // Splits decoded text into records. A quoted field ends at a quote that is followed by
 // a comma, a line end or the end of the text; any other quote belongs to the value,
-// since the writer does not escape them. Line numbers are 1-based.
+// since the writer does not escape them. Line numbers are 1-based. A quoted field
+// that never closes throws EngineError with the line it opened on and no file name.
 QList<QStringList> parseCsvRecords(const QString& text, QList<int>* startLines = nullptr);
 
 // Builds a table from decoded text. With hasTitle the first record names the columns.

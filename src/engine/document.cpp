@@ -3,6 +3,7 @@
 #include "base/install_dirs.h"
 #include "base/text_codec.h"
 #include "engine/engine_error.h"
+#include "engine/limits.h"
 
 #include <QDir>
 #include <QFile>
@@ -138,10 +139,15 @@ Document::Document(const WfdScript& script, const QString& appDir)
     QHash<QString, QString> items;
     for (const ItemValue& item : script.items) items.insert(item.path, item.value);
 
-    int page = 0;
+    qint64 page = 0;
     for (const auto& part : parts_) {
         part->renderer->setItems(items);
         part->renderer->setTitle(title_);
+        const int slots = part->renderer->slotsPerPage();
+        if (script.repeatStart > slots)
+            throw EngineError(script.path, script.repeatStartLine,
+                              QStringLiteral("SectionRepeatStart は一枚の面の数 %1 までです: %2")
+                                  .arg(slots).arg(script.repeatStart));
         if (script.repeatStart >= 1) part->renderer->setStartItem(script.repeatStart);
         if (script.paper && part->form.paperName != u"custom") {
             const QSizeF s = scriptPaper(*script.paper);
@@ -150,7 +156,11 @@ Document::Document(const WfdScript& script, const QString& appDir)
         part->firstPage = page;
         page += part->renderer->nPages();
     }
-    totalPages_ = page;
+    if (page > limits::kPagesPerJob)
+        throw EngineError(parts_.front()->data.path, 0,
+                          QStringLiteral("ページ数 %1 が一つの印刷の上限 %2 を超えます。データを分けて印刷してください。")
+                              .arg(page).arg(limits::kPagesPerJob));
+    totalPages_ = int(page);
     for (const auto& part : parts_) part->renderer->setPageNumbering(part->firstPage, totalPages_);
     applyOffsets();
 

@@ -2,12 +2,15 @@
 
 #include "base/text_codec.h"
 #include "engine/engine_error.h"
+#include "engine/limits.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
+
+#include <cmath>
 
 namespace engine {
 
@@ -41,6 +44,27 @@ public:
         }
         if (!v.isDouble()) fail(QStringLiteral("\"%1\" は数値で書いてください。").arg(QLatin1String(key)));
         return v.toDouble();
+    }
+    // A length or position in mm, within the longest paper either way.
+    double length(const char* key, std::optional<double> def = std::nullopt)
+    {
+        return within(key, number(key, def), -limits::kLengthMm, limits::kLengthMm);
+    }
+    // A number within [low, high]; checked before it is converted or multiplied.
+    double within(const char* key, double v, double low, double high)
+    {
+        if (!(v >= low && v <= high))
+            fail(QStringLiteral("\"%1\" は %2 から %3 までの数で書いてください: %4")
+                     .arg(QLatin1String(key)).arg(low).arg(high).arg(v));
+        return v;
+    }
+    // A whole number from 1 to max.
+    int count(const char* key, int max)
+    {
+        const double v = number(key);
+        if (!(v >= 1 && v <= max) || v != std::floor(v))
+            fail(QStringLiteral("\"%1\" は 1 から %2 までの整数で書いてください: %3").arg(QLatin1String(key)).arg(max).arg(v));
+        return int(v);
     }
     QString string(const char* key, const QString& def = QString())
     {
@@ -109,13 +133,16 @@ QColor parseColor(Reader& r, const char* key)
 QList<QRectF> postalBoxes(Reader parent, const QJsonObject& o, double fieldWidth)
 {
     Reader r(o, parent.where() + QStringLiteral(".boxes"), parent.file());
-    const double top = r.number("top");
-    const double right = r.number("right");
-    const double w = r.number("width");
-    const double h = r.number("height");
+    const double top = r.length("top");
+    const double right = r.length("right");
+    const double w = r.length("width");
+    const double h = r.length("height");
     QJsonArray gaps = r.array("gaps");
     r.finish();
     if (gaps.size() != 6) r.fail(QStringLiteral("\"gaps\" には六つの間隔を書いてください。"));
+    for (const QJsonValue& g : gaps)
+        if (!g.isDouble()) r.fail(QStringLiteral("\"gaps\" は数値で書いてください。"));
+        else r.within("gaps", g.toDouble(), -limits::kLengthMm, limits::kLengthMm);
     QList<QRectF> boxes(7);
     double x = fieldWidth - right - w;
     for (int i = 6; i >= 0; --i) {
@@ -195,7 +222,7 @@ Field parseField(const QJsonValue& v, const QString& where, const QString& file)
     f.type = r.choice<FieldType>("type", FieldType::Text,
                                  {{"text", FieldType::Text}, {"postal", FieldType::Postal},
                                   {"frame", FieldType::Frame}, {"line", FieldType::Line}});
-    f.rect = QRectF(r.number("x"), r.number("y"), r.number("width", 0.0), r.number("height", 0.0));
+    f.rect = QRectF(r.length("x"), r.length("y"), r.length("width", 0.0), r.length("height", 0.0));
     if (f.type != FieldType::Line && (f.rect.width() <= 0 || f.rect.height() <= 0))
         r.fail(QStringLiteral("\"width\" と \"height\" は正の数で書いてください。"));
 
@@ -221,6 +248,7 @@ Field parseField(const QJsonValue& v, const QString& where, const QString& file)
     f.face = r.choice<FontFace>("font", FontFace::Gothic, {{"gothic", FontFace::Gothic}, {"mincho", FontFace::Mincho}});
     f.size = r.number("size", 10.0);
     if (f.size <= 0) r.fail(QStringLiteral("\"size\" は正の数で書いてください。"));
+    r.within("size", f.size, 0, limits::kFontPoints);
     f.bold = r.boolean("bold", false);
     f.align = r.choice<HAlign>("align", HAlign::Left,
                                {{"left", HAlign::Left}, {"center", HAlign::Center}, {"right", HAlign::Right}});
@@ -228,13 +256,13 @@ Field parseField(const QJsonValue& v, const QString& where, const QString& file)
                                 {{"top", VAlign::Top}, {"middle", VAlign::Middle}, {"bottom", VAlign::Bottom}});
     f.vertical = r.boolean("vertical", false);
     f.wrap = r.boolean("wrap", true);
-    f.lineSpacing = r.number("lineSpacing", 1.15);
+    f.lineSpacing = r.within("lineSpacing", r.number("lineSpacing", 1.15), 0, limits::kLineSpacing);
     f.numerals = r.choice<Numerals>("numerals", Numerals::AsIs,
                                     {{"asis", Numerals::AsIs}, {"fullwidth", Numerals::FullWidth}, {"kanji", Numerals::Kanji}});
     f.keepWith = r.string("keepWith");
     f.frame = r.boolean("frame", false);
-    f.frameWidth = r.number("frameWidth", 0.3);
-    f.padding = r.number("padding", 0.0);
+    f.frameWidth = r.length("frameWidth", 0.3);
+    f.padding = r.length("padding", 0.0);
     f.color = parseColor(r, "color");
     f.dropLead = r.string("dropLead");
     f.dropTail = r.string("dropTail");
@@ -359,7 +387,7 @@ Form parseForm(const QByteArray& json, const QString& fileName)
         Reader p(r.object("paper"), QStringLiteral("paper"), fileName);
         form.paperName = p.string("size", QStringLiteral("A4"));
         QSizeF size = paperSize(form.paperName);
-        if (form.paperName == u"custom") size = QSizeF(p.number("width"), p.number("height"));
+        if (form.paperName == u"custom") size = QSizeF(p.length("width"), p.length("height"));
         else if (size.isEmpty()) p.fail(QStringLiteral("\"size\" は A4/A5/B5/custom のどれかです: %1").arg(form.paperName));
         if (size.width() <= 0 || size.height() <= 0) p.fail(QStringLiteral("用紙の大きさが正しくありません。"));
         form.landscape = p.choice<bool>("orientation", false, {{"portrait", false}, {"landscape", true}});
@@ -372,27 +400,29 @@ Form parseForm(const QByteArray& json, const QString& fileName)
     if (r.has("cells")) {
         Reader c(r.object("cells"), QStringLiteral("cells"), fileName);
         CellGrid g;
-        g.columns = int(c.number("columns"));
-        g.rows = int(c.number("rows"));
-        g.left = c.number("left");
-        g.top = c.number("top");
-        g.width = c.number("width");
-        g.height = c.number("height");
-        g.hgap = c.number("hgap", 0.0);
-        g.vgap = c.number("vgap", 0.0);
+        g.columns = c.count("columns", limits::kSlotsPerPage);
+        g.rows = c.count("rows", limits::kSlotsPerPage);
+        g.left = c.length("left");
+        g.top = c.length("top");
+        g.width = c.length("width");
+        g.height = c.length("height");
+        g.hgap = c.length("hgap", 0.0);
+        g.vgap = c.length("vgap", 0.0);
         c.finish();
-        if (g.columns < 1 || g.rows < 1 || g.width <= 0 || g.height <= 0)
-            c.fail(QStringLiteral("面の数と大きさは正の数で書いてください。"));
+        if (g.width <= 0 || g.height <= 0) c.fail(QStringLiteral("面の数と大きさは正の数で書いてください。"));
+        if (qint64(g.columns) * g.rows > limits::kSlotsPerPage)
+            c.fail(QStringLiteral("一枚の面の数 (columns × rows) は %1 までです: %2 × %3")
+                       .arg(limits::kSlotsPerPage).arg(g.columns).arg(g.rows));
         form.cells = g;
     }
     if (r.has("list")) {
         Reader l(r.object("list"), QStringLiteral("list"), fileName);
         ListSection s;
-        s.top = l.number("top");
-        s.rowHeight = l.number("rowHeight");
-        s.rows = int(l.number("rows"));
+        s.top = l.length("top");
+        s.rowHeight = l.length("rowHeight");
+        s.rows = l.count("rows", limits::kSlotsPerPage);
         l.finish();
-        if (s.rowHeight <= 0 || s.rows < 1) l.fail(QStringLiteral("行の高さと行数は正の数で書いてください。"));
+        if (s.rowHeight <= 0) l.fail(QStringLiteral("行の高さと行数は正の数で書いてください。"));
         form.list = s;
     }
     if (form.cells.has_value() == form.list.has_value())

@@ -73,6 +73,7 @@ struct CellGrid {
     double left = 0, top = 0;         // mm, top left of the first cell
     double width = 0, height = 0;     // one cell
     double hgap = 0, vgap = 0;        // between cells
+    // parseForm holds columns × rows to limits::kSlotsPerPage, so this never overflows.
     int perPage() const { return columns * rows; }
     QRectF cell(int index) const;     // 0-based, in reading order
 };

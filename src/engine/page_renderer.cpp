@@ -5,6 +5,9 @@
 #include <QPainter>
 #include <QPen>
 
+#include <algorithm>
+#include <limits>
+
 namespace engine {
 
 namespace {
@@ -78,9 +81,11 @@ int PageRenderer::slotsPerPage() const { return form_.cells ? form_.cells->perPa
 
 int PageRenderer::nPages() const
 {
-    const int slots = start_ - 1 + int(data_.rows.size());
-    const int per = slotsPerPage();
-    return (slots + per - 1) / per * pagesPerSheet();
+    // In 64 bits: the document refuses a job of more than limits::kPagesPerJob pages,
+    // and it must see the true count to do so.
+    const qint64 slots = qint64(start_) - 1 + data_.rows.size();
+    const qint64 per = slotsPerPage();
+    return int(std::min<qint64>((slots + per - 1) / per * pagesPerSheet(), std::numeric_limits<int>::max()));
 }
 
 FieldValue PageRenderer::fieldText(const Field& f, const Bound& b, const QStringList* row, int page) const

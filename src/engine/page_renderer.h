@@ -60,6 +60,8 @@ public:
     static bool isBlankRow(const QStringList& row);
     // Rows that print something.
     int printableRows() const;
+    // Label cells on a sheet, or rows on a page of a list.
+    int slotsPerPage() const;
 
 private:
     using Bound = FieldBinding;
@@ -70,7 +72,6 @@ private:
                   const QString& keepTail = QString()) const;
     void drawFrame(QPainter& p, const Field& f, const QRectF& rect) const;
     QList<Bound> bind(const QList<Field>& fields) const;
-    int slotsPerPage() const;
     int pagesPerSheet() const { return form_.backFields.isEmpty() ? 1 : 2; }
 
     const Form& form_;

@@ -2,6 +2,7 @@
 
 #include "base/text_codec.h"
 #include "engine/engine_error.h"
+#include "engine/limits.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -77,6 +78,15 @@ int number(const QString& args, const QString& file, int line, const QString& ki
     bool ok = false;
     const int v = args.trimmed().toInt(&ok);
     if (!ok) fail(file, line, QStringLiteral("%1 の値は整数で書いてください: %2").arg(kind, args.trimmed()));
+    return v;
+}
+
+// A number the engine computes with: held within its limits before any use.
+int number(const QString& args, const QString& file, int line, const QString& kind, int low, int high)
+{
+    const int v = number(args, file, line, kind);
+    if (v < low || v > high)
+        fail(file, line, QStringLiteral("%1 の値は %2 から %3 までの整数で書いてください: %4").arg(kind).arg(low).arg(high).arg(v));
     return v;
 }
 
@@ -157,13 +167,15 @@ WfdScript parseWfdScript(const QString& text, const QString& fileName)
         } else if (is(u"AddReport")) {
             if (!s.joined) fail(fileName, ln, QStringLiteral("AddReport の前に setTitle が要ります。"));
         } else if (is(u"PrintOffsetX")) {
-            s.offsetX = number(args, fileName, ln, kind);
+            s.offsetX = number(args, fileName, ln, kind, -limits::kOffsetTenths, limits::kOffsetTenths);
         } else if (is(u"PrintOffsetY")) {
-            s.offsetY = number(args, fileName, ln, kind);
+            s.offsetY = number(args, fileName, ln, kind, -limits::kOffsetTenths, limits::kOffsetTenths);
         } else if (is(u"PrintZoom")) {
-            s.zoom = number(args, fileName, ln, kind);
+            s.zoom = number(args, fileName, ln, kind, -limits::kZoomPercent, limits::kZoomPercent);
         } else if (is(u"SectionRepeatStart")) {
-            s.repeatStart = number(args, fileName, ln, kind);
+            // The form says how many cells a sheet has; no sheet has more than this.
+            s.repeatStart = number(args, fileName, ln, kind, 0, limits::kSlotsPerPage);
+            s.repeatStartLine = ln;
         } else if (is(u"PrintPaper")) {
             const QString p = args.trimmed().toUpper();
             if (p == u"A4") s.paper = Paper::A4;
@@ -206,20 +218,11 @@ QString readCp932File(const QString& path, const QString& what)
     bool bad = false;
     QString text = base::fromCp932(bytes, &bad);
     if (bad) {
-        // CP932 trail bytes are never LF, so the bad line can be found line by line.
-        int line = 1;
-        qsizetype start = 0;
-        while (start <= bytes.size()) {
-            qsizetype end = bytes.indexOf('\n', start);
-            if (end < 0) end = bytes.size();
-            bool lineBad = false;
-            base::fromCp932(QByteArrayView(bytes).sliced(start, end - start), &lineBad);
-            if (lineBad)
-                throw EngineError(path, line, QStringLiteral("CP932 (Shift_JIS) として読めない文字があります。"));
-            start = end + 1;
-            ++line;
-        }
-        throw EngineError(path, 0, QStringLiteral("CP932 (Shift_JIS) として読めない文字があります。"));
+        // Each bad byte reads as U+FFFD, which no CP932 character decodes to, and CP932
+        // trail bytes are never LF: the line of the first mark is the bad line.
+        const qsizetype mark = text.indexOf(QChar(0xFFFD));
+        const int line = mark < 0 ? 0 : 1 + int(QStringView(text).first(mark).count(u'\n'));
+        throw EngineError(path, line, QStringLiteral("CP932 (Shift_JIS) として読めない文字があります。"));
     }
     return text;
 }

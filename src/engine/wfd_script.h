@@ -43,7 +43,8 @@ struct WfdScript {
     int offsetX = 0;  // 0.1 mm; positive moves the print right
     int offsetY = 0;  // 0.1 mm; positive moves the print down
     int zoom = 2;
-    int repeatStart = 0;
+    int repeatStart = 0;  // the first cell or row to print in, 1-based; 0 for none
+    int repeatStartLine = 0;
     std::optional<Paper> paper;
     QList<ItemValue> items;
     OutputMode mode = OutputMode::None;

@@ -181,6 +181,17 @@ protected:
             f.close();
             return script("シール.wfd", f.fileName());
         }
+        if (name == "RepeatStartAtTheIntegerLimit")
+            return script("シール.wfd", goodCsv, {"SectionRepeatStart, 2147483647"});
+        if (name == "UnterminatedQuote") {
+            // Cut short inside the third line's address.
+            QFile f(dir.filePath("シール.csv"));
+            f.open(QIODevice::WriteOnly);
+            f.write(base::toCp932(enginetest::kLabelTitle + "\r\n" + enginetest::labelLine({}) +
+                                  "\r\n2,\"佐藤 様\",\"東京都新宿"));
+            f.close();
+            return script("シール.wfd", f.fileName());
+        }
         if (name == "OnlyBlankLines") {
             return script("シール.wfd", write("シール.csv", {enginetest::kLabelTitle, enginetest::kBlankLine}));
         }
@@ -210,7 +221,9 @@ INSTANTIATE_TEST_SUITE_P(
                       FaultCase{"TitlesDoNotMatch", 1, "シール.csv", "(1行目)"},
                       FaultCase{"NotCp932", 1, "シール.csv", "(3行目)"},
                       FaultCase{"EmptyCsv", 1, "シール.csv", "空"},
-                      FaultCase{"OnlyBlankLines", 1, "シール.csv", "印刷するデータがありません"}),
+                      FaultCase{"OnlyBlankLines", 1, "シール.csv", "印刷するデータがありません"},
+                      FaultCase{"RepeatStartAtTheIntegerLimit", 1, "WfdCom.dat", "(4行目)"},
+                      FaultCase{"UnterminatedQuote", 1, "シール.csv", "(3行目)"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(ViewerProgram, TenThousandLabelsMakeAThousandPages)

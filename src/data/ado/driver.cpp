@@ -64,7 +64,9 @@ qsizetype RecurringTexts::find(const void* data, qsizetype bytes)
     for (qsizetype i = 0; i < bytes; ++i)
         h = (h ^ p[i]) * 1099511628211ull;
     Slot& slot = slots_[(h ^ (h >> 29)) & (kSlots - 1)];
-    if (slot.bytes == bytes && std::memcmp(slot.data, data, size_t(bytes)) == 0) {
+    // An empty text may come without any bytes behind it (a null pointer), which
+    // memcmp and memcpy must never be handed.
+    if (slot.bytes == bytes && (bytes == 0 || std::memcmp(slot.data, data, size_t(bytes)) == 0)) {
         ++hits_;
         return slot.cell;
     }
@@ -73,7 +75,8 @@ qsizetype RecurringTexts::find(const void* data, qsizetype bytes)
         return -1;
     }
     slot.bytes = bytes;
-    std::memcpy(slot.data, data, size_t(bytes));
+    if (bytes > 0)
+        std::memcpy(slot.data, data, size_t(bytes));
     pending_ = &slot;
     return -1;
 }

@@ -241,6 +241,19 @@ void SqliteDriver::fail(int code) const
     throw failureFor(code, message);
 }
 
+sqlite3* SqliteDriver::openHandle(int mode) const
+{
+    sqlite3* db = nullptr;
+    const int rc = sqlite3_open_v2(path_.toUtf8().constData(), &db, mode | SQLITE_OPEN_NOMUTEX, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+        sqlite3_close_v2(db);
+        throw failureFor(rc, message + QStringLiteral(": ") + path_);
+    }
+    sqlite3_extended_result_codes(db, 0);
+    return db;
+}
+
 void SqliteDriver::open()
 {
     close();
@@ -248,15 +261,10 @@ void SqliteDriver::open()
         throw failureFor(SQLITE_CANTOPEN,
                          QStringLiteral("unable to open database file: %1 does not exist").arg(path_));
     }
-    const int rc = sqlite3_open_v2(path_.toUtf8().constData(), &db_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
-                                   nullptr);
-    if (rc != SQLITE_OK) {
-        const QString message = db_ ? QString::fromUtf8(sqlite3_errmsg(db_)) : QString::fromUtf8(sqlite3_errstr(rc));
-        sqlite3_close_v2(db_);
-        db_ = nullptr;
-        throw failureFor(rc, message + QStringLiteral(": ") + path_);
-    }
-    sqlite3_extended_result_codes(db_, 0);
+    // Read-only until a statement asks to write: every read of the program then runs
+    // where SQLite itself refuses a write, whatever the statement's text.
+    db_ = openHandle(SQLITE_OPEN_READONLY);
+    writable_ = false;
     // Reading the schema now tells a file that is no database (or one held under an
     // exclusive lock) at the connect, not at the first statement.
     try {
@@ -282,8 +290,22 @@ void SqliteDriver::close()
 
 QString SqliteDriver::defaultDatabase() { return QFileInfo(path_).fileName(); }
 
+void SqliteDriver::makeWritable()
+{
+    if (writable_)
+        return;
+    // The file was checked at the connect; opening it touches no lock, so the statement
+    // itself waits for one as long as its time-out allows. Every result is fetched
+    // whole, so nothing is left open on the read-only handle.
+    sqlite3* writable = openHandle(SQLITE_OPEN_READWRITE);
+    close();
+    db_ = writable;
+    writable_ = true;
+}
+
 qint64 SqliteDriver::execute(const QString& sql, int timeoutSeconds)
 {
+    makeWritable();
     StatementClock clock(db_, timeoutSeconds);
     const QByteArray utf8 = sql.toUtf8();
     const char* tail = utf8.constData();

@@ -14,7 +14,9 @@ public:
     SqliteDriver(const SqliteDriver&) = delete;
     SqliteDriver& operator=(const SqliteDriver&) = delete;
 
-    // A missing file is an error: it never creates a new, empty database.
+    // A missing file is an error: it never creates a new, empty database. The file is
+    // opened read-only; the first statement run through execute() (the shared
+    // classes' writes and transactions) opens it again for reading and writing.
     void open() override;
     void close() override;
     bool speaksSqlite() const override { return true; }
@@ -28,9 +30,13 @@ public:
 
 private:
     [[noreturn]] void fail(int code) const;
+    // A new handle on the file; whatever each connection needs is set up here.
+    sqlite3* openHandle(int mode) const;
+    void makeWritable();
 
     QString path_;
     sqlite3* db_ = nullptr;
+    bool writable_ = false;
 };
 
 // The ADO type number of a column SQLite declared with this type (DATETIME -> 135,
