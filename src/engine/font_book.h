@@ -1,9 +1,8 @@
 #pragma once
-// The engine's fonts: IPAex Gothic and Mincho from the installed fonts folder or
-// else the system's, each
-// loaded the first time it is used, with its character map trimmed (font_cmap.h) so
-// that a PDF's text layer reads as the printed text; and the glyph advances the layout
-// measures with.
+// The engine's fonts: IPAex Gothic and Mincho from the installed fonts folder or else
+// the system's, each loaded the first time it is used, with its character map trimmed
+// (font_cmap.h) so that a PDF's text layer reads as the printed text; and the glyph
+// advances the layout measures with.
 
 #include "engine/form.h"
 
