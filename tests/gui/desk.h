@@ -17,7 +17,8 @@
 #include "gui/views.h"
 #include "seal/seal_screen.h"
 #include "seal/text_combo.h"
-#include "selection/consent_fixture.h"
+#include "support/consent_db.h"
+#include "support/globals_scope.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -95,9 +96,9 @@ private:
 
 // An office with patients, doctors, insurers, staff and consents (today 2026/11/21),
 // and a saved settings file, as every office has after its first print.
-class Office : public consenttest::ConsentDb {
+class Office : public sealtest::ConsentDb {
 public:
-    explicit Office(int patients = 12) : consenttest::ConsentDb({QStringLiteral("紹介者=1")})
+    explicit Office(int patients = 12) : sealtest::ConsentDb({QStringLiteral("紹介者=1")})
     {
         touch(QStringLiteral("MGNT.CID"));  // the progress report screen is offered
         for (int i = 1; i <= patients; ++i) {
@@ -135,9 +136,10 @@ inline int runSealWindow(DeskPlatform& desk, const Office& office,
             if (!screen->isUnloaded()) desk.dispatch([screen] { screen->closeByUser(); });
         });
     };
-    app::setPlatform(&desk);
-    const int code = app::runProcess({QStringLiteral("5"), office.appDir(), seal::makeSealScreen}, desk);
-    app::setPlatform(nullptr);
+    const int code = [&] {
+        sealtest::GlobalsScope globals(desk);
+        return app::runProcess({QStringLiteral("5"), office.appDir(), seal::makeSealScreen}, desk);
+    }();
     desk.opened = outer;
     return code;
 }

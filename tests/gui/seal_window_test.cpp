@@ -8,6 +8,7 @@
 #include "gui/seal_window.h"
 #include "gui/wait_windows.h"
 #include "seal/seal_screen.h"
+#include "support/globals_scope.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -30,7 +31,7 @@ TEST(SealWindowKeys, EachMenuKeyReachesItsCommand)
 {
     application();
     gui::QtPlatform platform({});
-    app::setPlatform(&platform);
+    sealtest::GlobalsScope globals(platform);
     seal::frmPrintシール screen(platform);
     gui::SealWindow window(platform, screen);
     QStringList reached;
@@ -50,14 +51,13 @@ TEST(SealWindowKeys, EachMenuKeyReachesItsCommand)
     for (const KeyCase& c : cases) QTest::keySequence(&window, c.keys);
     EXPECT_EQ(reached, (QStringList{QStringLiteral("mnDouiSet"), QStringLiteral("mnF04"), QStringLiteral("mnMenuPrint"),
                                     QStringLiteral("mnMenuPreview"), QStringLiteral("mnMenuExit"), QStringLiteral("mnMenuReturn")}));
-    app::setPlatform(nullptr);
 }
 
 TEST(WaitNoticeWindow, ShowsTheChosenIconAndLaysTheTextOutFromTheModel)
 {
     application();
     gui::QtPlatform platform({});
-    app::setPlatform(&platform);
+    sealtest::GlobalsScope globals(platform);
     app::frmWaitMsg notice(platform);
     notice.nIcon = 1;
     notice.laMsg.setCaption(QStringLiteral("処理が終わりました。"));
@@ -72,5 +72,4 @@ TEST(WaitNoticeWindow, ShowsTheChosenIconAndLaysTheTextOutFromTheModel)
     EXPECT_EQ(text->x(), notice.laMsg.left() / 15);
     EXPECT_FALSE(window.findChild<QLabel*>(QStringLiteral("imgInf(0)"))->isVisible());
     EXPECT_TRUE(window.findChild<QLabel*>(QStringLiteral("imgInf(1)"))->isVisible());
-    app::setPlatform(nullptr);
 }
