@@ -4,7 +4,7 @@
 // nonsense each fail with the driver's SQLSTATE and native error in the provider's
 // records, in the form each cT_ADODB routine gives, and never hang.
 
-#include "ado_roads.h"
+#include "support/ado_roads.h"
 
 #include "base/vb_error.h"
 #include "data/ado/faults.h"

@@ -2,7 +2,7 @@
 // its lock waits, and how a wrong driver or a missing file fails. What every road
 // shares is in ado_roads_test.cpp.
 
-#include "ado_test_db.h"
+#include "support/ado_test_db.h"
 
 #include "base/vb_error.h"
 #include "data/ado/connection.h"

@@ -2,7 +2,7 @@
 // until a write is asked for: a statement that slips past the read guard still cannot
 // change the file.
 
-#include "ado_test_db.h"
+#include "support/ado_test_db.h"
 
 #include "base/vb_error.h"
 #include "data/ado/connection.h"

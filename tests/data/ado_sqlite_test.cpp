@@ -1,7 +1,7 @@
 // The ADO surface over the SQLite driver: values and type numbers by the storage
 // conventions, the client-side cursor, faults, time-outs and transactions.
 
-#include "ado_test_db.h"
+#include "support/ado_test_db.h"
 
 #include "app/globals.h"
 #include "base/vb_error.h"

@@ -1,7 +1,7 @@
 // cT_ADODB on the real drivers: each operation, each status, and each form of sErrMsg
 // exactly as callers show it to the operator.
 
-#include "ado_test_db.h"
+#include "support/ado_test_db.h"
 
 #include "support/globals_scope.h"
 

@@ -4,7 +4,7 @@
 // server, the names and values equal the SQLite road's, texts unit for unit,
 // including the characters CP932 converters disagree on.
 
-#include "data/ado_roads.h"
+#include "support/ado_roads.h"
 
 #include "app/globals.h"
 #include "data/master_loaders.h"

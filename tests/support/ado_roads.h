@@ -5,7 +5,7 @@
 // typed test covers all three; what legitimately differs between them (a varchar
 // column's type number, the source and native number of an error) is told here.
 
-#include "ado_test_db.h"
+#include "support/ado_test_db.h"
 
 #include "data/ado/ado_constants.h"
 #include "data/ado/connection.h"
