@@ -281,8 +281,11 @@ Field parseField(const QJsonValue& v, const QString& where, const QString& file)
         r.fail(QStringLiteral("\"honorificAs\" には敬称の列 \"keepWith\" が要ります。"));
     f.minSize = r.number("minSize", 5.0);
     if (f.minSize <= 0) r.fail(QStringLiteral("\"minSize\" は正の数で書いてください。"));
+    r.within("minSize", f.minSize, 0, limits::kFontPoints);
     f.indent = r.number("indent", 0.0);
     if (f.indent < 0) r.fail(QStringLiteral("\"indent\" は 0 以上で書いてください。"));
+    // In characters: no line is longer than the longest paper at the smallest size.
+    r.within("indent", f.indent, 0, limits::kLengthMm);
     if (r.has("when")) f.when = parseCondition(r.get("when"), r.where() + QStringLiteral(".when"), file);
     QJsonValue boxes = r.get("boxes");
     if (!boxes.isUndefined()) {
