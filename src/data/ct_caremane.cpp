@@ -123,7 +123,7 @@ short cT_CAREMANE::iDataReadGrid(const cD_CAREMANE& filter)
     return readRows(sqlDataReadGrid(filter));
 }
 
-const entity::TableSpec<cD_CAREMANE>& cT_CAREMANE::spec()
+const entity::TableSpec<cD_CAREMANE>& cT_CAREMANE::tableSpec()
 {
     static const auto s = entity::TableSpec<cD_CAREMANE>(kTable, QStringLiteral("CAREMANEが無効です。"), entity::columnNames(columns(), false));
     return s;
@@ -149,7 +149,7 @@ QString cT_CAREMANE::sqlStampRiyousha(const cD_CAREMANE& row)
 
 short cT_CAREMANE::iDataUpdate_ToRiyousha(const cD_CAREMANE* row, bool bTrans)
 {
-    return cascade(row, bTrans, spec().absentText, [](const cD_CAREMANE& r) {
+    return cascade(row, bTrans, tableSpec().absentText, [](const cD_CAREMANE& r) {
         return QStringList{sqlUpdateRiyoushaSub(r), sqlStampRiyousha(r)};
     });
 }

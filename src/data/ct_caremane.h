@@ -69,7 +69,7 @@ public:
     static QString sqlStampRiyousha(const cD_CAREMANE& row);
 
     static const std::vector<entity::Column<cD_CAREMANE>>& columns();
-    static const entity::TableSpec<cD_CAREMANE>& spec();
+    static const entity::TableSpec<cD_CAREMANE>& tableSpec();
 };
 
 }  // namespace data

@@ -164,7 +164,7 @@ const QStringList& cT_CORP::writeColumns()
     return names;
 }
 
-const entity::TableSpec<cD_CORP>& cT_CORP::spec()
+const entity::TableSpec<cD_CORP>& cT_CORP::tableSpec()
 {
     static const auto s = entity::TableSpec<cD_CORP>(kTable, QStringLiteral("CORPが無効です。"), writeColumns())
                               .reading({}, gridColumns());

@@ -86,7 +86,7 @@ public:
 
     // Every column of the row, in the row's order.
     static const std::vector<entity::Column<cD_CORP>>& columns();
-    static const entity::TableSpec<cD_CORP>& spec();
+    static const entity::TableSpec<cD_CORP>& tableSpec();
     // The columns of the grid reads.
     static const QStringList& gridColumns();
     // The columns a write sets, in the table's order.

@@ -88,7 +88,7 @@ short cT_SHINSEISYO::iDataReadGrid(const cD_SHINSEISYO& filter)
     return readRows(sqlDataReadGrid(filter));
 }
 
-const entity::TableSpec<cD_SHINSEISYO>& cT_SHINSEISYO::spec()
+const entity::TableSpec<cD_SHINSEISYO>& cT_SHINSEISYO::tableSpec()
 {
     static const auto s = entity::TableSpec<cD_SHINSEISYO>(kTable, QStringLiteral("SHINSEISYOが無効です。"),
                                                           entity::columnNames(columns(), false));

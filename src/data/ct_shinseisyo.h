@@ -47,7 +47,7 @@ public:
     static QString sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter);
 
     static const std::vector<entity::Column<cD_SHINSEISYO>>& columns();
-    static const entity::TableSpec<cD_SHINSEISYO>& spec();
+    static const entity::TableSpec<cD_SHINSEISYO>& tableSpec();
 };
 
 }  // namespace data

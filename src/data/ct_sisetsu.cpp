@@ -103,7 +103,7 @@ short cT_SISETSU::iDataReadGrid(const cD_SISETSU& filter)
     return readRows(sqlDataReadGrid(filter));
 }
 
-const entity::TableSpec<cD_SISETSU>& cT_SISETSU::spec()
+const entity::TableSpec<cD_SISETSU>& cT_SISETSU::tableSpec()
 {
     static const auto s = entity::TableSpec<cD_SISETSU>(kTable, QStringLiteral("Sisetsuが無効です。"), entity::columnNames(columns(), false))
                               .deletesInto(QStringLiteral("SISETSU_DELETE_LOG"), &cD_SISETSU::cShamei1);

@@ -80,7 +80,7 @@ public:
     static QStringList sqlToRiyousha_Iryou(const cD_SISETSU& row);
 
     static const std::vector<entity::Column<cD_SISETSU>>& columns();
-    static const entity::TableSpec<cD_SISETSU>& spec();
+    static const entity::TableSpec<cD_SISETSU>& tableSpec();
 };
 
 }  // namespace data

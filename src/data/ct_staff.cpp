@@ -244,7 +244,7 @@ short cT_STAFF::iDataReadGrid_AllKyoten(const cD_STAFF& filter)
     return readRows(sqlDataReadGrid_AllKyoten(filter, bLongForm_), names);
 }
 
-const entity::TableSpec<cD_STAFF>& cT_STAFF::spec()
+const entity::TableSpec<cD_STAFF>& cT_STAFF::tableSpec()
 {
     static const auto s = entity::TableSpec<cD_STAFF>(kTable, QStringLiteral("STAFFが無効です。"), entity::columnNames(columns(), false))
                               .deletesInto(QStringLiteral("STAFF_DELETE_LOG"), &cD_STAFF::cName)

@@ -111,7 +111,7 @@ public:
     static QString sqlDataReadGrid_AllKyoten(const cD_STAFF& filter, bool bLongForm);
 
     static const std::vector<entity::Column<cD_STAFF>>& columns();
-    static const entity::TableSpec<cD_STAFF>& spec();
+    static const entity::TableSpec<cD_STAFF>& tableSpec();
     // The columns before cEmail, and those from cEmail on.
     static const QStringList& shortColumns();
     static const QStringList& longColumns();

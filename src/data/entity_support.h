@@ -506,7 +506,7 @@ struct TableSpec {
 
 // The members every master table class shows alike, over the array it reads into.
 // Table gives its columns (Table::columns()) and the rest that sets it apart
-// (Table::spec()); a row with map coordinates (nLat, nLon) keeps its map entry on an
+// (Table::tableSpec()); a row with map coordinates (nLat, nLon) keeps its map entry on an
 // insert or update, where the suite's switch is on.
 template <class Table, class Row>
 class TableClass {
@@ -523,14 +523,14 @@ public:
 
     // The rows of Table::sqlDataRead, of Table::sqlDataRead excluding the filter's own
     // row (the duplicate check), and of Table::sqlDataReadGrid_Jouken.
-    short iDataRead(const Row& filter) { return readRows(Table::sqlDataRead(filter), orAll(Table::spec().readColumns)); }
+    short iDataRead(const Row& filter) { return readRows(Table::sqlDataRead(filter), orAll(Table::tableSpec().readColumns)); }
     short iDataReadChk(const Row& filter)
     {
-        return readRows(Table::sqlDataRead(filter, true), orAll(Table::spec().readColumns));
+        return readRows(Table::sqlDataRead(filter, true), orAll(Table::tableSpec().readColumns));
     }
     short iDataReadGrid_Jouken(const Row& filter)
     {
-        return readRows(Table::sqlDataReadGrid_Jouken(filter), orAll(Table::spec().searchColumns));
+        return readRows(Table::sqlDataReadGrid_Jouken(filter), orAll(Table::tableSpec().searchColumns));
     }
 
     // Write one row of this office: in a transaction of its own when bTrans, else in
@@ -539,20 +539,20 @@ public:
     short iDataUpdate(const Row* row, bool bTrans) { return write(WriteKind::Update, row, bTrans, &sqlDataUpdate); }
     short iData削除(const Row* row, bool bTrans)
     {
-        const TableSpec<Row>& s = Table::spec();
+        const TableSpec<Row>& s = Table::tableSpec();
         return deleteRow(table_, row, bTrans, s.absentText, &sqlData削除, s.deleteLog, s.logName);
     }
 
-    static QString sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(Table::spec().table); }
+    static QString sqlGetMaxIDNo() { return entity::sqlGetMaxIDNo(Table::tableSpec().table); }
     static QString sqlDataInsert(const Row& row, const QString& csMachine)
     {
-        return sqlInsert(Table::spec().table, Table::columns(), Table::spec().writeColumns, row, csMachine);
+        return sqlInsert(Table::tableSpec().table, Table::columns(), Table::tableSpec().writeColumns, row, csMachine);
     }
     static QString sqlDataUpdate(const Row& row, const QString& csMachine)
     {
-        return sqlUpdate(Table::spec().table, Table::columns(), Table::spec().writeColumns, row, row.nIDNo, csMachine);
+        return sqlUpdate(Table::tableSpec().table, Table::columns(), Table::tableSpec().writeColumns, row, row.nIDNo, csMachine);
     }
-    static QString sqlData削除(const Row& row) { return sqlDelete(Table::spec().table, row.nIDNo); }
+    static QString sqlData削除(const Row& row) { return sqlDelete(Table::tableSpec().table, row.nIDNo); }
 
 protected:
     // Every column, in the order of the class's list.
@@ -566,14 +566,14 @@ protected:
     {
         QString sql;
         addLine(sql, QStringLiteral("  select"));
-        addSelectList(sql, Table::spec().table, Table::columns(), names);
+        addSelectList(sql, Table::tableSpec().table, Table::columns(), names);
         return sql;
     }
     // The same followed by "  FROM" and the table.
     static QString selectFrom(const QStringList& names = allColumns())
     {
         QString sql = selectList(names);
-        addFrom(sql, Table::spec().table);
+        addFrom(sql, Table::tableSpec().table);
         return sql;
     }
 
@@ -605,7 +605,7 @@ private:
 
     short write(WriteKind kind, const Row* row, bool bTrans, QString (*build)(const Row&, const QString&))
     {
-        const QString& absent = Table::spec().absentText;
+        const QString& absent = Table::tableSpec().absentText;
         if constexpr (requires(const Row& r) { r.nLat; r.nLon; })
             return writeMappedRow(table_, kind, row, bTrans, absent, build);
         else
