@@ -1,7 +1,7 @@
 // Label rendering speed: シール.wfd to PDF through wfrfv10 for 100, 1,000 and 10,000
 // labels, and the same 2 x 5 sheet through gLabels' batch renderer where it is
-// installed (Debian package glabels; skipped without it). Each run is a whole process, as the program starts the engine; prints the
-// median wall time and the largest peak memory of the runs.
+// installed (Debian package glabels; skipped without it). Each run is a whole process, as the program starts the
+// engine; prints the median wall time and the largest peak memory of the runs.
 //
 //   bench_engine_labels [--wfrfv10 PATH] [--forms DIR]   (or $SEAL_FORMS_DIR)
 
@@ -20,9 +20,9 @@
 // Peak memory and processor time come from the system's process accounting where
 // there is one; elsewhere the runs are timed by the wall clock alone.
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
-#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -118,10 +118,13 @@ Result measure(const QString& program, const QStringList& args, int runs)
     return r;
 }
 
-const char16_t* const kFamily[] = {u"佐藤", u"鈴木", u"高橋", u"田中", u"伊藤", u"渡辺", u"山本", u"中村", u"小林", u"加藤"};
-const char16_t* const kGiven[] = {u"太郎", u"花子", u"一郎", u"美咲", u"健太", u"由美", u"大輔", u"幸子", u"誠", u"直美"};
-const char16_t* const kTown[] = {u"東京都新宿区西新宿", u"大阪府大阪市北区梅田", u"神奈川県横浜市中区山下町",
-                                 u"愛知県名古屋市中村区名駅", u"福岡県福岡市博多区博多駅前", u"北海道札幌市中央区北一条西"};
+const char16_t* const kFamily[] = {u"佐藤", u"鈴木", u"高橋", u"田中", u"伊藤",
+                                   u"渡辺", u"山本", u"中村", u"小林", u"加藤"};
+const char16_t* const kGiven[] = {u"太郎", u"花子", u"一郎", u"美咲", u"健太",
+                                  u"由美", u"大輔", u"幸子", u"誠",   u"直美"};
+const char16_t* const kTown[] = {u"東京都新宿区西新宿",         u"大阪府大阪市北区梅田",
+                                 u"神奈川県横浜市中区山下町",   u"愛知県名古屋市中村区名駅",
+                                 u"福岡県福岡市博多区博多駅前", u"北海道札幌市中央区北一条西"};
 
 // The program's label CSV: title line, then one line per label.
 QStringList labelLines(int n)
@@ -140,13 +143,26 @@ QStringList labelLines(int n)
                                     .arg(i % 3 ? QStringLiteral("グリーン") : QStringLiteral("サンシャイン"))
                                     .arg(100 + i % 400);
         const QString kikan = i % 4 == 0 ? QStringLiteral("医療法人社団さくら会 さくら在宅クリニック") : QString();
-        const QStringList fields = {name, QStringLiteral("サトウ タロウ"), kikan, QString(),
-                                    QStringLiteral("〒 %1-%2").arg(100 + i % 900).arg(i % 10000, 4, 10, QLatin1Char('0')),
-                                    address, QStringLiteral("03-1234-5678"), QString(), QString(), QStringLiteral("0"),
-                                    QStringLiteral("様"), QString(), QString(), QStringLiteral("本店"),
-                                    QStringLiteral("100-0001"), QStringLiteral("東京都千代田区丸の内1-1"),
-                                    QStringLiteral("03-0000-0000"), QStringLiteral("03-0000-0001"),
-                                    QStringLiteral("同意書在中")};
+        const QStringList fields = {
+            name,
+            QStringLiteral("サトウ タロウ"),
+            kikan,
+            QString(),
+            QStringLiteral("〒 %1-%2").arg(100 + i % 900).arg(i % 10000, 4, 10, QLatin1Char('0')),
+            address,
+            QStringLiteral("03-1234-5678"),
+            QString(),
+            QString(),
+            QStringLiteral("0"),
+            QStringLiteral("様"),
+            QString(),
+            QString(),
+            QStringLiteral("本店"),
+            QStringLiteral("100-0001"),
+            QStringLiteral("東京都千代田区丸の内1-1"),
+            QStringLiteral("03-0000-0000"),
+            QStringLiteral("03-0000-0001"),
+            QStringLiteral("同意書在中")};
         QString line = QString::number(i + 1);
         for (const QString& f : fields) line += QStringLiteral(",\"") + f + u'"';
         lines.append(line);
@@ -185,14 +201,20 @@ QByteArray glabelsDocument(const QString& csv)
                         {6, 31.5, 75, 10, "cName", 15, "Center"}, {6, 43, 40, 5, "脚注", 9, "Center"}};
     QByteArray objects;
     for (const T& t : fields)
-        objects += QStringLiteral("  <Object-text x=\"%1mm\" y=\"%2mm\" w=\"%3mm\" h=\"%4mm\" justify=\"%5\" valign=\"Top\" "
-                                  "auto_shrink=\"True\" a0=\"1\" a1=\"0\" a2=\"0\" a3=\"1\" a4=\"0\" a5=\"0\">\n"
-                                  "   <Span font_family=\"IPAexGothic\" font_size=\"%6\" font_weight=\"Regular\" "
-                                  "font_italic=\"False\" color=\"0x000000ff\" line_spacing=\"1\"><Field name=\"%7\"/></Span>\n"
-                                  "  </Object-text>\n")
-                       .arg(t.x).arg(t.y).arg(t.w).arg(t.h)
-                       .arg(QString::fromLatin1(t.justify)).arg(t.size).arg(QString::fromUtf8(t.field))
-                       .toUtf8();
+        objects +=
+            QStringLiteral("  <Object-text x=\"%1mm\" y=\"%2mm\" w=\"%3mm\" h=\"%4mm\" justify=\"%5\" valign=\"Top\" "
+                           "auto_shrink=\"True\" a0=\"1\" a1=\"0\" a2=\"0\" a3=\"1\" a4=\"0\" a5=\"0\">\n"
+                           "   <Span font_family=\"IPAexGothic\" font_size=\"%6\" font_weight=\"Regular\" "
+                           "font_italic=\"False\" color=\"0x000000ff\" line_spacing=\"1\"><Field name=\"%7\"/></Span>\n"
+                           "  </Object-text>\n")
+                .arg(t.x)
+                .arg(t.y)
+                .arg(t.w)
+                .arg(t.h)
+                .arg(QString::fromLatin1(t.justify))
+                .arg(t.size)
+                .arg(QString::fromUtf8(t.field))
+                .toUtf8();
     return QByteArray("<?xml version=\"1.0\"?>\n<Glabels-document xmlns=\"http://glabels.org/xmlns/3.0/\">\n"
                       " <Template brand=\"Sealprint\" part=\"S10\" size=\"A4\" description=\"2 x 5\">\n"
                       "  <Meta category=\"label\"/>\n"
@@ -206,8 +228,8 @@ QByteArray glabelsDocument(const QString& csv)
 
 void report(const char* what, int n, const Result& r)
 {
-    std::printf("%-10s %6d labels  median %7.3f s wall  %7.3f s cpu  peak %7.1f MB%s\n", what, n, r.median,
-                r.cpuMedian, r.peakKb / 1024.0, r.ok ? "" : "  (FAILED)");
+    std::printf("%-10s %6d labels  median %7.3f s wall  %7.3f s cpu  peak %7.1f MB%s\n", what, n, r.median, r.cpuMedian,
+                r.peakKb / 1024.0, r.ok ? "" : "  (FAILED)");
     std::fflush(stdout);
 }
 
@@ -223,8 +245,10 @@ int main(int argc, char** argv)
     if (forms.isEmpty()) forms = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../../forms"));
     const QStringList args = app.arguments();
     for (int i = 1; i + 1 < args.size(); ++i) {
-        if (args[i] == u"--wfrfv10") viewer = args[++i];
-        else if (args[i] == u"--forms") forms = args[++i];
+        if (args[i] == u"--wfrfv10")
+            viewer = args[++i];
+        else if (args[i] == u"--forms")
+            forms = args[++i];
     }
     if (!QFile::exists(QDir(forms).filePath(QStringLiteral("シール.wfd")))) {
         std::fprintf(stderr, "シール.wfd not found in %s (give --forms)\n", qPrintable(forms));
@@ -237,18 +261,21 @@ int main(int argc, char** argv)
     }
     QTemporaryDir dir;
     const QString glabels = QStandardPaths::findExecutable(QStringLiteral("glabels-3-batch"));
-    std::printf("engine: %s\ngLabels: %s\n", qPrintable(viewer), glabels.isEmpty() ? "not installed, skipped" : qPrintable(glabels));
+    std::printf("engine: %s\ngLabels: %s\n", qPrintable(viewer),
+                glabels.isEmpty() ? "not installed, skipped" : qPrintable(glabels));
 
     for (int n : {100, 1000, 10000}) {
         const QStringList lines = labelLines(n);
         const QString csv = dir.filePath(QStringLiteral("シール%1.csv").arg(n));
         writeFile(csv, cp932Lines(lines));
         const QString script = dir.filePath(QStringLiteral("WfdCom%1.dat").arg(n));
-        writeFile(script, cp932Lines({QStringLiteral("FileName,\"%1/シール.wfd\"").arg(forms), QStringLiteral("Title,\"シール\""),
+        writeFile(script, cp932Lines({QStringLiteral("FileName,\"%1/シール.wfd\"").arg(forms),
+                                      QStringLiteral("Title,\"シール\""),
                                       QStringLiteral("SetDataText,\"シール\",\"%1\"").arg(csv),
                                       QStringLiteral("PrintPaper, A4"), QStringLiteral("ShowWindow,2")}));
         const QString pdf = dir.filePath(QStringLiteral("engine%1.pdf").arg(n));
-        report("wfrfv10", n, measure(viewer, {QStringLiteral("/c"), script, QStringLiteral("--pdf"), pdf}, n >= 10000 ? 5 : 7));
+        report("wfrfv10", n,
+               measure(viewer, {QStringLiteral("/c"), script, QStringLiteral("--pdf"), pdf}, n >= 10000 ? 5 : 7));
 
         if (!glabels.isEmpty() && n <= 1000) {
             const QString gcsv = dir.filePath(QStringLiteral("glabels%1.csv").arg(n));

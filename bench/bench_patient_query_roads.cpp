@@ -36,8 +36,7 @@ double readAll(data::ado::Connection& connection, const QString& sql, int& rows)
     rs.Open(sql, connection, data::ado::adOpenForwardOnly, data::ado::adLockReadOnly, data::ado::adCmdText);
     rows = 0;
     for (; !rs.Eof(); rs.MoveNext(), ++rows) {
-        for (int i = 0; i < rs.FieldCount(); ++i)
-            rs.Fields(i).Value();
+        for (int i = 0; i < rs.FieldCount(); ++i) rs.Fields(i).Value();
     }
     return double(clock.nsecsElapsed()) / 1e6;
 }

@@ -119,8 +119,8 @@ int main()
             times.push_back(std::chrono::duration<double, std::milli>(end - start).count());
             cpu.push_back(cpuMs() - cpuStart);
         }
-        std::printf("print of %d patients, %s walk: median %.1f ms wall, %.1f ms processor (%d runs)\n",
-                    kPatients, followList ? "list" : "grid", medianMs(times), medianMs(cpu), kRuns);
+        std::printf("print of %d patients, %s walk: median %.1f ms wall, %.1f ms processor (%d runs)\n", kPatients,
+                    followList ? "list" : "grid", medianMs(times), medianMs(cpu), kRuns);
     }
     app::setPlatform(nullptr);
     return 0;

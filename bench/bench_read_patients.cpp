@@ -41,19 +41,24 @@ bool fill(const QString& path, int patients)
                        "'090-1111-2222', ?7, ?8, NULL, NULL, ?9)",
                        -1, &patient, nullptr);
     sqlite3_stmt* sub = nullptr;
-    sqlite3_prepare_v2(db,
-                       "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, cAdress3, cYubinNoS0Ryosyu, "
-                       "cJusyo1S0Ryosyu, cAtenaS0Ryosyu, iShoukanSiharai) VALUES (1, 1, ?1, ?2, '150-0001', ?3, ?4, ?5)",
-                       -1, &sub, nullptr);
+    sqlite3_prepare_v2(
+        db,
+        "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, cAdress3, cYubinNoS0Ryosyu, "
+        "cJusyo1S0Ryosyu, cAtenaS0Ryosyu, iShoukanSiharai) VALUES (1, 1, ?1, ?2, '150-0001', ?3, ?4, ?5)",
+        -1, &sub, nullptr);
     sqlite3_stmt* visit = nullptr;
-    sqlite3_prepare_v2(db, "INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) VALUES (1, 1, ?1, ?2)",
-                       -1, &visit, nullptr);
+    sqlite3_prepare_v2(
+        db, "INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) VALUES (1, 1, ?1, ?2)", -1,
+        &visit, nullptr);
     for (int i = 1; i <= patients; ++i) {
         const QByteArray name = QByteArray(kName[i % 10]) + "　" + QByteArray::number(i);
         const QByteArray kana = QByteArray(kKana[i % 10]) + " " + QByteArray::number(i);
-        const QByteArray address = "東京都新宿区西新宿" + QByteArray::number(i % 9 + 1) + "-" + QByteArray::number(i % 30 + 1);
-        const QByteArray building = (i % 3) ? QByteArray("グリーンハイツ") + QByteArray::number(i % 500) + "号室" : QByteArray();
-        const QByteArray birthday = QByteArray::number(1930 + i % 60) + "/0" + QByteArray::number(i % 9 + 1) + "/1" + QByteArray::number(i % 9);
+        const QByteArray address =
+            "東京都新宿区西新宿" + QByteArray::number(i % 9 + 1) + "-" + QByteArray::number(i % 30 + 1);
+        const QByteArray building =
+            (i % 3) ? QByteArray("グリーンハイツ") + QByteArray::number(i % 500) + "号室" : QByteArray();
+        const QByteArray birthday =
+            QByteArray::number(1930 + i % 60) + "/0" + QByteArray::number(i % 9 + 1) + "/1" + QByteArray::number(i % 9);
         sqlite3_bind_int(patient, 1, i);
         sqlite3_bind_text(patient, 2, name.constData(), int(name.size()), SQLITE_TRANSIENT);
         sqlite3_bind_text(patient, 3, kana.constData(), int(kana.size()), SQLITE_TRANSIENT);
@@ -149,8 +154,7 @@ int main(int argc, char** argv)
     const QString path = dir.filePath(QStringLiteral("patients.db"));
     std::printf("filling %d patients ...\n", patients);
     std::fflush(stdout);
-    if (!fill(path, patients))
-        return 1;
+    if (!fill(path, patients)) return 1;
     const QString sql = patientQuery();
 
     std::vector<double> ours;
@@ -168,19 +172,16 @@ int main(int argc, char** argv)
         fetches.push_back(double(timer.nsecsElapsed()) / 1e6);
         // Reads every field of every row by name, as the extraction copies them.
         std::vector<QString> names;
-        for (int i = 0; i < rs.FieldCount(); ++i)
-            names.push_back(rs.Fields(i).Name());
+        for (int i = 0; i < rs.FieldCount(); ++i) names.push_back(rs.Fields(i).Name());
         qint64 cells = 0;
         rowsSeen = 0;
         while (!rs.Eof()) {
-            for (const QString& name : names)
-                cells += rs.Fields(name).Value().isNull() ? 0 : 1;
+            for (const QString& name : names) cells += rs.Fields(name).Value().isNull() ? 0 : 1;
             rs.MoveNext();
             ++rowsSeen;
         }
         ours.push_back(double(timer.nsecsElapsed()) / 1e6);
-        if (cells == 0)
-            std::printf("(no values)\n");
+        if (cells == 0) std::printf("(no values)\n");
 
         QProcess process;
         process.setStandardOutputFile(QProcess::nullDevice());

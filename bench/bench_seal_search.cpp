@@ -71,8 +71,9 @@ bool makeDemo(const QString& sealdemo, const QString& dir, int patients)
 {
     QProcess p;
     p.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    p.start(sealdemo, {QStringLiteral("--out"), dir, QStringLiteral("--patients"), QString::number(patients),
-                       QStringLiteral("--seed"), QStringLiteral("7"), QStringLiteral("--today"), QStringLiteral("2026/11/21")});
+    p.start(sealdemo,
+            {QStringLiteral("--out"), dir, QStringLiteral("--patients"), QString::number(patients),
+             QStringLiteral("--seed"), QStringLiteral("7"), QStringLiteral("--today"), QStringLiteral("2026/11/21")});
     return p.waitForFinished(-1) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
 }
 
@@ -105,10 +106,13 @@ void measure(const QString& dir, int patients, int runs)
     line("  of which the fill", patients, medianMs(runs, [&] { screen.fillList(); }), "-");
     line("kana index fill", patients, medianMs(runs, [&] { screen.cmdAnk_Click(1); }), small ? "<= 10 ms" : "none");
     screen.optMst[1].setValue(true);  // the first read of the doctors
-    line("change of kind to doctors", patients, medianMs(runs, [&] {
-             screen.optMst[0].setValue(true);
-             screen.optMst[1].setValue(true);
-         }), "none (two changes, to patients and back; each queries the patients too)");
+    line("change of kind to doctors", patients,
+         medianMs(runs,
+                  [&] {
+                      screen.optMst[0].setValue(true);
+                      screen.optMst[1].setValue(true);
+                  }),
+         "none (two changes, to patients and back; each queries the patients too)");
     screen.optMst[0].setValue(true);
     std::printf("  peak memory so far: %.0f MB%s\n", peakMb(), small ? "" : " (target <= 250 MB)");
     app::setPlatform(nullptr);
@@ -125,10 +129,14 @@ int main(int argc, char** argv)
     QString appDir;
     const QStringList args = QCoreApplication::arguments();
     for (qsizetype i = 1; i + 1 < args.size(); ++i) {
-        if (args[i] == QLatin1String("--sealdemo")) sealdemo = args[++i];
-        else if (args[i] == QLatin1String("--runs")) runs = std::max(1, args[++i].toInt());
-        else if (args[i] == QLatin1String("--patients")) sizes = {args[++i].toInt()};
-        else if (args[i] == QLatin1String("--app-dir")) appDir = args[++i];
+        if (args[i] == QLatin1String("--sealdemo"))
+            sealdemo = args[++i];
+        else if (args[i] == QLatin1String("--runs"))
+            runs = std::max(1, args[++i].toInt());
+        else if (args[i] == QLatin1String("--patients"))
+            sizes = {args[++i].toInt()};
+        else if (args[i] == QLatin1String("--app-dir"))
+            appDir = args[++i];
     }
     if (!appDir.isEmpty()) {
         measure(appDir, sizes.first(), runs);

@@ -8,7 +8,7 @@
 namespace app {
 
 frmBack::frmBack(controls::Platform& platform, QString programDir)
-    : Screen(QStringLiteral("frmBack"), platform), programDir_(std::move(programDir))
+        : Screen(QStringLiteral("frmBack"), platform), programDir_(std::move(programDir))
 {
     setCaption(kSuiteTitle);
     add(ImgWall);

@@ -25,7 +25,7 @@ QString patternBText(const base::VbError& fault, const QString& routine)
 }
 
 Handler::Handler(HandlerKind kind, Report report, Options options)
-    : kind_(kind), report_(std::move(report)), options_(options)
+        : kind_(kind), report_(std::move(report)), options_(options)
 {
     if (options_.hourglass) platform().setPointer(controls::Pointer::Hourglass);
 }

@@ -37,10 +37,13 @@ enum class HandlerKind {
 // How a caught fault is worded.
 struct Report {
     enum Form { A, B } form = A;
-    QString text;   // pattern A: the sentence; pattern B: the routine name or empty
+    QString text;  // pattern A: the sentence; pattern B: the routine name or empty
     QString title = kSealTitle;
 
-    static Report patternA(QString sentence, QString title = kSealTitle) { return {A, std::move(sentence), std::move(title)}; }
+    static Report patternA(QString sentence, QString title = kSealTitle)
+    {
+        return {A, std::move(sentence), std::move(title)};
+    }
     static Report patternB(QString routine = {}) { return {B, std::move(routine), {}}; }
 };
 

@@ -8,10 +8,7 @@
 
 namespace app {
 
-short runModeOf(const QString& commandLine)
-{
-    return base::CInt(base::Fix(base::Val(commandLine)));
-}
+short runModeOf(const QString& commandLine) { return base::CInt(base::Fix(base::Val(commandLine))); }
 
 int runProcess(const ProcessStart& start, controls::Platform& platform)
 {

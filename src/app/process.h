@@ -13,8 +13,8 @@ namespace app {
 using ScreenFactory = std::function<std::unique_ptr<controls::Screen>(controls::Platform&)>;
 
 struct ProcessStart {
-    QString commandLine;   // the original's command line: the run mode
-    QString programDir;    // the program's own directory
+    QString commandLine;  // the original's command line: the run mode
+    QString programDir;   // the program's own directory
     ScreenFactory makeSealScreen;
 };
 

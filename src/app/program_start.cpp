@@ -138,7 +138,8 @@ bool startDetached(const QString& commandLine, const QString& appDir, QString* e
     const ProgramCommand cmd = parseCommandLine(commandLine);
     const QString path = findProgram(cmd.program, appDir);
     QString fault;
-    if (path.isEmpty()) fault = notFound(cmd.program);
+    if (path.isEmpty())
+        fault = notFound(cmd.program);
     else if (!QProcess::startDetached(path, cmd.arguments, base::nativePath(appDir)))
         fault = QStringLiteral("プログラムを起動できません。(%1)").arg(path);
     if (!fault.isEmpty()) {

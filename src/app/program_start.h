@@ -8,7 +8,7 @@
 namespace app {
 
 struct ProgramCommand {
-    QString program;      // as written, e.g. "wfrfv10.exe" or "C:\Program Files\app\Main.exe"
+    QString program;  // as written, e.g. "wfrfv10.exe" or "C:\Program Files\app\Main.exe"
     QStringList arguments;
 };
 

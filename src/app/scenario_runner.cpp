@@ -58,7 +58,7 @@ bool onOff(const QString& s)
 }  // namespace
 
 ScenarioRunner::ScenarioRunner(QStringList script, QString appDir, ScreenFactory makeSealScreen)
-    : script_(std::move(script)), appDir_(std::move(appDir)), makeSealScreen_(std::move(makeSealScreen))
+        : script_(std::move(script)), appDir_(std::move(appDir)), makeSealScreen_(std::move(makeSealScreen))
 {
     platform_.modalDriver = [this](Screen& modal) { drive(modal); };
 }
@@ -131,9 +131,12 @@ void ScenarioRunner::execute(const QString& line)
             if (!d.isValid()) throw ScriptError{QStringLiteral("not a date: %1").arg(rest)};
             platform_.setToday(d);
         } else if (cmd == QLatin1String("answer")) {
-            if (rest == QLatin1String("OK")) platform_.queueAnswer(BoxAnswer::Ok);
-            else if (rest == QLatin1String("Cancel")) platform_.queueAnswer(BoxAnswer::Cancel);
-            else throw ScriptError{QStringLiteral("answer OK or Cancel: %1").arg(rest)};
+            if (rest == QLatin1String("OK"))
+                platform_.queueAnswer(BoxAnswer::Ok);
+            else if (rest == QLatin1String("Cancel"))
+                platform_.queueAnswer(BoxAnswer::Cancel);
+            else
+                throw ScriptError{QStringLiteral("answer OK or Cancel: %1").arg(rest)};
         } else if (cmd == QLatin1String("show")) {
             show(rest);
         } else if (cmd == QLatin1String("close")) {
@@ -144,12 +147,21 @@ void ScenarioRunner::execute(const QString& line)
             Control& c = control(rest);
             if (!c.enabled() || !c.visible()) throw ScriptError{QStringLiteral("%1 cannot be clicked now").arg(rest)};
             switch (c.kind()) {
-            case Kind::OptionButton: static_cast<OptionButton&>(c).setValue(true); break;
-            case Kind::CheckBox: static_cast<CheckBox&>(c).toggle(); break;
+            case Kind::OptionButton:
+                static_cast<OptionButton&>(c).setValue(true);
+                break;
+            case Kind::CheckBox:
+                static_cast<CheckBox&>(c).toggle();
+                break;
             case Kind::Button:
-            case Kind::MenuItem: static_cast<Button&>(c).click(); break;
-            case Kind::Picture: static_cast<Picture&>(c).click(); break;
-            default: throw ScriptError{QStringLiteral("%1 is not clickable").arg(rest)};
+            case Kind::MenuItem:
+                static_cast<Button&>(c).click();
+                break;
+            case Kind::Picture:
+                static_cast<Picture&>(c).click();
+                break;
+            default:
+                throw ScriptError{QStringLiteral("%1 is not clickable").arg(rest)};
             }
         } else if (cmd == QLatin1String("check")) {
             const QStringList a = splitArgs(rest, 2);
@@ -185,22 +197,29 @@ void ScenarioRunner::execute(const QString& line)
             auto* grid = dynamic_cast<Grid*>(&control(a[0]));
             if (!grid) throw ScriptError{QStringLiteral("%1 is not a grid").arg(a[0])};
             const int row = toInt(a[1], QStringLiteral("row"));
-            if (row < 1 || row > grid->MaxRows()) throw ScriptError{QStringLiteral("%1 has no row %2").arg(a[0]).arg(row)};
-            if (cmd == QLatin1String("cell")) grid->clickCell(toInt(a[2], QStringLiteral("column")), row);
-            else grid->pressButton(1, row, onOff(a[2]));
+            if (row < 1 || row > grid->MaxRows())
+                throw ScriptError{QStringLiteral("%1 has no row %2").arg(a[0]).arg(row)};
+            if (cmd == QLatin1String("cell"))
+                grid->clickCell(toInt(a[2], QStringLiteral("column")), row);
+            else
+                grid->pressButton(1, row, onOff(a[2]));
         } else if (cmd == QLatin1String("select") || cmd == QLatin1String("dblclick")) {
             const QStringList a = splitArgs(rest, 2);
             Control& c = control(a[0]);
             const int n = toInt(a[1], QStringLiteral("line"));
             const bool dbl = cmd == QLatin1String("dblclick");
             if (auto* grid = dynamic_cast<Grid*>(&c)) {
-                if (n < 1 || n > grid->MaxRows()) throw ScriptError{QStringLiteral("%1 has no row %2").arg(a[0]).arg(n)};
+                if (n < 1 || n > grid->MaxRows())
+                    throw ScriptError{QStringLiteral("%1 has no row %2").arg(a[0]).arg(n)};
                 dbl ? grid->dblClickCell(grid->ActiveCol(), n) : grid->clickCell(grid->ActiveCol(), n);
             } else if (auto* list = dynamic_cast<ItemList*>(&c)) {
-                if (n < 0 || n >= list->ListCount()) throw ScriptError{QStringLiteral("%1 has no line %2").arg(a[0]).arg(n)};
+                if (n < 0 || n >= list->ListCount())
+                    throw ScriptError{QStringLiteral("%1 has no line %2").arg(a[0]).arg(n)};
                 if (dbl) {
-                    if (auto* lb = dynamic_cast<ListBox*>(list)) lb->doubleClick(n);
-                    else throw ScriptError{QStringLiteral("%1 takes no double click").arg(a[0])};
+                    if (auto* lb = dynamic_cast<ListBox*>(list))
+                        lb->doubleClick(n);
+                    else
+                        throw ScriptError{QStringLiteral("%1 takes no double click").arg(a[0])};
                 } else {
                     list->choose(n);
                 }

@@ -23,10 +23,11 @@ QList<StartupProblem> startupChecks(const QString& programDir)
                                               "and every Japanese text in the settings files and labels would "
                                               "become \"?\". Install a Qt with ICU (Debian's qt6-base).")});
     if (base::findDataFolder(programDir, QStringLiteral("forms")).isEmpty())
-        problems.append({false, QStringLiteral("no forms folder in %1: the engine finds only the forms in the "
-                                               "installation's SYS folder")
-                                    .arg(QDir::toNativeSeparators(
-                                        base::dataFolders(programDir, QStringLiteral("forms")).join(QStringLiteral(" or "))))});
+        problems.append(
+            {false, QStringLiteral("no forms folder in %1: the engine finds only the forms in the "
+                                   "installation's SYS folder")
+                        .arg(QDir::toNativeSeparators(
+                            base::dataFolders(programDir, QStringLiteral("forms")).join(QStringLiteral(" or "))))});
     const struct {
         const char* file;
         const char* family;

@@ -18,8 +18,9 @@ public:
 
     controls::Label laMsg{QStringLiteral("laMsg")};
     controls::Button cmdOK{QStringLiteral("cmdOK"), QStringLiteral("OK")};
-    std::array<controls::Picture, 4> imgInf{controls::Picture(QStringLiteral("imgInf(0)")), controls::Picture(QStringLiteral("imgInf(1)")),
-                                            controls::Picture(QStringLiteral("imgInf(2)")), controls::Picture(QStringLiteral("imgInf(3)"))};
+    std::array<controls::Picture, 4> imgInf{
+        controls::Picture(QStringLiteral("imgInf(0)")), controls::Picture(QStringLiteral("imgInf(1)")),
+        controls::Picture(QStringLiteral("imgInf(2)")), controls::Picture(QStringLiteral("imgInf(3)"))};
 
     // Set before the notice is shown.
     int nIcon = 0;     // which of imgInf is shown

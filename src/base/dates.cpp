@@ -99,10 +99,10 @@ int expandYear(const QString& digits)
 
 std::optional<QDate> parseDate(QStringView text)
 {
-    static const QRegularExpression numeric(QStringLiteral(
-        R"(^ *(\d{1,4})([/-])(\d{1,2})(?:\2(\d{1,2}))?(?: +(\d{1,2}):(\d{1,2})(?::(\d{1,2}))?)? *$)"));
-    static const QRegularExpression kanji(QStringLiteral(
-        R"(^ *(\d{1,4})年(\d{1,2})月(?:(\d{1,2})日)?(?: *(\d{1,2}):(\d{1,2})(?::(\d{1,2}))?)? *$)"));
+    static const QRegularExpression numeric(
+        QStringLiteral(R"(^ *(\d{1,4})([/-])(\d{1,2})(?:\2(\d{1,2}))?(?: +(\d{1,2}):(\d{1,2})(?::(\d{1,2}))?)? *$)"));
+    static const QRegularExpression kanji(
+        QStringLiteral(R"(^ *(\d{1,4})年(\d{1,2})月(?:(\d{1,2})日)?(?: *(\d{1,2}):(\d{1,2})(?::(\d{1,2}))?)? *$)"));
 
     const QString t = text.toString();
     QRegularExpressionMatch m = numeric.match(t);
@@ -133,7 +133,10 @@ std::optional<QDate> parseDate(QStringView text)
 
 }  // namespace
 
-QString shortDate(const QDate& date) { return date.isValid() ? date.toString(QStringLiteral("yyyy/MM/dd")) : QString(); }
+QString shortDate(const QDate& date)
+{
+    return date.isValid() ? date.toString(QStringLiteral("yyyy/MM/dd")) : QString();
+}
 
 QString Format(const QDate& date, QStringView pattern) { return formatImpl(date, QTime(0, 0), pattern); }
 
@@ -147,12 +150,18 @@ QDate DateAdd(QStringView interval, int number, const QDate& date)
     if (!date.isValid()) throw VbError::typeMismatch();
     const QString iv = interval.toString().toLower();
     QDate r;
-    if (iv == u"yyyy") r = date.addYears(number);
-    else if (iv == u"q") r = date.addMonths(3 * number);
-    else if (iv == u"m") r = date.addMonths(number);
-    else if (iv == u"ww") r = date.addDays(7LL * number);
-    else if (iv == u"d" || iv == u"y" || iv == u"w") r = date.addDays(number);
-    else throw VbError::invalidProcedureCall();
+    if (iv == u"yyyy")
+        r = date.addYears(number);
+    else if (iv == u"q")
+        r = date.addMonths(3 * number);
+    else if (iv == u"m")
+        r = date.addMonths(number);
+    else if (iv == u"ww")
+        r = date.addDays(7LL * number);
+    else if (iv == u"d" || iv == u"y" || iv == u"w")
+        r = date.addDays(number);
+    else
+        throw VbError::invalidProcedureCall();
     checkRange(r);
     return r;
 }

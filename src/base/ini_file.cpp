@@ -132,9 +132,9 @@ QString decode(const QByteArray& b, Range r) { return fromCp932(QByteArrayView(b
 
 // Where a section and a key stand in a parsed file.
 struct Place {
-    std::optional<size_t> header;    // the first header with the section's name
-    size_t lastContent = 0;          // last non-blank line of that section
-    std::optional<size_t> keyLine;   // the first line of the key in that section
+    std::optional<size_t> header;   // the first header with the section's name
+    size_t lastContent = 0;         // last non-blank line of that section
+    std::optional<size_t> keyLine;  // the first line of the key in that section
 };
 
 Place locate(const QByteArray& b, const std::vector<Line>& lines, const QString& section, const QString& key)

@@ -10,7 +10,8 @@ QStringList dataFolders(const QString& programDir, const QString& sub)
 {
     if (programDir.isEmpty()) return {};
     const QDir dir(programDir);
-    return {QDir::cleanPath(dir.filePath(sub)), QDir::cleanPath(dir.filePath(QStringLiteral("../share/sealprint/") + sub))};
+    return {QDir::cleanPath(dir.filePath(sub)),
+            QDir::cleanPath(dir.filePath(QStringLiteral("../share/sealprint/") + sub))};
 }
 
 QString findDataFolder(const QString& programDir, const QString& sub)

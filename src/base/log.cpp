@@ -30,8 +30,8 @@ struct Level {
     int rank;
 };
 constexpr Level kLevels[] = {
-    {"debug", QtDebugMsg, 0}, {"info", QtInfoMsg, 1}, {"warning", QtWarningMsg, 2}, {"critical", QtCriticalMsg, 3},
-    {"fatal", QtFatalMsg, 4},
+    {"debug", QtDebugMsg, 0},       {"info", QtInfoMsg, 1},   {"warning", QtWarningMsg, 2},
+    {"critical", QtCriticalMsg, 3}, {"fatal", QtFatalMsg, 4},
 };
 
 int rankOf(QtMsgType type)
@@ -62,8 +62,9 @@ void setLogLevel(QtMsgType level)
     QString rules;
     for (const Level& l : kLevels) {
         if (l.type == QtFatalMsg) continue;
-        rules += QStringLiteral("sealprint.*.%1=%2\n")
-                     .arg(QLatin1String(l.name), l.rank >= rankOf(level) ? QStringLiteral("true") : QStringLiteral("false"));
+        rules +=
+            QStringLiteral("sealprint.*.%1=%2\n")
+                .arg(QLatin1String(l.name), l.rank >= rankOf(level) ? QStringLiteral("true") : QStringLiteral("false"));
     }
     QLoggingCategory::setFilterRules(rules);
 }
@@ -95,8 +96,10 @@ struct LogFile::Sink {
         auto numbered = [this](int i) { return path + u'.' + QString::number(i); };
         QFile::remove(numbered(options.keep));
         for (int i = options.keep - 1; i >= 1; --i) QFile::rename(numbered(i), numbered(i + 1));
-        if (options.keep > 0) QFile::rename(path, numbered(1));
-        else QFile::remove(path);
+        if (options.keep > 0)
+            QFile::rename(path, numbered(1));
+        else
+            QFile::remove(path);
         open();
     }
 
@@ -119,9 +122,9 @@ QtMsgType gConsoleLevel = QtWarningMsg;
 void handle(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     if (gSink) {
-        const QByteArray line = QDateTime::currentDateTime().toString(Qt::ISODateWithMs).toUtf8() + ' '
-                                + nameOf(type) + ' ' + (context.category ? context.category : "default") + ": "
-                                + message.toUtf8() + '\n';
+        const QByteArray line = QDateTime::currentDateTime().toString(Qt::ISODateWithMs).toUtf8() + ' ' + nameOf(type) +
+                                ' ' + (context.category ? context.category : "default") + ": " + message.toUtf8() +
+                                '\n';
         gSink->write(line);
     }
     if (rankOf(type) >= rankOf(gConsoleLevel) && gPrevious) gPrevious(type, context, message);

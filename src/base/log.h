@@ -33,10 +33,10 @@ std::optional<QtMsgType> logLevelFromName(const QString& name);
 void setLogLevel(QtMsgType level);
 
 struct LogOptions {
-    QString folder;                      // empty: defaultLogFolder()
-    QString fileName;                    // e.g. "sealprint.log"
-    qint64 maxBytes = 1024 * 1024;       // a file that would grow beyond this is rotated
-    int keep = 5;                        // rotated files kept: NAME.1 (newest) .. NAME.keep
+    QString folder;                         // empty: defaultLogFolder()
+    QString fileName;                       // e.g. "sealprint.log"
+    qint64 maxBytes = 1024 * 1024;          // a file that would grow beyond this is rotated
+    int keep = 5;                           // rotated files kept: NAME.1 (newest) .. NAME.keep
     QtMsgType consoleLevel = QtWarningMsg;  // from this level up, also to the console
 };
 

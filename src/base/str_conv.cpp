@@ -48,11 +48,16 @@ bool takesSemiVoicedMark(char16_t full) { return full >= 0x30CF && full <= 0x30D
 char16_t wideAscii(char16_t c)
 {
     switch (c) {
-    case u' ': return 0x3000;
-    case u'"': return 0x201D;   // ”
-    case u'\'': return 0x2019;  // ’
-    case u'\\': return 0xFFE5;  // ￥
-    default: return c + 0xFEE0;
+    case u' ':
+        return 0x3000;
+    case u'"':
+        return 0x201D;  // ”
+    case u'\'':
+        return 0x2019;  // ’
+    case u'\\':
+        return 0xFFE5;  // ￥
+    default:
+        return c + 0xFEE0;
     }
 }
 
@@ -112,8 +117,10 @@ QString toNarrow(const QString& text)
     out.reserve(text.size());
     for (QChar c : text) {
         const auto it = table.constFind(c.unicode());
-        if (it != table.constEnd()) out += *it;
-        else out += c;
+        if (it != table.constEnd())
+            out += *it;
+        else
+            out += c;
     }
     return out;
 }

@@ -100,8 +100,7 @@ FileWrite writeFileBytes(const QString& path, const QByteArray& bytes, FileAcces
         fail(w, VbError::permissionDenied(), path);
         return w;
     }
-    if (access == FileAccess::OwnerOnly)
-        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    if (access == FileAccess::OwnerOnly) file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     if (file.write(bytes) != bytes.size()) {
         file.cancelWriting();
         file.commit();

@@ -46,12 +46,10 @@ TextFileRead readTextFile(const QString& path);
 // Replaces the file with bytes: written to a temporary file beside it and renamed
 // over it, so a crash leaves either the old file or the new one, never half of one.
 // An existing file keeps its permissions unless access asks for the owner only.
-FileWrite writeFileBytes(const QString& path, const QByteArray& bytes,
-                         FileAccess access = FileAccess::Shared);
+FileWrite writeFileBytes(const QString& path, const QByteArray& bytes, FileAccess access = FileAccess::Shared);
 
 // Writes lines as CP932, each ended by CR LF, atomically as writeFileBytes does.
-FileWrite writeTextFile(const QString& path, const QStringList& lines,
-                        FileAccess access = FileAccess::Shared);
+FileWrite writeTextFile(const QString& path, const QStringList& lines, FileAccess access = FileAccess::Shared);
 
 // Encodes lines the way writeTextFile stores them.
 QByteArray encodeLines(const QStringList& lines, bool* lossy = nullptr);

@@ -19,7 +19,10 @@ public:
     static VbError typeMismatch() { return {13, QStringLiteral("型が一致しません。")}; }
     static VbError overflow() { return {6, QStringLiteral("オーバーフローしました。")}; }
     static VbError subscriptOutOfRange() { return {9, QStringLiteral("インデックスが有効範囲にありません。")}; }
-    static VbError invalidProcedureCall() { return {5, QStringLiteral("プロシージャの呼び出し、または引数が不正です。")}; }
+    static VbError invalidProcedureCall()
+    {
+        return {5, QStringLiteral("プロシージャの呼び出し、または引数が不正です。")};
+    }
     static VbError fileNotFound() { return {53, QStringLiteral("ファイルが見つかりません。")}; }
     static VbError pathNotFound() { return {76, QStringLiteral("パスが見つかりません。")}; }
     static VbError permissionDenied() { return {70, QStringLiteral("書き込みできません。")}; }

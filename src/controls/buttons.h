@@ -12,13 +12,19 @@ using Handler = std::function<void()>;
 class Button : public Control {
 public:
     explicit Button(QString name, QString caption = {}, Kind kind = Kind::Button)
-        : Control(std::move(name), kind), caption_(std::move(caption)) { setTabStop(true); }
+            : Control(std::move(name), kind), caption_(std::move(caption))
+    {
+        setTabStop(true);
+    }
 
     const QString& caption() const { return caption_; }
     void setCaption(const QString& c) { set(caption_, c); }
 
     // The operator's click.
-    void click() { if (Click) Click(); }
+    void click()
+    {
+        if (Click) Click();
+    }
     Handler Click;
 
     void describe(QStringList& out) const override;
@@ -32,12 +38,18 @@ private:
 // operator's click does, when the value changes.
 class OptionButton : public Button {
 public:
-    explicit OptionButton(QString name, QString caption = {}) : Button(std::move(name), std::move(caption), Kind::OptionButton) {}
+    explicit OptionButton(QString name, QString caption = {})
+            : Button(std::move(name), std::move(caption), Kind::OptionButton)
+    {}
 
     bool value() const { return value_; }
     void setValue(bool on);
     // Joins a group; all members of a group share one vector owned by the screen.
-    void joinGroup(std::vector<OptionButton*>* group) { group_ = group; group_->push_back(this); }
+    void joinGroup(std::vector<OptionButton*>* group)
+    {
+        group_ = group;
+        group_->push_back(this);
+    }
 
     void describe(QStringList& out) const override;
 
@@ -50,7 +62,8 @@ private:
 // Check box: 0 unticked, 1 ticked. Setting a different value by code fires Click.
 class CheckBox : public Button {
 public:
-    explicit CheckBox(QString name, QString caption = {}) : Button(std::move(name), std::move(caption), Kind::CheckBox) {}
+    explicit CheckBox(QString name, QString caption = {}) : Button(std::move(name), std::move(caption), Kind::CheckBox)
+    {}
 
     int value() const { return value_; }
     void setValue(int v);
@@ -67,7 +80,10 @@ private:
 class MenuItem : public Button {
 public:
     MenuItem(QString name, QString caption, QString shortcut = {})
-        : Button(std::move(name), std::move(caption), Kind::MenuItem), shortcut_(std::move(shortcut)) { setTabStop(false); }
+            : Button(std::move(name), std::move(caption), Kind::MenuItem), shortcut_(std::move(shortcut))
+    {
+        setTabStop(false);
+    }
 
     bool checked() const { return checked_; }
     void setChecked(bool on) { set(checked_, on); }

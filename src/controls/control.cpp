@@ -25,8 +25,7 @@ void Control::notify(const Change& change) const
 
 void Control::describe(QStringList& out) const
 {
-    out << QStringLiteral("enabled=%1").arg(enabled_ ? 1 : 0)
-        << QStringLiteral("visible=%1").arg(visible_ ? 1 : 0);
+    out << QStringLiteral("enabled=%1").arg(enabled_ ? 1 : 0) << QStringLiteral("visible=%1").arg(visible_ ? 1 : 0);
 }
 
 QString escapeForTranscript(const QString& text)

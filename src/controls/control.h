@@ -18,15 +18,28 @@ using Color = quint32;
 namespace Colors {
 inline constexpr Color Black = 0x000000;
 inline constexpr Color White = 0xFFFFFF;
-inline constexpr Color ScrollBars = 0x80000000;   // system colour of scroll bars
+inline constexpr Color ScrollBars = 0x80000000;  // system colour of scroll bars
 inline constexpr Color WindowBackground = 0x80000005;
 inline constexpr Color WindowText = 0x80000008;
 inline constexpr Color ButtonFace = 0x8000000F;
 }  // namespace Colors
 
 enum class Kind {
-    Button, OptionButton, CheckBox, ComboBox, TextBox, ImText, ImNumber, ImDate,
-    ListBox, Grid, MenuItem, Label, Frame, Picture, StatusBar
+    Button,
+    OptionButton,
+    CheckBox,
+    ComboBox,
+    TextBox,
+    ImText,
+    ImNumber,
+    ImDate,
+    ListBox,
+    Grid,
+    MenuItem,
+    Label,
+    Frame,
+    Picture,
+    StatusBar
 };
 
 // What changed, for observers. Grid changes carry the cell or row; others only say

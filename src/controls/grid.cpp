@@ -43,10 +43,7 @@ void Grid::setMaxCols(int cols)
     if (redraw_) notify({Change::All});
 }
 
-const QString& Grid::text(int col, int row) const
-{
-    return inside(col, row) ? cells_[index(col, row)] : kEmpty;
-}
+const QString& Grid::text(int col, int row) const { return inside(col, row) ? cells_[index(col, row)] : kEmpty; }
 
 void Grid::setText(int col, int row, const QString& value)
 {
@@ -92,15 +89,9 @@ void Grid::setCheckBoxColumn(int col, bool on)
     if (col >= 1 && col <= cols_) colCheck_[static_cast<size_t>(col)] = on;
 }
 
-bool Grid::isCheckBoxColumn(int col) const
-{
-    return col >= 1 && col <= cols_ && colCheck_[static_cast<size_t>(col)];
-}
+bool Grid::isCheckBoxColumn(int col) const { return col >= 1 && col <= cols_ && colCheck_[static_cast<size_t>(col)]; }
 
-bool Grid::rowHidden(int row) const
-{
-    return row >= 1 && row <= rows_ && rowHidden_[static_cast<size_t>(row)];
-}
+bool Grid::rowHidden(int row) const { return row >= 1 && row <= rows_ && rowHidden_[static_cast<size_t>(row)]; }
 
 void Grid::setRowHidden(int row, bool hidden)
 {
@@ -109,10 +100,7 @@ void Grid::setRowHidden(int row, bool hidden)
     if (redraw_) notify({Change::Row, row, 0});
 }
 
-bool Grid::colHidden(int col) const
-{
-    return col >= 1 && col <= cols_ && colHidden_[static_cast<size_t>(col)];
-}
+bool Grid::colHidden(int col) const { return col >= 1 && col <= cols_ && colHidden_[static_cast<size_t>(col)]; }
 
 void Grid::setColHidden(int col, bool hidden)
 {
@@ -121,10 +109,7 @@ void Grid::setColHidden(int col, bool hidden)
     if (redraw_) notify({Change::All});
 }
 
-double Grid::colWidth(int col) const
-{
-    return (col >= 1 && col <= cols_) ? colWidth_[static_cast<size_t>(col)] : 0.0;
-}
+double Grid::colWidth(int col) const { return (col >= 1 && col <= cols_) ? colWidth_[static_cast<size_t>(col)] : 0.0; }
 
 void Grid::setColWidth(int col, double width)
 {
@@ -133,10 +118,7 @@ void Grid::setColWidth(int col, double width)
     if (redraw_) notify({Change::All});
 }
 
-bool Grid::colLocked(int col) const
-{
-    return col >= 1 && col <= cols_ && colLocked_[static_cast<size_t>(col)];
-}
+bool Grid::colLocked(int col) const { return col >= 1 && col <= cols_ && colLocked_[static_cast<size_t>(col)]; }
 
 void Grid::setColLocked(int col, bool locked)
 {
@@ -232,7 +214,9 @@ QStringList Grid::describeRows() const
         while (last > 0 && cells_[index(last, r)].isEmpty()) --last;
         QStringList cells;
         for (int c = 1; c <= last; ++c) cells << escapeForTranscript(cells_[index(c, r)]);
-        lines << QStringLiteral("row %1%2 %3").arg(r).arg(rowHidden(r) ? QStringLiteral(" hidden") : QString(), cells.join(u'|'));
+        lines << QStringLiteral("row %1%2 %3")
+                     .arg(r)
+                     .arg(rowHidden(r) ? QStringLiteral(" hidden") : QString(), cells.join(u'|'));
     }
     return lines;
 }

@@ -80,7 +80,10 @@ public:
 
 private:
     bool inside(int col, int row) const { return col >= 1 && col <= cols_ && row >= 1 && row <= rows_; }
-    size_t index(int col, int row) const { return static_cast<size_t>(row - 1) * static_cast<size_t>(cols_) + static_cast<size_t>(col - 1); }
+    size_t index(int col, int row) const
+    {
+        return static_cast<size_t>(row - 1) * static_cast<size_t>(cols_) + static_cast<size_t>(col - 1);
+    }
     void cellChanged(int col, int row);
     static quint64 key(int col, int row) { return (quint64(quint32(row)) << 32) | quint32(col); }
 

@@ -24,10 +24,7 @@ std::optional<double> NumberInput::value() const
     return v;
 }
 
-void NumberInput::setValue(double v)
-{
-    setText(QString::number(v, 'g', 15));
-}
+void NumberInput::setValue(double v) { setText(QString::number(v, 'g', 15)); }
 
 bool NumberInput::typeText(const QString& t)
 {

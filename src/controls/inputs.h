@@ -38,7 +38,8 @@ private:
 class NumberInput : public TextInput {
 public:
     explicit NumberInput(QString name, double minValue = 0, double maxValue = 0)
-        : TextInput(std::move(name), Kind::ImNumber), min_(minValue), max_(maxValue) {}
+            : TextInput(std::move(name), Kind::ImNumber), min_(minValue), max_(maxValue)
+    {}
 
     std::optional<double> value() const;
     void setValue(double v);
@@ -57,7 +58,8 @@ class DateInput : public TextInput {
 public:
     // format: "yyyy/MM/dd" or "yyyy/MM" (a month input holds the first of the month).
     explicit DateInput(QString name, QString format = QStringLiteral("yyyy/MM/dd"))
-        : TextInput(std::move(name), Kind::ImDate), format_(std::move(format)) {}
+            : TextInput(std::move(name), Kind::ImDate), format_(std::move(format))
+    {}
 
     bool isNull() const { return !date_.isValid(); }
     QDate value() const { return date_; }

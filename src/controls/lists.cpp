@@ -6,7 +6,8 @@ namespace controls {
 
 void ItemList::setItemData(int index, int data)
 {
-    if (index < 0 || index >= ListCount()) throw base::VbError(381, QStringLiteral("プロパティ配列のインデックスが不正です。"));
+    if (index < 0 || index >= ListCount())
+        throw base::VbError(381, QStringLiteral("プロパティ配列のインデックスが不正です。"));
     items_[static_cast<size_t>(index)].data = data;
 }
 
@@ -18,11 +19,15 @@ void ItemList::AddItem(const QString& text, int data)
 
 void ItemList::RemoveItem(int index)
 {
-    if (index < 0 || index >= ListCount()) throw base::VbError(5, QStringLiteral("プロシージャの呼び出し、または引数が不正です。"));
+    if (index < 0 || index >= ListCount())
+        throw base::VbError(5, QStringLiteral("プロシージャの呼び出し、または引数が不正です。"));
     items_.erase(items_.begin() + index);
-    if (listIndex_ >= ListCount()) listIndex_ = -1;
-    else if (listIndex_ > index) --listIndex_;
-    else if (listIndex_ == index) listIndex_ = -1;
+    if (listIndex_ >= ListCount())
+        listIndex_ = -1;
+    else if (listIndex_ > index)
+        --listIndex_;
+    else if (listIndex_ == index)
+        listIndex_ = -1;
     notify({Change::Items});
 }
 

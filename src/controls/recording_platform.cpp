@@ -65,9 +65,6 @@ void RecordingPlatform::showModeless(Screen& screen)
     if (!screen.isUnloaded()) screen.activate();
 }
 
-void RecordingPlatform::endProcess(int exitCode)
-{
-    throw ProcessEnd{exitCode};
-}
+void RecordingPlatform::endProcess(int exitCode) { throw ProcessEnd{exitCode}; }
 
 }  // namespace controls

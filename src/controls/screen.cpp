@@ -54,9 +54,12 @@ bool Screen::pressKey(const QString& key)
         shift = Key::ShiftMask;
         k = k.mid(6);
     }
-    if (k == QLatin1String("Enter")) keyCode = Key::Return;
-    else if (k == QLatin1String("Tab")) keyCode = Key::Tab;
-    else if (k == QLatin1String("Escape")) keyCode = Key::Escape;
+    if (k == QLatin1String("Enter"))
+        keyCode = Key::Return;
+    else if (k == QLatin1String("Tab"))
+        keyCode = Key::Tab;
+    else if (k == QLatin1String("Escape"))
+        keyCode = Key::Escape;
     else if (k.size() >= 2 && k[0] == u'F') {
         bool ok = false;
         const int n = k.mid(1).toInt(&ok);

@@ -8,7 +8,8 @@ namespace controls {
 class Label : public Control {
 public:
     explicit Label(QString name, QString caption = {}, Kind kind = Kind::Label)
-        : Control(std::move(name), kind), caption_(std::move(caption)) {}
+            : Control(std::move(name), kind), caption_(std::move(caption))
+    {}
 
     const QString& caption() const { return caption_; }
     void setCaption(const QString& c) { set(caption_, c); }
@@ -39,7 +40,10 @@ public:
 
     const QString& picturePath() const { return path_; }
     void setPicturePath(const QString& p) { set(path_, p); }
-    void click() { if (Click) Click(); }
+    void click()
+    {
+        if (Click) Click();
+    }
     std::function<void()> Click;
 
     void describe(QStringList& out) const override;

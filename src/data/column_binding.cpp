@@ -44,8 +44,7 @@ QDate dateByRule(const QVariant& value)
     case QMetaType::ULongLong:
     case QMetaType::Double: {
         const double days = std::floor(value.toDouble());
-        if (std::abs(days) > 3000000.0)
-            throw base::VbError::overflow();
+        if (std::abs(days) > 3000000.0) throw base::VbError::overflow();
         return base::dateZero().addDays(static_cast<qint64>(days));
     }
     default:

@@ -44,8 +44,7 @@ QDate dateByRule(const QVariant& value);
 template <class Row>
 void setMember(Row& row, const Member<Row>& member, const QVariant& value, NullRule rule)
 {
-    if (rule == NullRule::Keep && base::IsNull(value))
-        return;
+    if (rule == NullRule::Keep && base::IsNull(value)) return;
     std::visit(
         [&](auto m) {
             using T = std::remove_reference_t<decltype(row.*m)>;
@@ -85,8 +84,7 @@ public:
     void fill(Row& row) const
     {
         for (const auto& [member, field] : fields_)
-            if (member)
-                setMember(row, *member, field.Value(), rule_);
+            if (member) setMember(row, *member, field.Value(), rule_);
     }
 
 private:
@@ -97,4 +95,5 @@ private:
 }  // namespace data
 
 // A binding of the member m of the row type R under its own name.
-#define SEAL_BIND(R, m) ::data::Binding<R>{QStringLiteral(#m), &R::m}
+#define SEAL_BIND(R, m)                                                                                                \
+    ::data::Binding<R> { QStringLiteral(#m), &R::m }

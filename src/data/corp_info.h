@@ -18,10 +18,10 @@ struct CorpInfo {
     QString cYobi1;     // 30, always blank
     double nLat = 0;
     double nLon = 0;
-    QString cYobi2;     // always empty
+    QString cYobi2;  // always empty
     QString cMailDestination;
     QString cMailDestinationZipNo;
-    QString cDaihyo;    // 50
+    QString cDaihyo;  // 50
     QString cJigyousyoNo2;
 };
 

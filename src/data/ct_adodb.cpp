@@ -14,10 +14,7 @@ constexpr int kConnectTimeout = 180;
 constexpr qsizetype kSqlShown = 80;
 
 // The runtime's Str(): a blank holds the place of the sign of a non-negative number.
-QString signed_(qint64 number)
-{
-    return number < 0 ? QString::number(number) : QChar(u' ') + QString::number(number);
-}
+QString signed_(qint64 number) { return number < 0 ? QString::number(number) : QChar(u' ') + QString::number(number); }
 
 }  // namespace
 
@@ -25,8 +22,7 @@ cT_ADODB::~cT_ADODB() { iDisConnect(); }
 
 ado::Connection& cT_ADODB::adoConnection()
 {
-    if (!adoConnection_)
-        adoConnection_ = std::make_unique<ado::Connection>();
+    if (!adoConnection_) adoConnection_ = std::make_unique<ado::Connection>();
     return *adoConnection_;
 }
 
@@ -51,14 +47,11 @@ QString cT_ADODB::csGetComputerName()
     constexpr int kBuffer = 16;
     const QString name = app::platform().machineName();
     // GetComputerNameA fails when the name and its terminating zero do not fit.
-    if (base::toCp932(name).size() + 1 > kBuffer)
-        return {};
+    if (base::toCp932(name).size() + 1 > kBuffer) return {};
     QString buffer = name + QChar(u'\0');
     buffer += QString(kBuffer - buffer.size(), u' ');
-    while (buffer.endsWith(u' '))
-        buffer.chop(1);
-    if (buffer.endsWith(QChar(u'\0')))
-        buffer.chop(1);
+    while (buffer.endsWith(u' ')) buffer.chop(1);
+    if (buffer.endsWith(QChar(u'\0'))) buffer.chop(1);
     return buffer;
 }
 
@@ -66,8 +59,7 @@ void cT_ADODB::vAddAdoErrorLog(QString& text)
 {
     ado::Connection& connection = adoConnection();
     ado::Errors& errors = connection.Errors();
-    if (errors.Count() < 1)
-        return;
+    if (errors.Count() < 1) return;
     QString log = sErrMsg_ + QStringLiteral("\rConnection State=") + QString::number(connection.State());
     for (const ado::Error& error : errors) {
         log += QStringLiteral("\rError Number: ") + QString::number(error.Number);
@@ -119,12 +111,10 @@ short cT_ADODB::iOpenRecSet(std::unique_ptr<ado::Recordset>& rs, const QString& 
                             qint32 nLockType, qint32 nOptions)
 {
     try {
-        if (!rs)
-            throw ado::fault::objectNotSet();
+        if (!rs) throw ado::fault::objectNotSet();
         // The SQL is built by concatenation without quoting: a read runs one SELECT.
         const QString violation = ado::readSafetyViolation(sSQL);
-        if (!violation.isEmpty())
-            throw base::VbError(ado::DB_E_ERRORSINCOMMAND, violation);
+        if (!violation.isEmpty()) throw base::VbError(ado::DB_E_ERRORSINCOMMAND, violation);
         rs->Open(sSQL, adoConnection(), nCursorType, nLockType, nOptions);
         return 0;
     } catch (const base::VbError& fault) {
@@ -138,8 +128,7 @@ short cT_ADODB::iOpenRecSet(std::unique_ptr<ado::Recordset>& rs, const QString& 
 short cT_ADODB::iCloseRecSet(std::unique_ptr<ado::Recordset>& rs)
 {
     try {
-        if (!rs)
-            throw ado::fault::objectNotSet();
+        if (!rs) throw ado::fault::objectNotSet();
         rs->Close();
         rs.reset();
         return 0;
@@ -159,8 +148,7 @@ short cT_ADODB::execSql(const QString& sSQL, qint32* nRecordsAffected)
     try {
         qint32 affected = 0;
         adoConnection().Execute(sSQL, affected, ado::adExecuteNoRecords);
-        if (nRecordsAffected)
-            *nRecordsAffected = affected;
+        if (nRecordsAffected) *nRecordsAffected = affected;
         return 0;
     } catch (const base::VbError& fault) {
         sErrMsg_ = faultForm(QStringLiteral("ERR:iExecSQL ("), fault);
@@ -214,8 +202,7 @@ short cT_ADODB::iRollback()
 short cT_ADODB::iSetTimeout(short iSec)
 {
     try {
-        if (iSec > 0)
-            adoConnection().setCommandTimeout(iSec);
+        if (iSec > 0) adoConnection().setCommandTimeout(iSec);
         return 0;
     } catch (const base::VbError& fault) {
         sErrMsg_ = faultForm(QStringLiteral("ERR:iSetTimeout ("), fault);

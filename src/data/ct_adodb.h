@@ -43,8 +43,8 @@ public:
     // Opens a recordset the caller created (setting CursorLocation to adUseClient):
     // one SELECT statement only. The callers pass 0 (adOpenForwardOnly), 1
     // (adLockReadOnly) and 1 (adCmdText).
-    short iOpenRecSet(std::unique_ptr<ado::Recordset>& rs, const QString& sSQL, qint32 nCursorType,
-                      qint32 nLockType, qint32 nOptions);
+    short iOpenRecSet(std::unique_ptr<ado::Recordset>& rs, const QString& sSQL, qint32 nCursorType, qint32 nLockType,
+                      qint32 nOptions);
     // Closes the recordset and empties the caller's reference.
     short iCloseRecSet(std::unique_ptr<ado::Recordset>& rs);
     short iExecSQL(const QString& sSQL);

@@ -4,8 +4,8 @@
 
 namespace data {
 
-using entity::addLine;
 using entity::addLike;
+using entity::addLine;
 using entity::Column;
 
 namespace {
@@ -27,8 +27,7 @@ void addOrder(QString& sql)
 
 void addAbove0(entity::Conditions& where, QString& sql, const QString& column, qint32 value)
 {
-    if (value <= 0)
-        return;
+    if (value <= 0) return;
     where.next();
     addLine(sql, QStringLiteral("     ") + column + QStringLiteral(" = ") + QString::number(value));
 }
@@ -118,14 +117,12 @@ QString cT_CAREMANE::sqlDataReadGrid_Jouken(const cD_CAREMANE& filter)
     return sql;
 }
 
-short cT_CAREMANE::iDataReadGrid(const cD_CAREMANE& filter)
-{
-    return readRows(sqlDataReadGrid(filter));
-}
+short cT_CAREMANE::iDataReadGrid(const cD_CAREMANE& filter) { return readRows(sqlDataReadGrid(filter)); }
 
 const entity::TableSpec<cD_CAREMANE>& cT_CAREMANE::tableSpec()
 {
-    static const auto s = entity::TableSpec<cD_CAREMANE>(kTable, QStringLiteral("CAREMANEが無効です。"), entity::columnNames(columns(), false));
+    static const auto s = entity::TableSpec<cD_CAREMANE>(kTable, QStringLiteral("CAREMANEが無効です。"),
+                                                         entity::columnNames(columns(), false));
     return s;
 }
 

@@ -55,11 +55,10 @@ public:
     // iDataReadGrid_Jouken (TableClass): This office's care managers by nIDNo above 0 and names containing cName and
     // cNameKana where set.
 
-    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
-    // the caller's. An absent row fails with "CAREMANEが無効です。".
-    // After a change of the care manager: the name, telephone and facility that this
-    // office's patients' RIYOUSHA_SUB rows copy from it, then those patients' time
-    // stamp, as one write.
+    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own
+    // when bTrans, else in the caller's. An absent row fails with "CAREMANEが無効です。". After a change of the care
+    // manager: the name, telephone and facility that this office's patients' RIYOUSHA_SUB rows copy from it, then those
+    // patients' time stamp, as one write.
     short iDataUpdate_ToRiyousha(const cD_CAREMANE* row, bool bTrans);
 
     static QString sqlDataReadGrid(const cD_CAREMANE& filter);

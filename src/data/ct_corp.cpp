@@ -12,8 +12,7 @@ const QString kTable = QStringLiteral("CORP");
 QString pick(int value, std::initializer_list<const char16_t*> texts, int first)
 {
     const int i = value - first;
-    if (i < 0 || i >= static_cast<int>(texts.size()))
-        return {};
+    if (i < 0 || i >= static_cast<int>(texts.size())) return {};
     return QString::fromUtf16(texts.begin()[i]);
 }
 
@@ -22,11 +21,15 @@ QString pick(int value, std::initializer_list<const char16_t*> texts, int first)
 QString cD_CORP::sType() const
 {
     switch (iType) {
-    case 0: return QStringLiteral("本社（往療基点）");
+    case 0:
+        return QStringLiteral("本社（往療基点）");
     case 1:
-    case 2: return QStringLiteral("受領代理人");
-    case 3: return QStringLiteral("団体請求");
-    default: return {};
+    case 2:
+        return QStringLiteral("受領代理人");
+    case 3:
+        return QStringLiteral("団体請求");
+    default:
+        return {};
     }
 }
 
@@ -88,15 +91,24 @@ const std::vector<Column<cD_CORP>>& cT_CORP::columns()
 const QStringList& cT_CORP::gridColumns()
 {
     static const QStringList names = {
-        QStringLiteral("cAddress1"),        QStringLiteral("cAddress2"),
-        QStringLiteral("cDaihyo"),          QStringLiteral("cFaxNo"),
-        QStringLiteral("cShamei1"),         QStringLiteral("cShamei2"),
-        QStringLiteral("cTelNo"),           QStringLiteral("cYubinNo"),
-        QStringLiteral("iType"),            QStringLiteral("nIDNo"),
-        QStringLiteral("cMailDestination"), QStringLiteral("cMailDestinationZipNo"),
-        QStringLiteral("cHokenTourokuKubetsu"), QStringLiteral("cPersonalNumberCorp"),
-        QStringLiteral("iKyotenToshiNo"),   QStringLiteral("cKokuhoTourokuNo"),
-        QStringLiteral("cEmail"),           QStringLiteral("cJigyouReceiptName"),
+        QStringLiteral("cAddress1"),
+        QStringLiteral("cAddress2"),
+        QStringLiteral("cDaihyo"),
+        QStringLiteral("cFaxNo"),
+        QStringLiteral("cShamei1"),
+        QStringLiteral("cShamei2"),
+        QStringLiteral("cTelNo"),
+        QStringLiteral("cYubinNo"),
+        QStringLiteral("iType"),
+        QStringLiteral("nIDNo"),
+        QStringLiteral("cMailDestination"),
+        QStringLiteral("cMailDestinationZipNo"),
+        QStringLiteral("cHokenTourokuKubetsu"),
+        QStringLiteral("cPersonalNumberCorp"),
+        QStringLiteral("iKyotenToshiNo"),
+        QStringLiteral("cKokuhoTourokuNo"),
+        QStringLiteral("cEmail"),
+        QStringLiteral("cJigyouReceiptName"),
     };
     return names;
 }
@@ -154,13 +166,14 @@ short cT_CORP::iDataReadGrid() { return readRows(sqlDataReadGrid(), gridColumns(
 
 const QStringList& cT_CORP::writeColumns()
 {
-    static const QStringList names = QStringLiteral(
-        "cAddress1 cAddress2 cAddressKana cDaihyo cDaihyoKana cFaxNo cKinyuName cKinyuSiten cKozaBangou "
-        "cKozaKana cKozaMeigi1 cKozaMeigi2 cShamei1 cShamei2 cShameiKana1 cShameiKana2 cTelNo cYubinNo "
-        "iKinSiten iKinSyubetsu iKozaKubun iKozaType iType nIDNo nLat nLon cPcName tUpDateTime cKinyuNo "
-        "cKinyuSitenNo cJigyousyoNo cJigyousyoNo2 cJigyouReceiptName cMailDestination cMailDestinationZipNo "
-        "cHokenTourokuKubetsu cPersonalNumberCorp iKyotenToshiNo cKokuhoTourokuNo cEmail")
-                                         .split(u' ');
+    static const QStringList names =
+        QStringLiteral(
+            "cAddress1 cAddress2 cAddressKana cDaihyo cDaihyoKana cFaxNo cKinyuName cKinyuSiten cKozaBangou "
+            "cKozaKana cKozaMeigi1 cKozaMeigi2 cShamei1 cShamei2 cShameiKana1 cShameiKana2 cTelNo cYubinNo "
+            "iKinSiten iKinSyubetsu iKozaKubun iKozaType iType nIDNo nLat nLon cPcName tUpDateTime cKinyuNo "
+            "cKinyuSitenNo cJigyousyoNo cJigyousyoNo2 cJigyouReceiptName cMailDestination cMailDestinationZipNo "
+            "cHokenTourokuKubetsu cPersonalNumberCorp iKyotenToshiNo cKokuhoTourokuNo cEmail")
+            .split(u' ');
     return names;
 }
 

@@ -83,15 +83,12 @@ QString cT_SHINSEISYO::sqlDataReadGrid_Jouken(const cD_SHINSEISYO& filter)
     return sql;
 }
 
-short cT_SHINSEISYO::iDataReadGrid(const cD_SHINSEISYO& filter)
-{
-    return readRows(sqlDataReadGrid(filter));
-}
+short cT_SHINSEISYO::iDataReadGrid(const cD_SHINSEISYO& filter) { return readRows(sqlDataReadGrid(filter)); }
 
 const entity::TableSpec<cD_SHINSEISYO>& cT_SHINSEISYO::tableSpec()
 {
     static const auto s = entity::TableSpec<cD_SHINSEISYO>(kTable, QStringLiteral("SHINSEISYOが無効です。"),
-                                                          entity::columnNames(columns(), false));
+                                                           entity::columnNames(columns(), false));
     return s;
 }
 

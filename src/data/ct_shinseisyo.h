@@ -39,8 +39,8 @@ public:
     // iDataReadChk (TableClass): As iDataRead, but every row except the filter's nIDNo: the duplicate check.
     // iDataReadGrid_Jouken (TableClass): This office's rows by nIDNo above 0 and display names containing cDispName.
 
-    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
-    // the caller's. An absent row fails with "SHINSEISYOが無効です。".
+    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own
+    // when bTrans, else in the caller's. An absent row fails with "SHINSEISYOが無効です。".
 
     static QString sqlDataReadGrid(const cD_SHINSEISYO& filter);
     static QString sqlDataRead(const cD_SHINSEISYO& filter, bool bExclude = false);

@@ -4,8 +4,8 @@
 
 namespace data {
 
-using entity::addLine;
 using entity::addLike;
+using entity::addLine;
 using entity::Column;
 
 namespace {
@@ -98,14 +98,12 @@ QString cT_SISETSU::sqlDataReadGrid_Jouken(const cD_SISETSU& filter)
     return sql;
 }
 
-short cT_SISETSU::iDataReadGrid(const cD_SISETSU& filter)
-{
-    return readRows(sqlDataReadGrid(filter));
-}
+short cT_SISETSU::iDataReadGrid(const cD_SISETSU& filter) { return readRows(sqlDataReadGrid(filter)); }
 
 const entity::TableSpec<cD_SISETSU>& cT_SISETSU::tableSpec()
 {
-    static const auto s = entity::TableSpec<cD_SISETSU>(kTable, QStringLiteral("Sisetsuが無効です。"), entity::columnNames(columns(), false))
+    static const auto s = entity::TableSpec<cD_SISETSU>(kTable, QStringLiteral("Sisetsuが無効です。"),
+                                                        entity::columnNames(columns(), false))
                               .deletesInto(QStringLiteral("SISETSU_DELETE_LOG"), &cD_SISETSU::cShamei1);
     return s;
 }
@@ -147,9 +145,11 @@ QStringList cT_SISETSU::sqlToCareMane(const cD_SISETSU& row)
     using entity::quoted;
     QString caremane;
     addLine(caremane, QStringLiteral(" UPDATE CAREMANE"));
-    addSets(caremane, {QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo), QStringLiteral("cAdress1 = ") + quoted(row.cAddress1),
-                       QStringLiteral("cAdress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
-                       QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo), QStringLiteral("tUpdateTime = getdate()")});
+    addSets(caremane,
+            {QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo),
+             QStringLiteral("cAdress1 = ") + quoted(row.cAddress1),
+             QStringLiteral("cAdress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
+             QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo), QStringLiteral("tUpdateTime = getdate()")});
     addLine(caremane, QStringLiteral(" WHERE iSisetsuCode = ") + facilityCode(row));
     addLine(caremane, QStringLiteral(" AND iKyotenCd = ") + entity::siteKeyCd());
     addLine(caremane, QStringLiteral(" AND iKyotenEb = ") + entity::siteKeyEb());
@@ -174,10 +174,12 @@ QStringList cT_SISETSU::sqlToSoudan(const cD_SISETSU& row)
     using entity::quoted;
     QString soudan;
     addLine(soudan, QStringLiteral(" UPDATE SOUDAN"));
-    addSets(soudan, {QStringLiteral("cKikan = ") + quoted(row.cShamei1), QStringLiteral("cKikankana = ") + quoted(row.cShameiKana1),
-                     QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo), QStringLiteral("cAdress1 = ") + quoted(row.cAddress1),
-                     QStringLiteral("cAdress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
-                     QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo)});
+    addSets(
+        soudan,
+        {QStringLiteral("cKikan = ") + quoted(row.cShamei1), QStringLiteral("cKikankana = ") + quoted(row.cShameiKana1),
+         QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo), QStringLiteral("cAdress1 = ") + quoted(row.cAddress1),
+         QStringLiteral("cAdress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
+         QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo)});
     addLine(soudan, QStringLiteral(" WHERE iSisetsuCode = ") + facilityCode(row));
     QString stamp;
     addLine(stamp, QStringLiteral(" UPDATE SOUDAN"));
@@ -191,10 +193,12 @@ QStringList cT_SISETSU::sqlToRiyousha_Iryou(const cD_SISETSU& row)
     using entity::quoted;
     QString doctor;
     addLine(doctor, QStringLiteral(" UPDATE DOCTOR"));
-    addSets(doctor, {QStringLiteral("cKikan = ") + quoted(row.cShamei1), QStringLiteral("cKikanKana = ") + quoted(row.cShameiKana1),
-                     QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo), QStringLiteral("cAddress1 = ") + quoted(row.cAddress1),
-                     QStringLiteral("cAddress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
-                     QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo), QStringLiteral("tUpdateTime = getdate()")});
+    addSets(
+        doctor,
+        {QStringLiteral("cKikan = ") + quoted(row.cShamei1), QStringLiteral("cKikanKana = ") + quoted(row.cShameiKana1),
+         QStringLiteral("cYubinNo = ") + quoted(row.cYubinNo), QStringLiteral("cAddress1 = ") + quoted(row.cAddress1),
+         QStringLiteral("cAddress2 = ") + quoted(row.cAddress2), QStringLiteral("cTelNo = ") + quoted(row.cTelNo),
+         QStringLiteral("cFaxNo = ") + quoted(row.cFaxNo), QStringLiteral("tUpdateTime = getdate()")});
     addLine(doctor, QStringLiteral(" WHERE iSisetsuCode = ") + facilityCode(row));
 
     const auto doctors = [&](const QString& column) {
@@ -207,22 +211,31 @@ QStringList cT_SISETSU::sqlToRiyousha_Iryou(const cD_SISETSU& row)
         return in;
     };
     const QString address = joinedAddress(row);
-    const QString first = entity::sqlUpdatePatients(
-        {QStringLiteral("cDouiIsiKikan1 = ") + quoted(row.cShamei1), QStringLiteral("cDouiIsiAdd1 = ") + quoted(address),
-         QStringLiteral("tUpdateTime = getdate()")},
-        doctors(QStringLiteral("iIsiCd")));
-    const QString second = entity::sqlUpdatePatients(
-        {QStringLiteral("cDouiIsiKikan2 = ") + quoted(row.cShamei1), QStringLiteral("cDouiIsiAdd2 = ") + quoted(address),
-         QStringLiteral("tUpdateTime = getdate()")},
-        doctors(QStringLiteral("iIsiCd2")));
+    const QString first = entity::sqlUpdatePatients({QStringLiteral("cDouiIsiKikan1 = ") + quoted(row.cShamei1),
+                                                     QStringLiteral("cDouiIsiAdd1 = ") + quoted(address),
+                                                     QStringLiteral("tUpdateTime = getdate()")},
+                                                    doctors(QStringLiteral("iIsiCd")));
+    const QString second = entity::sqlUpdatePatients({QStringLiteral("cDouiIsiKikan2 = ") + quoted(row.cShamei1),
+                                                      QStringLiteral("cDouiIsiAdd2 = ") + quoted(address),
+                                                      QStringLiteral("tUpdateTime = getdate()")},
+                                                     doctors(QStringLiteral("iIsiCd2")));
     return {doctor, first, second};
 }
 
-short cT_SISETSU::iDataUpdate_ToRiyousha(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, kAbsentInCascade, &sqlToRiyousha); }
+short cT_SISETSU::iDataUpdate_ToRiyousha(const cD_SISETSU* row, bool bTrans)
+{
+    return cascade(row, bTrans, kAbsentInCascade, &sqlToRiyousha);
+}
 
-short cT_SISETSU::iDataUpdate_ToCareMane(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, kAbsentInCascade, &sqlToCareMane); }
+short cT_SISETSU::iDataUpdate_ToCareMane(const cD_SISETSU* row, bool bTrans)
+{
+    return cascade(row, bTrans, kAbsentInCascade, &sqlToCareMane);
+}
 
-short cT_SISETSU::iDataUpdate_ToSoudan(const cD_SISETSU* row, bool bTrans) { return cascade(row, bTrans, kAbsentInCascade, &sqlToSoudan); }
+short cT_SISETSU::iDataUpdate_ToSoudan(const cD_SISETSU* row, bool bTrans)
+{
+    return cascade(row, bTrans, kAbsentInCascade, &sqlToSoudan);
+}
 
 short cT_SISETSU::iDataUpdate_ToRiyousha_Iryou(const cD_SISETSU* row, bool bTrans)
 {

@@ -50,11 +50,10 @@ public:
     // iDataReadGrid_Jouken (TableClass): This office's rows by nIDNo above 0 and names containing cShamei1 and
     // cShameiKana1.
 
-    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
-    // the caller's. An absent row fails with "Sisetsuが無効です。". A delete also logs
-    // the row in SISETSU_DELETE_LOG, with the login id of "loginuser.cid", in the same
-    // transaction. With the suite's map switch on, an insert or update also keeps the
-    // row's map entry.
+    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own
+    // when bTrans, else in the caller's. An absent row fails with "Sisetsuが無効です。". A delete also logs the row in
+    // SISETSU_DELETE_LOG, with the login id of "loginuser.cid", in the same transaction. With the suite's map switch
+    // on, an insert or update also keeps the row's map entry.
 
     // After a change of the facility, the copies of its data elsewhere, each as one
     // write; an absent row fails with "SISETUが無効です。".

@@ -4,8 +4,8 @@
 
 namespace data {
 
-using entity::addLine;
 using entity::addLike;
+using entity::addLine;
 using entity::Column;
 
 namespace {
@@ -86,8 +86,7 @@ const QStringList& cT_STAFF::shortColumns()
     static const QStringList names = [] {
         QStringList n;
         for (const Column<cD_STAFF>& c : columns()) {
-            if (c.name == u"cEmail")
-                break;
+            if (c.name == u"cEmail") break;
             n << c.name;
         }
         return n;
@@ -102,10 +101,8 @@ const QStringList& cT_STAFF::longColumns()
         bool on = false;
         for (const Column<cD_STAFF>& c : columns()) {
             on = on || c.name == u"cEmail";
-            if (c.name == u"iKyotenCd")
-                break;
-            if (on)
-                n << c.name;
+            if (c.name == u"iKyotenCd") break;
+            if (on) n << c.name;
         }
         return n;
     }();
@@ -149,8 +146,7 @@ QString cT_STAFF::sqlDataRead(const cD_STAFF& filter, bool bExclude)
     entity::addIDNoFilter(where, sql, filter.nIDNo, bExclude);
     where.next();
     entity::addSiteKey(sql);
-    if (!filter.cName.isEmpty())
-        addLine(sql, QStringLiteral(" AND cName = '") + filter.cName + QStringLiteral("'"));
+    if (!filter.cName.isEmpty()) addLine(sql, QStringLiteral(" AND cName = '") + filter.cName + QStringLiteral("'"));
     entity::addOrderByIDNo(sql);
     return sql;
 }
@@ -232,10 +228,7 @@ short cT_STAFF::iChkStaffName(const cD_STAFF& row, qint32& nCnt)
     return table_.readNumber(sqlChkStaffName(row), nCnt);
 }
 
-short cT_STAFF::iDataIdentChk(const cD_STAFF& filter)
-{
-    return readRows(sqlDataIdentChk(filter), fullNames());
-}
+short cT_STAFF::iDataIdentChk(const cD_STAFF& filter) { return readRows(sqlDataIdentChk(filter), fullNames()); }
 
 short cT_STAFF::iDataReadGrid_AllKyoten(const cD_STAFF& filter)
 {
@@ -246,9 +239,10 @@ short cT_STAFF::iDataReadGrid_AllKyoten(const cD_STAFF& filter)
 
 const entity::TableSpec<cD_STAFF>& cT_STAFF::tableSpec()
 {
-    static const auto s = entity::TableSpec<cD_STAFF>(kTable, QStringLiteral("STAFFが無効です。"), entity::columnNames(columns(), false))
-                              .deletesInto(QStringLiteral("STAFF_DELETE_LOG"), &cD_STAFF::cName)
-                              .reading(fullNames(), fullNames());
+    static const auto s =
+        entity::TableSpec<cD_STAFF>(kTable, QStringLiteral("STAFFが無効です。"), entity::columnNames(columns(), false))
+            .deletesInto(QStringLiteral("STAFF_DELETE_LOG"), &cD_STAFF::cName)
+            .reading(fullNames(), fullNames());
     return s;
 }
 

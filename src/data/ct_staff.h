@@ -95,11 +95,10 @@ public:
     // and nIDNo.
     short iDataReadGrid_AllKyoten(const cD_STAFF& filter);
 
-    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own when bTrans, else in
-    // the caller's. An absent row fails with "STAFFが無効です。". A delete also logs
-    // the row in STAFF_DELETE_LOG, with the login id of "loginuser.cid", in the same
-    // transaction. With the suite's map switch on, an insert or update also keeps the
-    // row's map entry.
+    // iDataInsert, iDataUpdate and iData削除 (TableClass) write one row of this office: in a transaction of its own
+    // when bTrans, else in the caller's. An absent row fails with "STAFFが無効です。". A delete also logs the row in
+    // STAFF_DELETE_LOG, with the login id of "loginuser.cid", in the same transaction. With the suite's map switch on,
+    // an insert or update also keeps the row's map entry.
 
     bool bLongForm() const { return bLongForm_; }
 

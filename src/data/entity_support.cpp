@@ -40,18 +40,17 @@ void addOrderByIDNo(QString& sql)
 
 void addLike(Conditions& where, QString& sql, const QString& column, const QString& text)
 {
-    if (text.isEmpty())
-        return;
+    if (text.isEmpty()) return;
     where.next();
     addLine(sql, QStringLiteral("     ") + column + QStringLiteral(" LIKE '%") + text + QStringLiteral("%'"));
 }
 
 void addIDNoFilter(Conditions& where, QString& sql, qint32 nIDNo, bool bExclude)
 {
-    if (nIDNo <= -1)
-        return;
+    if (nIDNo <= -1) return;
     where.next();
-    addLine(sql, (bExclude ? QStringLiteral("    nIDNo <> ") : QStringLiteral("    nIDNo = ")) + QString::number(nIDNo));
+    addLine(sql,
+            (bExclude ? QStringLiteral("    nIDNo <> ") : QStringLiteral("    nIDNo = ")) + QString::number(nIDNo));
 }
 
 QString sqlGetMaxIDNo(const QString& table)
@@ -65,33 +64,25 @@ QString sqlGetMaxIDNo(const QString& table)
     return sql;
 }
 
-QString csNull2Trim(const QVariant& value)
-{
-    return base::IsNull(value) ? QString() : base::Trim(base::CStr(value));
-}
+QString csNull2Trim(const QVariant& value) { return base::IsNull(value) ? QString() : base::Trim(base::CStr(value)); }
 
 qint32 nNull2Lng(const QVariant& value) { return base::nNull2Long(value); }
 
 short iNull2Int(const QVariant& value)
 {
-    if (base::IsNull(value))
-        return 0;
+    if (base::IsNull(value)) return 0;
     const qint32 n = base::nNull2Long(value);
-    if (n < -32768 || n > 32767)
-        throw base::VbError::overflow();
+    if (n < -32768 || n > 32767) throw base::VbError::overflow();
     return static_cast<short>(n);
 }
 
 double cuNull2Cur(const QVariant& value)
 {
-    if (base::IsNull(value))
-        return 0.0;
-    if (value.typeId() == QMetaType::QString)
-        return base::CDbl(value.toString());
+    if (base::IsNull(value)) return 0.0;
+    if (value.typeId() == QMetaType::QString) return base::CDbl(value.toString());
     bool ok = false;
     const double d = value.toDouble(&ok);
-    if (!ok)
-        throw base::VbError::typeMismatch();
+    if (!ok) throw base::VbError::typeMismatch();
     return d;
 }
 
@@ -105,8 +96,7 @@ short iGetComputerName(QString& csName)
     constexpr qsizetype kBuffer = 250;
     const QString name = app::platform().machineName();
     // The call fails when the name and its terminating zero do not fit the buffer.
-    if (base::toCp932(name).size() + 1 > kBuffer)
-        return -1;
+    if (base::toCp932(name).size() + 1 > kBuffer) return -1;
     const qsizetype nul = name.indexOf(QChar(u'\0'));
     csName = nul < 0 ? name : name.left(nul);
     return 0;
@@ -151,11 +141,9 @@ QString csGetLoginId()
 {
     const QString prefix = QStringLiteral("[LoginId]=");
     const base::TextFileRead file = base::readTextFile(app::gsAppPath + QStringLiteral("\\loginuser.cid"));
-    if (!file.ok)
-        return {};
+    if (!file.ok) return {};
     for (const QString& line : file.lines)
-        if (line.startsWith(prefix))
-            return line.mid(prefix.size());
+        if (line.startsWith(prefix)) return line.mid(prefix.size());
     return {};
 }
 

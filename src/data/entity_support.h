@@ -95,25 +95,26 @@ struct Column {
     using Member = data::Member<Row>;
 
     Column(QString name_, Member member_, WriteAs writeAs_ = WriteAs::Value, QString source_ = {})
-        : name(std::move(name_)), member(member_), writeAs(writeAs_), source(std::move(source_))
-    {
-    }
+            : name(std::move(name_)), member(member_), writeAs(writeAs_), source(std::move(source_))
+    {}
 
-    QString name;      // the field of the result, and the table's column
-    Member member;     // the row property it fills
+    QString name;   // the field of the result, and the table's column
+    Member member;  // the row property it fills
     WriteAs writeAs = WriteAs::Value;
-    QString source;    // select expression when not "<TABLE>.<name>" (joins)
+    QString source;  // select expression when not "<TABLE>.<name>" (joins)
 };
 
 // A column named as the row's member m, in a list where R is the row type.
-#define SEAL_COLUMN(m, ...) {QStringLiteral(#m), &R::m __VA_OPT__(, ) __VA_ARGS__}
+#define SEAL_COLUMN(m, ...)                                                                                            \
+    {                                                                                                                  \
+        QStringLiteral(#m), &R::m __VA_OPT__(, ) __VA_ARGS__                                                           \
+    }
 
 template <class Row>
 const Column<Row>* findColumn(const std::vector<Column<Row>>& columns, const QString& name)
 {
     for (const Column<Row>& c : columns)
-        if (c.name.compare(name, Qt::CaseInsensitive) == 0)
-            return &c;
+        if (c.name.compare(name, Qt::CaseInsensitive) == 0) return &c;
     return nullptr;
 }
 
@@ -127,8 +128,7 @@ void addSelectList(QString& sql, const QString& table, const std::vector<Column<
         const Column<Row>* c = findColumn(columns, names[i]);
         const QString source = c && !c->source.isEmpty() ? c->source : table + u'.' + names[i];
         QString piece = QStringLiteral("      ") + source + QStringLiteral(" as ") + names[i];
-        if (i + 1 < names.size())
-            piece += u',';
+        if (i + 1 < names.size()) piece += u',';
         addLine(sql, piece);
     }
 }
@@ -159,8 +159,7 @@ public:
     // The row at index (from 0); a fault (9) outside the rows read.
     Row& at(qint32 index)
     {
-        if (index < 0 || index >= count_)
-            throw base::VbError::subscriptOutOfRange();
+        if (index < 0 || index >= count_) throw base::VbError::subscriptOutOfRange();
         return rows_[static_cast<size_t>(index)];
     }
 
@@ -170,8 +169,7 @@ public:
     short read(const QString& sql, const std::vector<Column<Row>>& columns, const QStringList& names)
     {
         std::unique_ptr<ado::Recordset> rs;
-        if (!open(rs, sql))
-            return -1;
+        if (!open(rs, sql)) return -1;
         try {
             RecordBinder<Row> fields(NullRule::EmptyTrimmed);
             for (const QString& name : names) {
@@ -199,8 +197,7 @@ public:
     short readNumber(const QString& sql, qint32& value)
     {
         std::unique_ptr<ado::Recordset> rs;
-        if (!open(rs, sql))
-            return -1;
+        if (!open(rs, sql)) return -1;
         try {
             value = rs->Eof() ? 0 : nNull2Lng(rs->Fields(0).Value());
         } catch (const base::VbError& fault) {
@@ -239,8 +236,7 @@ public:
         }
         for (const Step& step : steps) {
             if (step() != 0) {
-                if (bTrans)
-                    db_->iRollback();
+                if (bTrans) db_->iRollback();
                 return -1;
             }
         }
@@ -285,8 +281,7 @@ QStringList columnNames(const std::vector<Column<Row>>& columns, bool withJoined
     QStringList names;
     names.reserve(static_cast<qsizetype>(columns.size()));
     for (const Column<Row>& c : columns)
-        if (withJoined || c.writeAs != WriteAs::Never)
-            names << c.name;
+        if (withJoined || c.writeAs != WriteAs::Never) names << c.name;
     return names;
 }
 
@@ -321,8 +316,7 @@ QString valueText(const Row& row, const Column<Row>& column, const QString& csMa
             using T = std::remove_cvref_t<decltype(row.*member)>;
             const T& v = row.*member;
             if constexpr (std::is_same_v<T, QString>) {
-                if (column.writeAs == WriteAs::DateText && v.isEmpty())
-                    return QStringLiteral("NULL");
+                if (column.writeAs == WriteAs::DateText && v.isEmpty()) return QStringLiteral("NULL");
                 return quoted(v);
             } else if constexpr (std::is_same_v<T, double>) {
                 return numberText(v);
@@ -406,8 +400,7 @@ short writeRow(RowTable<Row>& table, WriteKind kind, const Row* row, bool bTrans
     }
     std::vector<Step> steps{table.statement(build(*row, csMachine))};
     if (after)
-        for (Step& step : after(*row))
-            steps.push_back(std::move(step));
+        for (Step& step : after(*row)) steps.push_back(std::move(step));
     return table.run(bTrans, steps);
 }
 
@@ -415,8 +408,7 @@ short writeRow(RowTable<Row>& table, WriteKind kind, const Row* row, bool bTrans
 template <class Row>
 std::vector<Step> mapEntrySteps(RowTable<Row>& table, qint32 nIDNo, double nLat, double nLon)
 {
-    if (!bChizuOn())
-        return {};
+    if (!bChizuOn()) return {};
     return {[&table, nIDNo, nLat, nLon] {
         QString text;
         if (iChizuLoad(nIDNo, nLat, nLon, text) != 0) {
@@ -477,9 +469,8 @@ short deleteRow(RowTable<Row>& table, const Row* row, bool bTrans, const QString
 template <class Row>
 struct TableSpec {
     TableSpec(QString table_, QString absentText_, QStringList writeColumns_)
-        : table(std::move(table_)), absentText(std::move(absentText_)), writeColumns(std::move(writeColumns_))
-    {
-    }
+            : table(std::move(table_)), absentText(std::move(absentText_)), writeColumns(std::move(writeColumns_))
+    {}
     // A delete also writes the row's number and name into log.
     TableSpec& deletesInto(QString log, QString Row::*name)
     {
@@ -495,13 +486,13 @@ struct TableSpec {
         return *this;
     }
 
-    QString table;                     // the table as the statements write it
-    QString absentText;                // the failure of a write given no row
-    QStringList writeColumns;          // the columns an insert and an update write, in order
-    QString deleteLog;                 // the log a delete also writes the row into, if any
-    QString Row::*logName = nullptr;   // the row's name in that log
-    QStringList readColumns;           // empty: every column
-    QStringList searchColumns;         // empty: every column
+    QString table;                    // the table as the statements write it
+    QString absentText;               // the failure of a write given no row
+    QStringList writeColumns;         // the columns an insert and an update write, in order
+    QString deleteLog;                // the log a delete also writes the row into, if any
+    QString Row::*logName = nullptr;  // the row's name in that log
+    QStringList readColumns;          // empty: every column
+    QStringList searchColumns;        // empty: every column
 };
 
 // The members every master table class shows alike, over the array it reads into.
@@ -523,7 +514,10 @@ public:
 
     // The rows of Table::sqlDataRead, of Table::sqlDataRead excluding the filter's own
     // row (the duplicate check), and of Table::sqlDataReadGrid_Jouken.
-    short iDataRead(const Row& filter) { return readRows(Table::sqlDataRead(filter), orAll(Table::tableSpec().readColumns)); }
+    short iDataRead(const Row& filter)
+    {
+        return readRows(Table::sqlDataRead(filter), orAll(Table::tableSpec().readColumns));
+    }
     short iDataReadChk(const Row& filter)
     {
         return readRows(Table::sqlDataRead(filter, true), orAll(Table::tableSpec().readColumns));
@@ -550,7 +544,8 @@ public:
     }
     static QString sqlDataUpdate(const Row& row, const QString& csMachine)
     {
-        return sqlUpdate(Table::tableSpec().table, Table::columns(), Table::tableSpec().writeColumns, row, row.nIDNo, csMachine);
+        return sqlUpdate(Table::tableSpec().table, Table::columns(), Table::tableSpec().writeColumns, row, row.nIDNo,
+                         csMachine);
     }
     static QString sqlData削除(const Row& row) { return sqlDelete(Table::tableSpec().table, row.nIDNo); }
 
@@ -593,8 +588,7 @@ protected:
             return -1;
         }
         std::vector<Step> steps;
-        for (const QString& sql : statements(*row))
-            steps.push_back(table_.statement(sql));
+        for (const QString& sql : statements(*row)) steps.push_back(table_.statement(sql));
         return table_.run(bTrans, steps);
     }
 
@@ -606,7 +600,10 @@ private:
     short write(WriteKind kind, const Row* row, bool bTrans, QString (*build)(const Row&, const QString&))
     {
         const QString& absent = Table::tableSpec().absentText;
-        if constexpr (requires(const Row& r) { r.nLat; r.nLon; })
+        if constexpr (requires(const Row& r) {
+                          r.nLat;
+                          r.nLon;
+                      })
             return writeMappedRow(table_, kind, row, bTrans, absent, build);
         else
             return writeRow<Row>(table_, kind, row, bTrans, absent, build);

@@ -3,9 +3,9 @@
 #include "app/messages.h"
 #include "base/conversions.h"
 #include "base/vb_error.h"
-#include "data/adodb_ini.h"
 #include "data/ado/ado_constants.h"
 #include "data/ado/recordset.h"
+#include "data/adodb_ini.h"
 #include "data/ct_adodb.h"
 
 #include <functional>
@@ -24,24 +24,12 @@ struct TankaCode {
 };
 
 constexpr TankaCode kTankaCodes[] = {
-    {1, 1, Tanka::マッサージ},
-    {1, 2, Tanka::変形徒手},
-    {1, 3, Tanka::温按法},
-    {1, 4, Tanka::電気光線},
-    {1, 11, Tanka::鍼灸1術},
-    {1, 12, Tanka::鍼灸2術},
-    {1, 13, Tanka::鍼灸1術初回},
-    {1, 14, Tanka::鍼灸2術初回},
-    {1, 15, Tanka::電気鍼温灸器},
-    {1, 16, Tanka::鍼灸1術初検料},
-    {1, 17, Tanka::鍼灸2術初検料},
-    {1, 18, Tanka::施術報告書交付料},
-    {2, 1, Tanka::基本往療費},
-    {2, 2, Tanka::加算往療費},
-    {9, 1, Tanka::定額料金1割},
-    {9, 2, Tanka::定額料金2割},
-    {9, 3, Tanka::定額料金3割},
-    {9, 11, Tanka::実費施術費},
+    {1, 1, Tanka::マッサージ},     {1, 2, Tanka::変形徒手},       {1, 3, Tanka::温按法},
+    {1, 4, Tanka::電気光線},       {1, 11, Tanka::鍼灸1術},       {1, 12, Tanka::鍼灸2術},
+    {1, 13, Tanka::鍼灸1術初回},   {1, 14, Tanka::鍼灸2術初回},   {1, 15, Tanka::電気鍼温灸器},
+    {1, 16, Tanka::鍼灸1術初検料}, {1, 17, Tanka::鍼灸2術初検料}, {1, 18, Tanka::施術報告書交付料},
+    {2, 1, Tanka::基本往療費},     {2, 2, Tanka::加算往療費},     {9, 1, Tanka::定額料金1割},
+    {9, 2, Tanka::定額料金2割},    {9, 3, Tanka::定額料金3割},    {9, 11, Tanka::実費施術費},
     {9, 12, Tanka::実費交通費},
 };
 
@@ -102,8 +90,7 @@ bool readRows(const QString& routine, const QString& sql, const std::function<vo
 std::optional<Tanka> tankaOf(qint32 iTankaKbn, qint32 nTankaCode)
 {
     for (const TankaCode& c : kTankaCodes)
-        if (c.kbn == iTankaKbn && c.code == nTankaCode)
-            return c.tanka;
+        if (c.kbn == iTankaKbn && c.code == nTankaCode) return c.tanka;
     return std::nullopt;
 }
 
@@ -139,13 +126,11 @@ short cls単価::iGetTanka(const QString& sYM)
             // fault of the row, not a pair to pass over.
             const qint32 nKbn = sKbn.isEmpty() ? 0 : base::CLng(sKbn);
             const qint32 nCode = sCode.isEmpty() ? 0 : base::CLng(sCode);
-            if (const auto t = tankaOf(nKbn, nCode))
-                read[static_cast<size_t>(*t)] = base::nNull2Long(tanka.Value());
+            if (const auto t = tankaOf(nKbn, nCode)) read[static_cast<size_t>(*t)] = base::nNull2Long(tanka.Value());
             rs.MoveNext();
         }
     });
-    if (!ok)
-        return -1;
+    if (!ok) return -1;
     if (empty) {
         app::msgBox(QStringLiteral("単価データがありません。"), controls::BoxStyle::Warning);
         return -1;
@@ -158,22 +143,23 @@ short cls往療費::iGetOuryohiAll(const QString& sYM)
 {
     std::vector<qint32> amounts;
     std::vector<qint32> limits;
-    const bool ok = readRows(QStringLiteral("iGetOuryohiAll"), sqlOuryohi(sYM), [&](ado::Recordset& rs, QString& fault) {
-        fault = bandAndCode(QStringLiteral("往療単価の取得に失敗しました。"), QStringLiteral("1"), QString());
-        const ado::Field amount = rs.Fields(QStringLiteral("nKingakuOuryou"));
-        const ado::Field maxLen = rs.Fields(QStringLiteral("nMaxLen"));
-        while (!rs.Eof()) {
-            const QString band = QString::number(amounts.size() + 1);
-            fault = bandAndCode(QStringLiteral("往療単価の取得に失敗しました。"), band, base::csNull2Str(maxLen.Value()));
-            const qint32 nAmount = base::nNull2Long(amount.Value());
-            const qint32 nMax = base::nNull2Long(maxLen.Value());
-            amounts.push_back(nAmount);
-            limits.push_back(nMax);
-            rs.MoveNext();
-        }
-    });
-    if (!ok)
-        return -1;
+    const bool ok =
+        readRows(QStringLiteral("iGetOuryohiAll"), sqlOuryohi(sYM), [&](ado::Recordset& rs, QString& fault) {
+            fault = bandAndCode(QStringLiteral("往療単価の取得に失敗しました。"), QStringLiteral("1"), QString());
+            const ado::Field amount = rs.Fields(QStringLiteral("nKingakuOuryou"));
+            const ado::Field maxLen = rs.Fields(QStringLiteral("nMaxLen"));
+            while (!rs.Eof()) {
+                const QString band = QString::number(amounts.size() + 1);
+                fault = bandAndCode(QStringLiteral("往療単価の取得に失敗しました。"), band,
+                                    base::csNull2Str(maxLen.Value()));
+                const qint32 nAmount = base::nNull2Long(amount.Value());
+                const qint32 nMax = base::nNull2Long(maxLen.Value());
+                amounts.push_back(nAmount);
+                limits.push_back(nMax);
+                rs.MoveNext();
+            }
+        });
+    if (!ok) return -1;
     n金額_ = std::move(amounts);
     n距離_ = std::move(limits);
     return 0;

@@ -67,8 +67,7 @@ short countRows(const QString& sql, const Reporter& report)
 {
     short n = 0;
     withRecordset(sql, report, [&](ado::Recordset& rs) {
-        if (!rs.Eof())
-            rs.MoveLast();
+        if (!rs.Eof()) rs.MoveLast();
         n = base::CInt(static_cast<double>(rs.RecordCount()));
     });
     return n;
@@ -82,21 +81,17 @@ short loadRows(const QString& sql, const std::vector<Binding<Rec>>& binds, std::
 {
     short result = 0;
     withRecordset(sql, report, [&](ado::Recordset& rs) {
-        if (rs.RecordCount() == 0)
-            return;
+        if (rs.RecordCount() == 0) return;
         RecordBinder<Rec> fields(NullRule::Empty);
-        for (const Binding<Rec>& b : binds)
-            fields.bind(rs, b.name, &b.member);
+        for (const Binding<Rec>& b : binds) fields.bind(rs, b.name, &b.member);
         size_t index = 0;
         while (!rs.Eof()) {
-            if (a.size() <= index)
-                a.resize(index + 1);
+            if (a.size() <= index) a.resize(index + 1);
             fields.fill(a[index]);
             rs.MoveNext();
             ++index;
         }
-        if (a.size() < index + 1)
-            a.resize(index + 1);
+        if (a.size() < index + 1) a.resize(index + 1);
         result = -1;
     });
     return result;
@@ -108,11 +103,11 @@ const std::vector<Binding<HokenjaRec>>& hokenjaBinds()
 {
     using R = HokenjaRec;
     static const std::vector<Binding<R>> list = {
-        BIND(R, cIDno),     BIND(R, cCodeHou),    BIND(R, cCodeFuk),  BIND(R, cCodeHok),     BIND(R, cCodeKen),
-        BIND(R, iType),     BIND(R, cName),       BIND(R, cNameKana), BIND(R, cKigou),       BIND(R, iPtype),
-        BIND(R, cDaihyo),   BIND(R, cDaihyoKana), BIND(R, iFutanH),   BIND(R, iFutanK),      BIND(R, cYubinNo),
-        BIND(R, cAddress1), BIND(R, cAddress2),   BIND(R, cAddressKana), BIND(R, cTelNo),    BIND(R, cFaxNo),
-        BIND(R, cMobNo),    BIND(R, cMail1),      BIND(R, cMail2),    BIND(R, cWeb),         BIND(R, cYubinNo2),
+        BIND(R, cIDno),     BIND(R, cCodeHou),    BIND(R, cCodeFuk),     BIND(R, cCodeHok), BIND(R, cCodeKen),
+        BIND(R, iType),     BIND(R, cName),       BIND(R, cNameKana),    BIND(R, cKigou),   BIND(R, iPtype),
+        BIND(R, cDaihyo),   BIND(R, cDaihyoKana), BIND(R, iFutanH),      BIND(R, iFutanK),  BIND(R, cYubinNo),
+        BIND(R, cAddress1), BIND(R, cAddress2),   BIND(R, cAddressKana), BIND(R, cTelNo),   BIND(R, cFaxNo),
+        BIND(R, cMobNo),    BIND(R, cMail1),      BIND(R, cMail2),       BIND(R, cWeb),     BIND(R, cYubinNo2),
         BIND(R, cAddress3), BIND(R, cName2),
     };
     return list;
@@ -122,10 +117,10 @@ const std::vector<Binding<DoctorRec>>& doctorBinds()
 {
     using R = DoctorRec;
     static const std::vector<Binding<R>> list = {
-        BIND(R, cIDno),    BIND(R, cCode),      BIND(R, cName),       BIND(R, cNameKana), BIND(R, cKikan),
-        BIND(R, cKikanKana), BIND(R, cDaihyo),  BIND(R, cDaihyoKana), BIND(R, cYubinNo),  BIND(R, cAddress1),
-        BIND(R, cAddress2), BIND(R, cAddressKana), BIND(R, cTelNo),   BIND(R, cFaxNo),    BIND(R, cMobNo),
-        BIND(R, cMail1),   BIND(R, cMail2),     BIND(R, cWeb),
+        BIND(R, cIDno),      BIND(R, cCode),        BIND(R, cName),       BIND(R, cNameKana), BIND(R, cKikan),
+        BIND(R, cKikanKana), BIND(R, cDaihyo),      BIND(R, cDaihyoKana), BIND(R, cYubinNo),  BIND(R, cAddress1),
+        BIND(R, cAddress2),  BIND(R, cAddressKana), BIND(R, cTelNo),      BIND(R, cFaxNo),    BIND(R, cMobNo),
+        BIND(R, cMail1),     BIND(R, cMail2),       BIND(R, cWeb),
     };
     return list;
 }
@@ -134,11 +129,11 @@ const std::vector<Binding<SyoukaiRec>>& syoukaiBinds()
 {
     using R = SyoukaiRec;
     static const std::vector<Binding<R>> list = {
-        BIND(R, nIDNo),    BIND(R, cName),      BIND(R, cNameKana), BIND(R, cYubinNo),       BIND(R, cAddress1),
-        BIND(R, cAddress2), BIND(R, cAddressKana), BIND(R, cTelNo), BIND(R, cFaxNo),         BIND(R, cMobNo),
-        BIND(R, cJob),     BIND(R, cJigyousho), BIND(R, cJigyoushoKana), BIND(R, cBikou1),   BIND(R, cBikou2),
-        BIND(R, cBikou3),  BIND(R, cBikou4),    BIND(R, cBikou5),   BIND(R, cBikou6),        BIND(R, cBikou7),
-        BIND(R, cBikou8),  BIND(R, cBikou9),    BIND(R, cBikou10),
+        BIND(R, nIDNo),     BIND(R, cName),        BIND(R, cNameKana),      BIND(R, cYubinNo), BIND(R, cAddress1),
+        BIND(R, cAddress2), BIND(R, cAddressKana), BIND(R, cTelNo),         BIND(R, cFaxNo),   BIND(R, cMobNo),
+        BIND(R, cJob),      BIND(R, cJigyousho),   BIND(R, cJigyoushoKana), BIND(R, cBikou1),  BIND(R, cBikou2),
+        BIND(R, cBikou3),   BIND(R, cBikou4),      BIND(R, cBikou5),        BIND(R, cBikou6),  BIND(R, cBikou7),
+        BIND(R, cBikou8),   BIND(R, cBikou9),      BIND(R, cBikou10),
     };
     return list;
 }
@@ -149,10 +144,10 @@ const std::vector<Binding<SyoukaiRec>>& syoukaiBinds()
 QString usedJoin(const QString& column, const QString& alias, const QString& on)
 {
     return QStringLiteral(" Left Join ") + QStringLiteral(" ( ") + QStringLiteral("     select ") + column +
-           QStringLiteral(" from RIYOUSHA ") + QStringLiteral("     Where iKyotenCd = ") + QString::number(app::iKyotenCd) +
-           QStringLiteral("     And   iKyotenEb = ") + QString::number(app::iKyotenEb) + QStringLiteral(" group by ") +
-           column + QStringLiteral(" ") + QStringLiteral(" ) as ") + alias + QStringLiteral(" on ") + on +
-           QStringLiteral(" = cIDNo ");
+           QStringLiteral(" from RIYOUSHA ") + QStringLiteral("     Where iKyotenCd = ") +
+           QString::number(app::iKyotenCd) + QStringLiteral("     And   iKyotenEb = ") +
+           QString::number(app::iKyotenEb) + QStringLiteral(" group by ") + column + QStringLiteral(" ") +
+           QStringLiteral(" ) as ") + alias + QStringLiteral(" on ") + on + QStringLiteral(" = cIDNo ");
 }
 
 }  // namespace
@@ -173,12 +168,16 @@ QString sqlDoctorCount() { return QStringLiteral("select cIDno from ") + QString
 
 QString sqlDoctorData()
 {
-    return QStringLiteral("SELECT * FROM ") + QStringLiteral("DOCTOR") + QStringLiteral(" order by CAST(cIDno AS NUMERIC(10))");
+    return QStringLiteral("SELECT * FROM ") + QStringLiteral("DOCTOR") +
+           QStringLiteral(" order by CAST(cIDno AS NUMERIC(10))");
 }
 
 QString sqlSyoukaiCount() { return QStringLiteral("select nIDNo from ") + QStringLiteral("SYOUKAI"); }
 
-QString sqlSyoukaiData() { return QStringLiteral("select * from ") + QStringLiteral("SYOUKAI") + QStringLiteral(" order by nIDNo "); }
+QString sqlSyoukaiData()
+{
+    return QStringLiteral("select * from ") + QStringLiteral("SYOUKAI") + QStringLiteral(" order by nIDNo ");
+}
 
 short getHokenjaCount() { return countRows(sqlHokenjaCount(), kSilent); }
 
@@ -196,7 +195,10 @@ short getHokenjaUsedData(std::vector<HokenjaRec>& aHokenja)
 
 short getDoctorCount() { return countRows(sqlDoctorCount(), kSilent); }
 
-short getDoctorData(std::vector<DoctorRec>& aDoctor) { return loadRows(sqlDoctorData(), doctorBinds(), aDoctor, kSilent); }
+short getDoctorData(std::vector<DoctorRec>& aDoctor)
+{
+    return loadRows(sqlDoctorData(), doctorBinds(), aDoctor, kSilent);
+}
 
 short getSyoukaicount() { return countRows(sqlSyoukaiCount(), Reporter{QStringLiteral("getSyoukaicount")}); }
 

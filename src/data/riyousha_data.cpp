@@ -5,9 +5,9 @@
 #include "base/conversions.h"
 #include "base/dates.h"
 #include "base/vb_error.h"
-#include "data/adodb_ini.h"
 #include "data/ado/ado_constants.h"
 #include "data/ado/recordset.h"
+#include "data/adodb_ini.h"
 #include "data/column_binding.h"
 #include "data/ct_adodb.h"
 #include "data/entity_support.h"
@@ -29,6 +29,7 @@ using R = RiyoushaData;
 // The fields in the record's order.
 const std::vector<Binding<R>>& binds()
 {
+    // clang-format off
     static const std::vector<Binding<R>> list = {
         BIND(nIDNo), BIND(cName), BIND(cNameRyaku), BIND(cNameKana), BIND(iSex),
         BIND(cCityNo), BIND(cJukyuNo), BIND(cHokenKigouNo), BIND(cHokenKigouNo2), BIND(cHokenNo),
@@ -66,7 +67,8 @@ const std::vector<Binding<R>>& binds()
         BIND(tHKDenkiEday2), BIND(tDouishoSaishutokuFrom), BIND(tDouishoSaishutokuTo), BIND(iOuryouKyoka), BIND(nRoomNo),
         BIND(iRoomAnbunUmu), BIND(cHokenJSubAddress), BIND(cSyogaiFSubAddress), BIND(iJikofutanKubun), BIND(nJikofutanTanka),
         BIND(nTantou6), BIND(nTantou7), BIND(nTantou8), BIND(nTantou9), BIND(nTantou10),
-        BIND(cFMCode),    };
+        BIND(cFMCode)};
+    // clang-format on
     return list;
 }
 

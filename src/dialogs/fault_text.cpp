@@ -6,8 +6,8 @@ namespace dialogs {
 
 QString faultLines(const QString& routine, const base::VbError& fault)
 {
-    return routine + QStringLiteral("\r\n") + QString::number(fault.number()) + QStringLiteral("\r\n")
-           + fault.description();
+    return routine + QStringLiteral("\r\n") + QString::number(fault.number()) + QStringLiteral("\r\n") +
+           fault.description();
 }
 
 void showFault(const QString& routine, const base::VbError& fault) { showText(faultLines(routine, fault)); }

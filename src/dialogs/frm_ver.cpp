@@ -50,8 +50,9 @@ void frmVer::Form_KeyDown(int& keyCode, int)
     try {
         if (keyCode == controls::Key::F1 + 11) Unload();
     } catch (const base::VbError& fault) {
-        app::msgBox(QStringLiteral("フォームKeyDown()でエラー\r\n%1\r\n%2").arg(fault.number()).arg(fault.description()),
-                    controls::BoxStyle::Critical, QString());
+        app::msgBox(
+            QStringLiteral("フォームKeyDown()でエラー\r\n%1\r\n%2").arg(fault.number()).arg(fault.description()),
+            controls::BoxStyle::Critical, QString());
     }
 }
 

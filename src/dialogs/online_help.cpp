@@ -28,7 +28,8 @@ short iReadHelpAddress()
     if (ini.iInit(findFileAnyCase(app::gsAppPath + QStringLiteral("\\Velmio.Ver"))) != 0) return -1;
     const QString raw = ini.csGetProfileString(QStringLiteral("OnlineHelp"), QStringLiteral("ADDRESS"));
     const QString address = base::Trim(raw);
-    sHelpUrl = (!address.isEmpty() && address.left(4) == QLatin1String("http")) ? base::RTrim(base::csCutNull(raw)) : QString();
+    sHelpUrl = (!address.isEmpty() && address.left(4) == QLatin1String("http")) ? base::RTrim(base::csCutNull(raw))
+                                                                                : QString();
     return 0;
 }
 
@@ -51,7 +52,8 @@ void vDispOnlineHelp(short link)
     app::Handler h(app::HandlerKind::Stop, app::Report::patternB());
     h([&] {
         if (iReadHelpAddress() != 0) {
-            app::msgBox(QStringLiteral("環境ファイルの取得に失敗しました。"), controls::BoxStyle::Critical, QStringLiteral("データ参照エラー"));
+            app::msgBox(QStringLiteral("環境ファイルの取得に失敗しました。"), controls::BoxStyle::Critical,
+                        QStringLiteral("データ参照エラー"));
             h.stop();
         }
     });
@@ -59,7 +61,8 @@ void vDispOnlineHelp(short link)
     h([&] { query = csHelpQuery(link); });
     h([&] {
         if (sHelpUrl.isEmpty()) {
-            app::msgBox(QStringLiteral("オンラインヘルプは現在ご利用いただけません。"), controls::BoxStyle::Warning, QStringLiteral("機能制限中"));
+            app::msgBox(QStringLiteral("オンラインヘルプは現在ご利用いただけません。"), controls::BoxStyle::Warning,
+                        QStringLiteral("機能制限中"));
             h.stop();
         }
     });

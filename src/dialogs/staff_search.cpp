@@ -11,10 +11,10 @@
 
 namespace dialogs {
 
+using controls::Pointer;
 using controls::BoxStyle::Critical;
 using controls::BoxStyle::Information;
 using controls::BoxStyle::Warning;
-using controls::Pointer;
 
 namespace {
 
@@ -57,18 +57,18 @@ short iOpenStaffDb(data::cT_ADODB& db, QString& sErr)
 
 QString sqlStaffMast()
 {
-    return QStringLiteral("SELECT nIDNo, cName, cNameRyaku ") + QStringLiteral(" FROM STAFF ")
-           + QStringLiteral(" WHERE nIDNo >= 0 ") + QStringLiteral(" AND iKyotenCd = ") + office()
-           + QStringLiteral(" AND iKyotenEb = ") + branch() + QStringLiteral(" ORDER BY nIDNo ");
+    return QStringLiteral("SELECT nIDNo, cName, cNameRyaku ") + QStringLiteral(" FROM STAFF ") +
+           QStringLiteral(" WHERE nIDNo >= 0 ") + QStringLiteral(" AND iKyotenCd = ") + office() +
+           QStringLiteral(" AND iKyotenEb = ") + branch() + QStringLiteral(" ORDER BY nIDNo ");
 }
 
 QString sqlStaffList(const StaffFilter& f)
 {
     QString s;
-    for (const char* piece : {" select", "      *", " from", "      (", "         select", "              nIDNo",
-                              "             ,iKyotenCd", "             ,iKyotenEb", "             ,cName",
-                              "             ,cNameRyaku ", "             ,cNameKana ", "         from",
-                              "              STAFF"})
+    for (const char* piece :
+         {" select", "      *", " from", "      (", "         select", "              nIDNo", "             ,iKyotenCd",
+          "             ,iKyotenEb", "             ,cName", "             ,cNameRyaku ", "             ,cNameKana ",
+          "         from", "              STAFF"})
         s += QLatin1String(piece);
 
     bool first = true;
@@ -86,10 +86,10 @@ QString sqlStaffList(const StaffFilter& f)
 
     s += QStringLiteral("      )staff");
     if (f.nSoudanID != -1) {
-        for (const char* piece : {"      left join", "      (", "         select", "              nIDNo as SoudanID",
-                                  "             ,iStaffKyotenCd", "             ,iStaffKyotenEb ",
-                                  "             ,nStaffIDNo ", "         from", "              SOUDAN_TANTOU",
-                                  "         where"})
+        for (const char* piece :
+             {"      left join", "      (", "         select", "              nIDNo as SoudanID",
+              "             ,iStaffKyotenCd", "             ,iStaffKyotenEb ", "             ,nStaffIDNo ",
+              "         from", "              SOUDAN_TANTOU", "         where"})
             s += QLatin1String(piece);
         s += QStringLiteral("              iStaffKyotenCd = ") + office();
         s += QStringLiteral("         and  iStaffKyotenEb = ") + branch();
@@ -105,8 +105,8 @@ QString sqlStaffList(const StaffFilter& f)
 
 QString sqlChkStaff(qint32 nID)
 {
-    return QStringLiteral("SELECT cName, iChusiFlg FROM STAFF  WHERE nIDNo = ") + QString::number(nID)
-           + QStringLiteral(" AND iKyotenCd = ") + office() + QStringLiteral(" AND iKyotenEb = ") + branch();
+    return QStringLiteral("SELECT cName, iChusiFlg FROM STAFF  WHERE nIDNo = ") + QString::number(nID) +
+           QStringLiteral(" AND iKyotenCd = ") + office() + QStringLiteral(" AND iKyotenEb = ") + branch();
 }
 
 // --- frm施術者検索 -------------------------------------------------------------------
@@ -131,8 +131,8 @@ frm施術者検索::frm施術者検索(controls::Platform& platform) : Screen(QS
     spr_1ran.setColLocked(3, true);
 
     for (controls::Control* c : std::initializer_list<controls::Control*>{
-             &lbl_a4, &txt_SiboriName, &lbl_a0, &txt_SiboriKana, &lbl_a2, &in_SiboriID, &chkEndSejutsuha,
-             &chkEndKanja, &but_Read, &spr_1ran, &but_Act[0], &but_Act[1], &mnF04, &mnF05, &mnF12, &mnDispHelp})
+             &lbl_a4, &txt_SiboriName, &lbl_a0, &txt_SiboriKana, &lbl_a2, &in_SiboriID, &chkEndSejutsuha, &chkEndKanja,
+             &but_Read, &spr_1ran, &but_Act[0], &but_Act[1], &mnF04, &mnF05, &mnF12, &mnDispHelp})
         add(*c);
 
     but_Read.Click = [this] { but_Read_Click(); };
@@ -208,8 +208,11 @@ void frm施術者検索::Form_KeyDown(int& keyCode, int)
         case controls::Kind::ImNumber:
         case controls::Kind::OptionButton:
         case controls::Kind::CheckBox:
-        case controls::Kind::ComboBox: platform().sendKey(QStringLiteral("{TAB}")); break;
-        default: break;
+        case controls::Kind::ComboBox:
+            platform().sendKey(QStringLiteral("{TAB}"));
+            break;
+        default:
+            break;
         }
     });
 }
@@ -226,8 +229,10 @@ void frm施術者検索::writeFilters()
 {
     txt_SiboriName.setText(sSiboriName);
     txt_SiboriKana.setText(sSiboriKana);
-    if (nSiboriID > 0) in_SiboriID.setValue(nSiboriID);
-    else in_SiboriID.setText(QString());
+    if (nSiboriID > 0)
+        in_SiboriID.setValue(nSiboriID);
+    else
+        in_SiboriID.setText(QString());
 }
 
 void frm施術者検索::but_Read_Click()
@@ -357,8 +362,10 @@ void frm施術者検索::but_Act_Click(int index)
 {
     if (!lock.take()) return;
     LockScope release(lock);
-    if (index == 0) vWhenSeledOK();
-    else closeWithoutChoice();
+    if (index == 0)
+        vWhenSeledOK();
+    else
+        closeWithoutChoice();
 }
 
 void frm施術者検索::spr_1ran_DblClick(int, int row)

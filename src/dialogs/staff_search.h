@@ -23,9 +23,9 @@ short iOpenStaffDb(data::cT_ADODB& db, QString& sErr);
 struct StaffFilter {
     QString sSiboriName;
     QString sSiboriKana;
-    short iEndStaff = 0;   // 1: staff whose management has ended are listed too
-    qint32 nSiboriID = 0;  // 0: no number filter
-    qint32 nSoudanID = -1; // -1: no consultation
+    short iEndStaff = 0;    // 1: staff whose management has ended are listed too
+    qint32 nSiboriID = 0;   // 0: no number filter
+    qint32 nSoudanID = -1;  // -1: no consultation
 };
 
 // The statements, with this office's SiteKey.
@@ -62,7 +62,8 @@ public:
     controls::TextInput txt_SiboriName{QStringLiteral("txt_SiboriName")};
     controls::TextInput txt_SiboriKana{QStringLiteral("txt_SiboriKana")};
     controls::NumberInput in_SiboriID{QStringLiteral("in_SiboriID"), 0, 99999999};
-    controls::CheckBox chkEndSejutsuha{QStringLiteral("chkEndSejutsuha"), QStringLiteral("管理を終了した施術者も表示する")};
+    controls::CheckBox chkEndSejutsuha{QStringLiteral("chkEndSejutsuha"),
+                                       QStringLiteral("管理を終了した施術者も表示する")};
     controls::CheckBox chkEndKanja{QStringLiteral("chkEndKanja"), QStringLiteral("施術の終了した患者も表示する。")};
     controls::Button but_Read{QStringLiteral("but_Read"), QStringLiteral("抽出")};
 

@@ -15,8 +15,7 @@ Tokens readTokens(const QString& path)
     if (!file.ok) return t;
     t.ok = true;
     for (const QString& line : file.lines)
-        for (const QString& token : line.split(u','))
-            t.tokens << token;
+        for (const QString& token : line.split(u',')) t.tokens << token;
     return t;
 }
 

@@ -35,7 +35,9 @@ QList<QStringList> parseCsvRecords(const QString& text, QList<int>* startLines)
                     // Without its closing quote the value would swallow every line
                     // after it, and the labels behind it would silently go missing.
                     if (i >= n)
-                        throw EngineError(QString(), openedOn, QStringLiteral("\" で始まった値が閉じられないままファイルが終わっています。"));
+                        throw EngineError(
+                            QString(), openedOn,
+                            QStringLiteral("\" で始まった値が閉じられないままファイルが終わっています。"));
                     if (s[i] == u'"' && (i + 1 >= n || s[i + 1] == u',' || s[i + 1] == u'\r' || s[i + 1] == u'\n'))
                         break;
                     if (s[i] == u'\n' || (s[i] == u'\r' && (i + 1 >= n || s[i + 1] != u'\n'))) ++line;

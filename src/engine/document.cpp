@@ -36,9 +36,12 @@ QString fileNameOf(const QString& path)
 QSizeF scriptPaper(Paper p)
 {
     switch (p) {
-    case Paper::A5: return paperSize(QStringLiteral("A5"));
-    case Paper::B5: return paperSize(QStringLiteral("B5"));
-    case Paper::A4: break;
+    case Paper::A5:
+        return paperSize(QStringLiteral("A5"));
+    case Paper::B5:
+        return paperSize(QStringLiteral("B5"));
+    case Paper::A4:
+        break;
     }
     return paperSize(QStringLiteral("A4"));
 }
@@ -52,9 +55,10 @@ CsvTable readData(const DataBinding& b, const Form& form, const QString& scriptP
     if (!b.hasTitle) {
         // Without a title line the columns bind by position, in the form's order.
         if (form.columns.isEmpty())
-            throw EngineError(form.path, 0,
-                              QStringLiteral("タイトル行のないデータ (%1) を読むには、フォームに \"columns\" が要ります。")
-                                  .arg(b.file));
+            throw EngineError(
+                form.path, 0,
+                QStringLiteral("タイトル行のないデータ (%1) を読むには、フォームに \"columns\" が要ります。")
+                    .arg(b.file));
         t.titles = form.columns;
         for (QStringList& row : t.rows) {
             while (row.size() < t.titles.size()) row.append(QString());
@@ -87,8 +91,8 @@ QString formOf(const QString& named, const QString& appDir)
 }  // namespace
 
 Document::Document(const WfdScript& script, const QString& appDir)
-    : title_(script.title), mode_(script.mode), zoom_(script.zoom),
-      scriptOffset_(script.offsetX / 10.0, script.offsetY / 10.0)
+        : title_(script.title), mode_(script.mode), zoom_(script.zoom),
+          scriptOffset_(script.offsetX / 10.0, script.offsetY / 10.0)
 {
     if (script.joined)
         throw EngineError(script.path, 0,
@@ -145,9 +149,9 @@ Document::Document(const WfdScript& script, const QString& appDir)
         part->renderer->setTitle(title_);
         const int slots = part->renderer->slotsPerPage();
         if (script.repeatStart > slots)
-            throw EngineError(script.path, script.repeatStartLine,
-                              QStringLiteral("SectionRepeatStart は一枚の面の数 %1 までです: %2")
-                                  .arg(slots).arg(script.repeatStart));
+            throw EngineError(
+                script.path, script.repeatStartLine,
+                QStringLiteral("SectionRepeatStart は一枚の面の数 %1 までです: %2").arg(slots).arg(script.repeatStart));
         if (script.repeatStart >= 1) part->renderer->setStartItem(script.repeatStart);
         if (script.paper && part->form.paperName != u"custom") {
             const QSizeF s = scriptPaper(*script.paper);
@@ -157,9 +161,11 @@ Document::Document(const WfdScript& script, const QString& appDir)
         page += part->renderer->nPages();
     }
     if (page > limits::kPagesPerJob)
-        throw EngineError(parts_.front()->data.path, 0,
-                          QStringLiteral("ページ数 %1 が一つの印刷の上限 %2 を超えます。データを分けて印刷してください。")
-                              .arg(page).arg(limits::kPagesPerJob));
+        throw EngineError(
+            parts_.front()->data.path, 0,
+            QStringLiteral("ページ数 %1 が一つの印刷の上限 %2 を超えます。データを分けて印刷してください。")
+                .arg(page)
+                .arg(limits::kPagesPerJob));
     totalPages_ = int(page);
     for (const auto& part : parts_) part->renderer->setPageNumbering(part->firstPage, totalPages_);
     applyOffsets();

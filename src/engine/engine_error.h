@@ -11,9 +11,8 @@ namespace engine {
 class EngineError : public std::exception {
 public:
     EngineError(QString file, int line, QString message)
-        : file_(std::move(file)), line_(line), message_(std::move(message))
-    {
-    }
+            : file_(std::move(file)), line_(line), message_(std::move(message))
+    {}
 
     const QString& file() const { return file_; }
     int line() const { return line_; }  // 1-based; 0 when the fault is not on a line
@@ -22,8 +21,7 @@ public:
     // "FILE (3行目): MESSAGE", or "FILE: MESSAGE" without a line.
     QString text() const
     {
-        if (line_ > 0)
-            return QStringLiteral("%1 (%2行目): %3").arg(file_).arg(line_).arg(message_);
+        if (line_ > 0) return QStringLiteral("%1 (%2行目): %3").arg(file_).arg(line_).arg(message_);
         if (file_.isEmpty()) return message_;
         return QStringLiteral("%1: %2").arg(file_, message_);
     }

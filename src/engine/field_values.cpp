@@ -51,12 +51,18 @@ bool holds(const BoundCondition& c, const QStringList* row)
 {
     const QString v = cell(row, c.column);
     switch (c.test) {
-    case Condition::Equals: return v == c.values.value(0);
-    case Condition::NotEmpty: return !v.isEmpty();
-    case Condition::In: return c.values.contains(v);
-    case Condition::NotIn: return !c.values.contains(v);
-    case Condition::SameAs: return v == cell(row, c.other);
-    case Condition::DiffersFrom: return v != cell(row, c.other);
+    case Condition::Equals:
+        return v == c.values.value(0);
+    case Condition::NotEmpty:
+        return !v.isEmpty();
+    case Condition::In:
+        return c.values.contains(v);
+    case Condition::NotIn:
+        return !c.values.contains(v);
+    case Condition::SameAs:
+        return v == cell(row, c.other);
+    case Condition::DiffersFrom:
+        return v != cell(row, c.other);
     case Condition::Any:
         for (const BoundCondition& p : c.parts)
             if (holds(p, row)) return true;

@@ -7,9 +7,9 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QFontMetricsF>
-#include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
 
@@ -43,8 +43,8 @@ Trimmed trimmedFont(const QString& path, const QString& family)
     const QByteArray data = trimCharacterMap(file.readAll(), family).data;
     if (data.isEmpty()) return {};
     QSaveFile out(cached);
-    if (!dir.isEmpty() && QDir().mkpath(dir) && out.open(QIODevice::WriteOnly) && out.write(data) == data.size()
-        && out.commit())
+    if (!dir.isEmpty() && QDir().mkpath(dir) && out.open(QIODevice::WriteOnly) && out.write(data) == data.size() &&
+        out.commit())
         return {cached, {}};
     return {{}, data};
 }
@@ -61,19 +61,25 @@ const FontBook::Face& FontBook::load(FontFace which) const
     for (const QString& dir : base::fontFolders(QCoreApplication::applicationDirPath())) {
         const QString path = QDir(dir).filePath(QString::fromLatin1(gothic ? "ipaexg.ttf" : "ipaexm.ttf"));
         if (!QFile::exists(path)) continue;
-        const Trimmed trimmed = trimmedFont(path, QString::fromLatin1(gothic ? "Sealprint IPAex Gothic" : "Sealprint IPAex Mincho"));
+        const Trimmed trimmed =
+            trimmedFont(path, QString::fromLatin1(gothic ? "Sealprint IPAex Gothic" : "Sealprint IPAex Mincho"));
         int id = -1;
-        if (!trimmed.file.isEmpty()) id = QFontDatabase::addApplicationFont(trimmed.file);
-        else if (!trimmed.data.isEmpty()) id = QFontDatabase::addApplicationFontFromData(trimmed.data);
+        if (!trimmed.file.isEmpty())
+            id = QFontDatabase::addApplicationFont(trimmed.file);
+        else if (!trimmed.data.isEmpty())
+            id = QFontDatabase::addApplicationFontFromData(trimmed.data);
         const bool isTrimmed = id >= 0;
         if (!isTrimmed) id = QFontDatabase::addApplicationFont(path);  // the font as it is, radicals and all
         const QStringList families = QFontDatabase::applicationFontFamilies(id);
         if (id < 0 || families.isEmpty()) continue;
         face.family = families.first();
         face.file = path;
-        if (!trimmed.file.isEmpty()) face.raw = QRawFont(trimmed.file, kMeasurePixels, QFont::PreferNoHinting);
-        else if (isTrimmed) face.raw = QRawFont(trimmed.data, kMeasurePixels, QFont::PreferNoHinting);
-        else face.raw = QRawFont(path, kMeasurePixels, QFont::PreferNoHinting);
+        if (!trimmed.file.isEmpty())
+            face.raw = QRawFont(trimmed.file, kMeasurePixels, QFont::PreferNoHinting);
+        else if (isTrimmed)
+            face.raw = QRawFont(trimmed.data, kMeasurePixels, QFont::PreferNoHinting);
+        else
+            face.raw = QRawFont(path, kMeasurePixels, QFont::PreferNoHinting);
         if (isTrimmed) {
             const QHash<char16_t, char16_t> aliases = characterAliases(path);
             face.aliases.assign(0x10000, 0);
@@ -82,8 +88,8 @@ const FontBook::Face& FontBook::load(FontFace which) const
         break;
     }
     if (face.file.isEmpty())
-        qCWarning(base::lcEngine).noquote() << (gothic ? "ipaexg.ttf" : "ipaexm.ttf")
-                                            << "could not be loaded; the system stands in for" << face.family;
+        qCWarning(base::lcEngine).noquote()
+            << (gothic ? "ipaexg.ttf" : "ipaexm.ttf") << "could not be loaded; the system stands in for" << face.family;
     QFontMetricsF m(font(which, false, kMeasurePixels));
     const double em = m.ascent() + m.descent();
     if (em > 0) face.ascent = m.ascent() / em;

@@ -126,14 +126,20 @@ CharMap readCmap(const QByteArray& cmap, QByteArray* variations = nullptr)
         const quint16 format = u16(cmap, off);
         const bool unicode = platform == 0 || (platform == 3 && (encoding == 1 || encoding == 10));
         if (!unicode) continue;
-        if (format == 12) full = off;
-        else if (format == 4 && bmp < 0) bmp = off;
-        else if (format == 14 && variations) *variations = cmap.mid(off, u32(cmap, off + 2));
+        if (format == 12)
+            full = off;
+        else if (format == 4 && bmp < 0)
+            bmp = off;
+        else if (format == 14 && variations)
+            *variations = cmap.mid(off, u32(cmap, off + 2));
     }
     CharMap out;
-    if (full >= 0) readFormat12(cmap, full, out);
-    else if (bmp >= 0) readFormat4(cmap, bmp, out);
-    else throw BadFont();
+    if (full >= 0)
+        readFormat12(cmap, full, out);
+    else if (bmp >= 0)
+        readFormat4(cmap, bmp, out);
+    else
+        throw BadFont();
     return out;
 }
 
@@ -353,8 +359,8 @@ QByteArray assemble(quint32 version, std::vector<Table> tables)
 
 bool isAliasOnly(char32_t c)
 {
-    return c == 0x00AD || (c >= 0x02B0 && c <= 0x036F) || (c >= 0x2000 && c <= 0x200A) || (c >= 0x2E80 && c <= 0x2FDF)
-           || c == 0x301C;
+    return c == 0x00AD || (c >= 0x02B0 && c <= 0x036F) || (c >= 0x2000 && c <= 0x200A) ||
+           (c >= 0x2E80 && c <= 0x2FDF) || c == 0x301C;
 }
 
 namespace {
@@ -411,8 +417,10 @@ TrimmedFont trimCharacterMap(const QByteArray& font, const QString& family)
         std::vector<Table> kept;
         for (Table& t : tables) {
             if (t.tag == tag("DSIG")) continue;  // a signature of the old bytes
-            if (t.tag == tag("cmap")) t.data = newCmap;
-            else if (t.tag == tag("name")) t.data = newName;
+            if (t.tag == tag("cmap"))
+                t.data = newCmap;
+            else if (t.tag == tag("name"))
+                t.data = newName;
             kept.push_back(std::move(t));
         }
         if (!name) kept.push_back({tag("name"), newName});

@@ -55,7 +55,10 @@ public:
     {
         if (!(v >= low && v <= high))
             fail(QStringLiteral("\"%1\" は %2 から %3 までの数で書いてください: %4")
-                     .arg(QLatin1String(key)).arg(low).arg(high).arg(v));
+                     .arg(QLatin1String(key))
+                     .arg(low)
+                     .arg(high)
+                     .arg(v));
         return v;
     }
     // A whole number from 1 to max.
@@ -63,7 +66,10 @@ public:
     {
         const double v = number(key);
         if (!(v >= 1 && v <= max) || v != std::floor(v))
-            fail(QStringLiteral("\"%1\" は 1 から %2 までの整数で書いてください: %3").arg(QLatin1String(key)).arg(max).arg(v));
+            fail(QStringLiteral("\"%1\" は 1 から %2 までの整数で書いてください: %3")
+                     .arg(QLatin1String(key))
+                     .arg(max)
+                     .arg(v));
         return int(v);
     }
     QString string(const char* key, const QString& def = QString())
@@ -141,8 +147,10 @@ QList<QRectF> postalBoxes(Reader parent, const QJsonObject& o, double fieldWidth
     r.finish();
     if (gaps.size() != 6) r.fail(QStringLiteral("\"gaps\" には六つの間隔を書いてください。"));
     for (const QJsonValue& g : gaps)
-        if (!g.isDouble()) r.fail(QStringLiteral("\"gaps\" は数値で書いてください。"));
-        else r.within("gaps", g.toDouble(), -limits::kLengthMm, limits::kLengthMm);
+        if (!g.isDouble())
+            r.fail(QStringLiteral("\"gaps\" は数値で書いてください。"));
+        else
+            r.within("gaps", g.toDouble(), -limits::kLengthMm, limits::kLengthMm);
     QList<QRectF> boxes(7);
     double x = fieldWidth - right - w;
     for (int i = 6; i >= 0; --i) {
@@ -207,21 +215,25 @@ Condition parseCondition(const QJsonValue& v, const QString& where, const QStrin
     for (int i = 0; i < parts.size(); ++i)
         c.parts.append(parseCondition(parts[i], QStringLiteral("%1[%2]").arg(where).arg(i), file));
     if ((c.test == Condition::Any || c.test == Condition::All) && c.parts.isEmpty())
-        throw EngineError(file, 0, QStringLiteral("%1: \"any\" と \"all\" には条件を一つ以上並べてください。").arg(where));
+        throw EngineError(file, 0,
+                          QStringLiteral("%1: \"any\" と \"all\" には条件を一つ以上並べてください。").arg(where));
     return c;
 }
 
 Field parseField(const QJsonValue& v, const QString& where, const QString& file)
 {
-    if (!v.isObject()) throw EngineError(file, 0, QStringLiteral("%1: フィールドはオブジェクトで書いてください。").arg(where));
+    if (!v.isObject())
+        throw EngineError(file, 0, QStringLiteral("%1: フィールドはオブジェクトで書いてください。").arg(where));
     const QJsonObject o = v.toObject();
     Field f;
     f.name = o.value(QLatin1String("name")).toString();
     Reader r(o, f.name.isEmpty() ? where : QStringLiteral("%1 (%2)").arg(where, f.name), file);
     r.string("name");
     f.type = r.choice<FieldType>("type", FieldType::Text,
-                                 {{"text", FieldType::Text}, {"postal", FieldType::Postal},
-                                  {"frame", FieldType::Frame}, {"line", FieldType::Line}});
+                                 {{"text", FieldType::Text},
+                                  {"postal", FieldType::Postal},
+                                  {"frame", FieldType::Frame},
+                                  {"line", FieldType::Line}});
     f.rect = QRectF(r.length("x"), r.length("y"), r.length("width", 0.0), r.length("height", 0.0));
     if (f.type != FieldType::Line && (f.rect.width() <= 0 || f.rect.height() <= 0))
         r.fail(QStringLiteral("\"width\" と \"height\" は正の数で書いてください。"));
@@ -257,8 +269,9 @@ Field parseField(const QJsonValue& v, const QString& where, const QString& file)
     f.vertical = r.boolean("vertical", false);
     f.wrap = r.boolean("wrap", true);
     f.lineSpacing = r.within("lineSpacing", r.number("lineSpacing", 1.15), 0, limits::kLineSpacing);
-    f.numerals = r.choice<Numerals>("numerals", Numerals::AsIs,
-                                    {{"asis", Numerals::AsIs}, {"fullwidth", Numerals::FullWidth}, {"kanji", Numerals::Kanji}});
+    f.numerals =
+        r.choice<Numerals>("numerals", Numerals::AsIs,
+                           {{"asis", Numerals::AsIs}, {"fullwidth", Numerals::FullWidth}, {"kanji", Numerals::Kanji}});
     f.keepWith = r.string("keepWith");
     f.frame = r.boolean("frame", false);
     f.frameWidth = r.length("frameWidth", 0.3);
@@ -276,7 +289,8 @@ Field parseField(const QJsonValue& v, const QString& where, const QString& file)
         }
     }
     if (r.has("honorificAsWhen"))
-        f.honorificAsWhen = parseCondition(r.get("honorificAsWhen"), r.where() + QStringLiteral(".honorificAsWhen"), file);
+        f.honorificAsWhen =
+            parseCondition(r.get("honorificAsWhen"), r.where() + QStringLiteral(".honorificAsWhen"), file);
     if ((!f.honorificAs.isEmpty() || f.honorificAsWhen) && f.keepWith.isEmpty())
         r.fail(QStringLiteral("\"honorificAs\" には敬称の列 \"keepWith\" が要ります。"));
     f.minSize = r.number("minSize", 5.0);
@@ -314,7 +328,8 @@ QJsonObject parseJsonObject(const QByteArray& json, const QString& fileName)
         const int line = 1 + int(json.left(err.offset).count('\n'));
         throw EngineError(fileName, line, QStringLiteral("フォームの JSON が読めません: %1").arg(err.errorString()));
     }
-    if (!doc.isObject()) throw EngineError(fileName, 1, QStringLiteral("フォームは JSON のオブジェクトで書いてください。"));
+    if (!doc.isObject())
+        throw EngineError(fileName, 1, QStringLiteral("フォームは JSON のオブジェクトで書いてください。"));
     return doc.object();
 }
 
@@ -390,8 +405,10 @@ Form parseForm(const QByteArray& json, const QString& fileName)
         Reader p(r.object("paper"), QStringLiteral("paper"), fileName);
         form.paperName = p.string("size", QStringLiteral("A4"));
         QSizeF size = paperSize(form.paperName);
-        if (form.paperName == u"custom") size = QSizeF(p.length("width"), p.length("height"));
-        else if (size.isEmpty()) p.fail(QStringLiteral("\"size\" は A4/A5/B5/custom のどれかです: %1").arg(form.paperName));
+        if (form.paperName == u"custom")
+            size = QSizeF(p.length("width"), p.length("height"));
+        else if (size.isEmpty())
+            p.fail(QStringLiteral("\"size\" は A4/A5/B5/custom のどれかです: %1").arg(form.paperName));
         if (size.width() <= 0 || size.height() <= 0) p.fail(QStringLiteral("用紙の大きさが正しくありません。"));
         form.landscape = p.choice<bool>("orientation", false, {{"portrait", false}, {"landscape", true}});
         p.finish();
@@ -415,7 +432,9 @@ Form parseForm(const QByteArray& json, const QString& fileName)
         if (g.width <= 0 || g.height <= 0) c.fail(QStringLiteral("面の数と大きさは正の数で書いてください。"));
         if (qint64(g.columns) * g.rows > limits::kSlotsPerPage)
             c.fail(QStringLiteral("一枚の面の数 (columns × rows) は %1 までです: %2 × %3")
-                       .arg(limits::kSlotsPerPage).arg(g.columns).arg(g.rows));
+                       .arg(limits::kSlotsPerPage)
+                       .arg(g.columns)
+                       .arg(g.rows));
         form.cells = g;
     }
     if (r.has("list")) {
@@ -475,7 +494,8 @@ JoinedForm parseJoinedForm(const QByteArray& json, const QString& fileName)
         rep.form = rr.string("form");
         for (const QJsonValue& d : rr.array("data")) {
             const QJsonObject o = d.toObject();
-            rep.data.append({o.value(QLatin1String("file")).toString(), o.value(QLatin1String("hasTitle")).toBool(true)});
+            rep.data.append(
+                {o.value(QLatin1String("file")).toString(), o.value(QLatin1String("hasTitle")).toBool(true)});
         }
         rr.finish();
         j.reports.append(rep);

@@ -51,14 +51,14 @@ struct Field {
     bool wrap = true;
     double lineSpacing = 1.15;  // line pitch in font sizes
     Numerals numerals = Numerals::AsIs;
-    QString keepWith;   // a column (the honorific) whose text at the end of the value is never broken off
-    QString dropLead;   // a column whose text at the start of the value is left out (printed on its own line)
-    QString dropTail;   // a column whose text at the end of the value is left out (the honorific)
-    QHash<QString, QString> honorificAs;     // the keepWith text -> what prints instead
+    QString keepWith;  // a column (the honorific) whose text at the end of the value is never broken off
+    QString dropLead;  // a column whose text at the start of the value is left out (printed on its own line)
+    QString dropTail;  // a column whose text at the end of the value is left out (the honorific)
+    QHash<QString, QString> honorificAs;       // the keepWith text -> what prints instead
     std::optional<Condition> honorificAsWhen;  // where honorificAs applies; always without it
-    double minSize = 5.0;  // points: the smallest size the text shrinks to before it is cut
-    double indent = 0;     // ems by which a wrapped line's continuation lines start later
-    bool frame = false;  // a rectangle around the field
+    double minSize = 5.0;                      // points: the smallest size the text shrinks to before it is cut
+    double indent = 0;                         // ems by which a wrapped line's continuation lines start later
+    bool frame = false;                        // a rectangle around the field
     double frameWidth = 0.3;
     double padding = 0.0;
     QColor color = Qt::black;
@@ -70,33 +70,33 @@ struct Field {
 struct CellGrid {
     int columns = 1;
     int rows = 1;
-    double left = 0, top = 0;         // mm, top left of the first cell
-    double width = 0, height = 0;     // one cell
-    double hgap = 0, vgap = 0;        // between cells
+    double left = 0, top = 0;      // mm, top left of the first cell
+    double width = 0, height = 0;  // one cell
+    double hgap = 0, vgap = 0;     // between cells
     // parseForm holds columns × rows to limits::kSlotsPerPage, so this never overflows.
     int perPage() const { return columns * rows; }
-    QRectF cell(int index) const;     // 0-based, in reading order
+    QRectF cell(int index) const;  // 0-based, in reading order
 };
 
 struct ListSection {
-    double top = 0;        // mm, top of the first row
+    double top = 0;  // mm, top of the first row
     double rowHeight = 0;
-    int rows = 1;          // rows per page
+    int rows = 1;  // rows per page
 };
 
 struct Form {
     QString path;
     QString title;
-    QString paperName;     // "A4", "A5", "B5" or "custom"
-    QSizeF paper;          // mm, as the sheet lies (width across)
+    QString paperName;  // "A4", "A5", "B5" or "custom"
+    QSizeF paper;       // mm, as the sheet lies (width across)
     bool landscape = false;
-    QStringList columns;   // column order for data without a title line
+    QStringList columns;  // column order for data without a title line
     std::optional<CellGrid> cells;
     std::optional<ListSection> list;
     QList<Field> pageFields;
-    QList<Field> cellFields;   // relative to the cell (grid forms)
-    QList<Field> backFields;   // the back of an envelope: one page after each front
-    QList<Field> rowFields;    // relative to the row (list forms)
+    QList<Field> cellFields;  // relative to the cell (grid forms)
+    QList<Field> backFields;  // the back of an envelope: one page after each front
+    QList<Field> rowFields;   // relative to the row (list forms)
     // All fronts, then all backs in the same order: a simplex printer is fed the
     // printed stack again. Otherwise each front is followed by its back.
     bool backsAfterFronts = false;

@@ -6,9 +6,8 @@ namespace engine {
 
 namespace {
 
-constexpr QStringView kNoStart =
-    u"ぁぃぅぇぉっゃゅょゎゕゖァィゥェォッャュョヮヵヶㇰㇱㇲㇳㇴㇵㇶㇷㇸㇹㇺㇻㇼㇽㇾㇿ"
-    u"ーｰ、。，．,.）〕］｝〉》」』】〙〗)]}・：；？！:;?!ゝゞヽヾ々〻‐゠–〜～";
+constexpr QStringView kNoStart = u"ぁぃぅぇぉっゃゅょゎゕゖァィゥェォッャュョヮヵヶㇰㇱㇲㇳㇴㇵㇶㇷㇸㇹㇺㇻㇼㇽㇾㇿ"
+                                 u"ーｰ、。，．,.）〕］｝〉》」』】〙〗)]}・：；？！:;?!ゝゞヽヾ々〻‐゠–〜～";
 constexpr QStringView kNoEnd = u"（〔［｛〈《「『【〘〖([{";
 constexpr QStringView kSmallKana = u"ぁぃぅぇぉっゃゅょゎゕゖァィゥェォッャュョヮヵヶ";
 constexpr QStringView kTurned = u"ー－-‐−—―～〜…‥＝=ｰ（）()｛｝〔〕【】《》〈〉「」『』［］";
@@ -23,8 +22,8 @@ bool isWordChar(char16_t c)
 {
     if ((c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z')) return true;
     if ((c >= u'０' && c <= u'９') || (c >= u'Ａ' && c <= u'Ｚ') || (c >= u'ａ' && c <= u'ｚ')) return true;
-    return c == u'-' || c == u'－' || c == u'‐' || c == u'.' || c == u'．' || c == u'/' || c == u'／'
-           || c == u'#' || c == u'＃';
+    return c == u'-' || c == u'－' || c == u'‐' || c == u'.' || c == u'．' || c == u'/' || c == u'／' || c == u'#' ||
+           c == u'＃';
 }
 
 QString toFullWidth(const QString& s)
@@ -32,8 +31,10 @@ QString toFullWidth(const QString& s)
     QString out = s;
     for (QChar& ch : out) {
         const char16_t c = ch.unicode();
-        if (c > 0x20 && c < 0x7F) ch = QChar(char16_t(c - 0x21 + 0xFF01));
-        else if (c == u' ') ch = QChar(u'\u3000');
+        if (c > 0x20 && c < 0x7F)
+            ch = QChar(char16_t(c - 0x21 + 0xFF01));
+        else if (c == u' ')
+            ch = QChar(u'\u3000');
     }
     return out;
 }
@@ -43,8 +44,10 @@ QString toKanjiDigits(const QString& s)
     QString out = s;
     for (QChar& ch : out) {
         const char16_t c = ch.unicode();
-        if (c >= u'0' && c <= u'9') ch = kKanji[c - u'0'];
-        else if (c >= u'０' && c <= u'９') ch = kKanji[c - u'０'];
+        if (c >= u'0' && c <= u'9')
+            ch = kKanji[c - u'0'];
+        else if (c >= u'０' && c <= u'９')
+            ch = kKanji[c - u'０'];
     }
     return out;
 }
@@ -52,9 +55,12 @@ QString toKanjiDigits(const QString& s)
 VerticalGlyph verticalGlyph(char16_t c)
 {
     VerticalGlyph g{c};
-    if (c == u'、' || c == u'。' || c == u'，' || c == u'．') g.shift = 0.6;
-    else if (kSmallKana.contains(QChar(c))) g.shift = 0.1;
-    else if (kTurned.contains(QChar(c))) g.rotate = true;
+    if (c == u'、' || c == u'。' || c == u'，' || c == u'．')
+        g.shift = 0.6;
+    else if (kSmallKana.contains(QChar(c)))
+        g.shift = 0.1;
+    else if (kTurned.contains(QChar(c)))
+        g.rotate = true;
     return g;
 }
 

@@ -27,8 +27,8 @@ QString toKanjiDigits(const QString& s);
 // a saved "（" must read as "（", not "︵".
 struct VerticalGlyph {
     char16_t ch;
-    bool rotate = false;       // turned a quarter clockwise (dashes, the long vowel mark, brackets)
-    double shift = 0;          // moved up and right by this part of its square (、。, small kana)
+    bool rotate = false;  // turned a quarter clockwise (dashes, the long vowel mark, brackets)
+    double shift = 0;     // moved up and right by this part of its square (、。, small kana)
 };
 VerticalGlyph verticalGlyph(char16_t c);
 

@@ -23,8 +23,9 @@ QPageLayout layoutFor(const Document& doc, int page)
     const QSizeF s = doc.pageSize(page);
     const bool land = s.width() > s.height();
     const QSizeF portrait = land ? s.transposed() : s;
-    QPageLayout layout(QPageSize(portrait, QPageSize::Millimeter), land ? QPageLayout::Landscape : QPageLayout::Portrait,
-                       QMarginsF(0, 0, 0, 0), QPageLayout::Millimeter);
+    QPageLayout layout(QPageSize(portrait, QPageSize::Millimeter),
+                       land ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0),
+                       QPageLayout::Millimeter);
     // Forms place everything from the paper's corner; a printer's unprintable margin
     // must not move the origin.
     layout.setMode(QPageLayout::FullPageMode);
@@ -33,10 +34,7 @@ QPageLayout layoutFor(const Document& doc, int page)
 
 // Pages carry patients' names and addresses: readable by the user alone, like the
 // program's own working files.
-void keepPrivate(const QString& path)
-{
-    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-}
+void keepPrivate(const QString& path) { QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner); }
 
 }  // namespace
 
@@ -66,7 +64,8 @@ void writePdf(const Document& doc, const QString& path)
         doc.printPage(painter, i);
         painter.restore();
     }
-    if (!painter.end() || !file.flush()) throw EngineError(path, 0, QStringLiteral("PDF ファイルを書き終えられません。"));
+    if (!painter.end() || !file.flush())
+        throw EngineError(path, 0, QStringLiteral("PDF ファイルを書き終えられません。"));
 }
 
 QStringList writePngs(const Document& doc, const QString& dir, int dpi)

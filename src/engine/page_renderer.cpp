@@ -36,14 +36,16 @@ QString postalDigits(const QString& text)
     QString d;
     for (QChar c : text) {
         const char16_t u = c.unicode();
-        if (u >= u'0' && u <= u'9') d += c;
-        else if (u >= u'０' && u <= u'９') d += QChar(char16_t(u - u'０' + u'0'));
+        if (u >= u'0' && u <= u'9')
+            d += c;
+        else if (u >= u'０' && u <= u'９')
+            d += QChar(char16_t(u - u'０' + u'0'));
     }
     return d;
 }
 
 PageRenderer::PageRenderer(const Form& form, const CsvTable& data, const FontBook& fonts)
-    : form_(form), data_(data), fonts_(fonts), paper_(form.paper)
+        : form_(form), data_(data), fonts_(fonts), paper_(form.paper)
 {
     pageBound_ = bind(form_.pageFields);
     cellBound_ = bind(form_.cellFields);
@@ -100,8 +102,8 @@ FieldValue PageRenderer::fieldText(const Field& f, const Bound& b, const QString
     return {t, QString()};
 }
 
-void PageRenderer::drawText(QPainter& p, const Field& f, const QString& text, const QRectF& box,
-                            const TextStyle& style, const QString& keepTail) const
+void PageRenderer::drawText(QPainter& p, const Field& f, const QString& text, const QRectF& box, const TextStyle& style,
+                            const QString& keepTail) const
 {
     const TextLayout layout = layoutText(text, box, style, fonts_, keepTail);
     drawLayout(p, layout, style, fonts_, f.color, box);
@@ -115,7 +117,12 @@ void PageRenderer::drawFrame(QPainter& p, const Field& f, const QRectF& rect) co
     p.setPen(pen);
     p.setBrush(Qt::NoBrush);
     p.drawRect(rect);
-    if (record_) record_({f.name, PlacedInk::Frame, rect, rect.adjusted(-f.frameWidth / 2, -f.frameWidth / 2, f.frameWidth / 2, f.frameWidth / 2), {}});
+    if (record_)
+        record_({f.name,
+                 PlacedInk::Frame,
+                 rect,
+                 rect.adjusted(-f.frameWidth / 2, -f.frameWidth / 2, f.frameWidth / 2, f.frameWidth / 2),
+                 {}});
 }
 
 void PageRenderer::drawField(QPainter& p, const Field& f, const Bound& b, const QStringList* row, QPointF origin,

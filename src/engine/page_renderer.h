@@ -26,9 +26,9 @@ struct PlacedInk {
     enum Kind { Text, Frame, Line };
     QString field;
     Kind kind = Text;
-    QRectF box;           // the box the field gave it
-    QRectF ink;           // text: the em squares it covers; frame, line: their rectangle
-    TextLayout layout;    // text only
+    QRectF box;         // the box the field gave it
+    QRectF ink;         // text: the em squares it covers; frame, line: their rectangle
+    TextLayout layout;  // text only
 };
 
 class PageRenderer {
@@ -46,7 +46,11 @@ public:
     // Overrides the form's paper (PrintPaper for forms on a standard sheet).
     void setPaper(QSizeF mm) { paper_ = mm; }
     // The page numbers that {page} and {pages} show, where the report is joined to others.
-    void setPageNumbering(int first, int total) { firstPage_ = first; totalPages_ = total; }
+    void setPageNumbering(int first, int total)
+    {
+        firstPage_ = first;
+        totalPages_ = total;
+    }
     // Told of everything printPage draws, in drawing order.
     void setInkRecorder(std::function<void(const PlacedInk&)> recorder) { record_ = std::move(recorder); }
 
@@ -65,8 +69,7 @@ public:
 
 private:
     using Bound = FieldBinding;
-    void drawField(QPainter& p, const Field& f, const Bound& b, const QStringList* row, QPointF origin,
-                   int page) const;
+    void drawField(QPainter& p, const Field& f, const Bound& b, const QStringList* row, QPointF origin, int page) const;
     FieldValue fieldText(const Field& f, const Bound& b, const QStringList* row, int page) const;
     void drawText(QPainter& p, const Field& f, const QString& text, const QRectF& box, const TextStyle& style,
                   const QString& keepTail = QString()) const;

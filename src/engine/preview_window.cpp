@@ -24,8 +24,8 @@
 namespace engine {
 
 PreviewWindow::PreviewWindow(Document& doc, Calibration calibration, QWidget* parent)
-    : QMainWindow(parent), doc_(doc), calibration_(std::move(calibration)),
-      printer_(std::make_unique<QPrinter>(QPrinter::HighResolution))
+        : QMainWindow(parent), doc_(doc), calibration_(std::move(calibration)),
+          printer_(std::make_unique<QPrinter>(QPrinter::HighResolution))
 {
     setWindowTitle(doc_.title().isEmpty() ? QStringLiteral("印刷プレビュー")
                                           : doc_.title() + QStringLiteral(" - 印刷プレビュー"));
@@ -54,7 +54,10 @@ PreviewWindow::PreviewWindow(Document& doc, Calibration calibration, QWidget* pa
         ->setShortcuts({QKeySequence(Qt::Key_Minus), QKeySequence::ZoomOut});
     bar->addAction(QStringLiteral("幅に合わせる"), view_, &QPrintPreviewWidget::fitToWidth);
     bar->addAction(QStringLiteral("全体"), view_, &QPrintPreviewWidget::fitInView);
-    bar->addAction(QStringLiteral("100%"), view_, [this] { view_->setZoomMode(QPrintPreviewWidget::CustomZoom); view_->setZoomFactor(1.0); });
+    bar->addAction(QStringLiteral("100%"), view_, [this] {
+        view_->setZoomMode(QPrintPreviewWidget::CustomZoom);
+        view_->setZoomFactor(1.0);
+    });
     bar->addSeparator();
     bar->addAction(QStringLiteral("印刷位置の調整..."), this, &PreviewWindow::calibrate);
     bar->addSeparator();
@@ -79,8 +82,10 @@ bool PreviewWindow::eventFilter(QObject* watched, QEvent* event)
         auto* wheel = static_cast<QWheelEvent*>(event);
         if (wheel->modifiers() & Qt::ControlModifier) {
             const int steps = wheel->angleDelta().y();
-            if (steps > 0) view_->zoomIn();
-            else if (steps < 0) view_->zoomOut();
+            if (steps > 0)
+                view_->zoomIn();
+            else if (steps < 0)
+                view_->zoomOut();
             return true;
         }
     }
@@ -152,7 +157,8 @@ void PreviewWindow::savePdf()
 
 void PreviewWindow::calibrate()
 {
-    const QString name = printer_->printerName().isEmpty() ? QPrinterInfo::defaultPrinterName() : printer_->printerName();
+    const QString name =
+        printer_->printerName().isEmpty() ? QPrinterInfo::defaultPrinterName() : printer_->printerName();
     QDialog dialog(this);
     dialog.setWindowTitle(QStringLiteral("印刷位置の調整"));
     auto* form = new QFormLayout(&dialog);

@@ -39,8 +39,8 @@ std::vector<signed char> breakClasses(QStringView p, QStringView keepTail)
     for (qsizetype i = 1; i < n; ++i) {
         const char16_t a = p[i - 1].unicode();
         const char16_t b = p[i].unicode();
-        if (isSpace(b) || cannotStartLine(b) || cannotEndLine(a) || (isWordChar(a) && isWordChar(b))
-            || (a == u'御' && b == u'中') || QChar::isLowSurrogate(b))
+        if (isSpace(b) || cannotStartLine(b) || cannotEndLine(a) || (isWordChar(a) && isWordChar(b)) ||
+            (a == u'御' && b == u'中') || QChar::isLowSurrogate(b))
             continue;  // after the blanks, not before them; kinsoku; never inside a pair
         // A block number ends here: digits, or the suffixes after them ("2丁目", "12番地").
         qsizetype k = i - 1;
@@ -48,7 +48,8 @@ std::vector<signed char> breakClasses(QStringView p, QStringView keepTail)
         const bool numberEnds = isDigit(p[k].unicode());
         if (isSpace(a) || (isDigit(b) && !isNumberSuffix(a)) || (numberEnds && !isNumberSuffix(b)))
             cls[i] = kBetweenParts;
-        else if (((isDigit(a) || isNumberSuffix(a)) && (isDigit(b) || isNumberSuffix(b))) || (isKatakana(a) && isKatakana(b)))
+        else if (((isDigit(a) || isNumberSuffix(a)) && (isDigit(b) || isNumberSuffix(b))) ||
+                 (isKatakana(a) && isKatakana(b)))
             cls[i] = kInsideRun;
         else
             cls[i] = kPlain;
@@ -153,8 +154,8 @@ QStringList breakLines(const QString& text, double width, double sizeMm, const F
 {
     if (overflow) *overflow = false;
     const double limit = width / sizeMm;
-    return texts(breakImpl(text, limit, indentEms, [&](char16_t c) { return fonts.advance(face, bold, c); }, keepTail,
-                           overflow));
+    return texts(breakImpl(
+        text, limit, indentEms, [&](char16_t c) { return fonts.advance(face, bold, c); }, keepTail, overflow));
 }
 
 QString shapeText(const QString& text, const TextStyle& style)
@@ -194,7 +195,8 @@ TextLayout layoutText(const QString& text, const QRectF& box, const TextStyle& s
         if (style.wrap) {
             lines = breakImpl(shaped, along / sz, style.indent, advance, tail, &overflow);
         } else {
-            lines = breakImpl(shaped, 1e9, 0, [](char16_t) { return 0.0; }, tail, nullptr);
+            lines = breakImpl(
+                shaped, 1e9, 0, [](char16_t) { return 0.0; }, tail, nullptr);
             for (const Line& l : lines)
                 if (measure(l.text) * sz > along + kEps) overflow = true;
         }
@@ -234,8 +236,10 @@ TextLayout layoutText(const QString& text, const QRectF& box, const TextStyle& s
                 const double mid = (lo + hi) / 2;
                 bool okMid = false;
                 lay(mid, &okMid);
-                if (okMid) lo = mid;
-                else hi = mid;
+                if (okMid)
+                    lo = mid;
+                else
+                    hi = mid;
             }
             size = lo;
             lines = lay(size, &ok);
@@ -247,16 +251,21 @@ TextLayout layoutText(const QString& text, const QRectF& box, const TextStyle& s
 
     if (!style.vertical) {
         double top = box.top();
-        if (style.valign == VAlign::Middle) top += (box.height() - extent) / 2;
-        else if (style.valign == VAlign::Bottom) top += box.height() - extent;
+        if (style.valign == VAlign::Middle)
+            top += (box.height() - extent) / 2;
+        else if (style.valign == VAlign::Bottom)
+            top += box.height() - extent;
         const double asc = fonts.ascent(style.face) * size;
         for (int k = 0; k < lines.size(); ++k) {
             const QString& line = lines[k].text;
             const double w = fonts.width(style.face, style.bold, line) * size;
             double x = box.left();
-            if (style.align == HAlign::Center) x += (box.width() - w) / 2;
-            else if (style.align == HAlign::Right) x += box.width() - w;
-            else if (lines[k].continued) x += style.indent * size;
+            if (style.align == HAlign::Center)
+                x += (box.width() - w) / 2;
+            else if (style.align == HAlign::Right)
+                x += box.width() - w;
+            else if (lines[k].continued)
+                x += style.indent * size;
             const double lineTop = top + k * pitch;
             if (!line.isEmpty()) {
                 out.runs.append({line, QPointF(x, lineTop + asc)});
@@ -269,15 +278,19 @@ TextLayout layoutText(const QString& text, const QRectF& box, const TextStyle& s
     // Vertical: columns from the right, each character on its own em square; a
     // continuation column starts lower by the indent.
     double right = box.right();
-    if (style.align == HAlign::Center) right -= (box.width() - extent) / 2;
-    else if (style.align == HAlign::Left) right = box.left() + extent;
+    if (style.align == HAlign::Center)
+        right -= (box.width() - extent) / 2;
+    else if (style.align == HAlign::Left)
+        right = box.left() + extent;
     for (int k = 0; k < lines.size(); ++k) {
         const QString& col = lines[k].text;
         const double lead = lines[k].continued ? style.indent * size : 0;
         const double len = squares(col) * size + lead;
         double top = box.top() + lead;
-        if (style.valign == VAlign::Middle) top += (box.height() - len) / 2;
-        else if (style.valign == VAlign::Bottom) top += box.height() - len;
+        if (style.valign == VAlign::Middle)
+            top += (box.height() - len) / 2;
+        else if (style.valign == VAlign::Bottom)
+            top += box.height() - len;
         const double cx = right - size / 2 - k * pitch;
         int square = -1;
         for (int j = 0; j < col.size(); ++j) {

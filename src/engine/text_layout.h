@@ -33,17 +33,17 @@ struct TextStyle {
 // its em square (vertical).
 struct PlacedRun {
     QString text;
-    QPointF origin;     // horizontal: baseline start; vertical: centre of the square
+    QPointF origin;  // horizontal: baseline start; vertical: centre of the square
     bool rotate = false;
-    double shift = 0;   // vertical: part of the square to move up and right
+    double shift = 0;  // vertical: part of the square to move up and right
 };
 
 struct TextLayout {
-    double sizeMm = 0;   // the size used, as the em in mm
+    double sizeMm = 0;  // the size used, as the em in mm
     bool vertical = false;
-    bool fits = true;    // false: even the smallest size overflowed and was cut with "…"
+    bool fits = true;  // false: even the smallest size overflowed and was cut with "…"
     QList<PlacedRun> runs;
-    QRectF bounds;       // the em squares the text covers
+    QRectF bounds;  // the em squares the text covers
 };
 
 inline double ptToMm(double pt) { return pt * 25.4 / 72.0; }
@@ -57,9 +57,8 @@ inline double ptToMm(double pt) { return pt * 25.4 / 72.0; }
 // inside a katakana run only where nothing better stands in the line's last third.
 // Continuation lines are indentEms shorter. overflow is set where some unbreakable
 // piece is wider than the line.
-QStringList breakLines(const QString& text, double width, double sizeMm, const FontBook& fonts,
-                       FontFace face, bool bold, const QString& keepTail, bool* overflow = nullptr,
-                       double indentEms = 0);
+QStringList breakLines(const QString& text, double width, double sizeMm, const FontBook& fonts, FontFace face,
+                       bool bold, const QString& keepTail, bool* overflow = nullptr, double indentEms = 0);
 
 // The text as the field shows it: numerals converted, and in vertical writing letters
 // and digits made full width so that they stand upright.

@@ -53,9 +53,12 @@ void choosePlatform(bool gui)
 #if defined(Q_OS_WIN) || defined(Q_OS_MACOS)
     if (gui) return;
 #endif
-    if (!gui) qputenv("QT_QPA_PLATFORM", "offscreen");
-    else if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) qputenv("QT_QPA_PLATFORM", "wayland;xcb;offscreen");
-    else qputenv("QT_QPA_PLATFORM", "xcb;offscreen");
+    if (!gui)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    else if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "wayland;xcb;offscreen");
+    else
+        qputenv("QT_QPA_PLATFORM", "xcb;offscreen");
 }
 
 bool onOffscreen() { return QGuiApplication::platformName() == u"offscreen"; }
@@ -75,8 +78,10 @@ public:
     int fail(const QString& text, int code) const
     {
         qCWarning(base::lcEngine).noquote() << "failed with exit code" << code << "-" << text;
-        if (boxes_) QMessageBox::critical(nullptr, QStringLiteral("印刷エンジン"), text);
-        else printErr(text);
+        if (boxes_)
+            QMessageBox::critical(nullptr, QStringLiteral("印刷エンジン"), text);
+        else
+            printErr(text);
         return code;
     }
 
@@ -163,9 +168,12 @@ std::optional<ViewerArgs> parseViewerArgs(const QStringList& args, QString* erro
             return true;
         };
         bool ok = true;
-        if (isScriptSwitch(a)) ok = !(v.script = pathFrom(args, i)).isEmpty();
-        else if (a == u"--pdf") ok = next(v.pdf);
-        else if (a == u"--png") ok = next(v.png);
+        if (isScriptSwitch(a))
+            ok = !(v.script = pathFrom(args, i)).isEmpty();
+        else if (a == u"--pdf")
+            ok = next(v.pdf);
+        else if (a == u"--png")
+            ok = next(v.png);
         else {
             if (error) *error = QStringLiteral("知らない引数です: %1").arg(a);
             return std::nullopt;
@@ -186,8 +194,7 @@ std::optional<JoinArgs> parseJoinArgs(const QStringList& args, QString* error)
 {
     // "OUTPUT.wfd /c SCRIPT", both written unquoted: the words before "/c" are the output.
     const qsizetype sw = std::find_if(args.begin(), args.end(), isScriptSwitch) - args.begin();
-    if (sw > 0 && sw + 1 < args.size())
-        return JoinArgs{args.mid(0, sw).join(u' '), args.mid(sw + 1).join(u' ')};
+    if (sw > 0 && sw + 1 < args.size()) return JoinArgs{args.mid(0, sw).join(u' '), args.mid(sw + 1).join(u' ')};
     if (error) *error = QStringLiteral("使い方: wfrimg10 出力.wfd /c スクリプト");
     return std::nullopt;
 }
@@ -199,7 +206,8 @@ void joinReports(const QString& scriptPath, const QString& outputPath)
         throw EngineError(scriptPath, 0,
                           QStringLiteral("結合印刷のスクリプト (setTitle, setreport) ではありません。"
                                          "スクリプトが読まれる前に書き換えられた可能性があります。"));
-    if (s.reports.isEmpty()) throw EngineError(scriptPath, 0, QStringLiteral("結合する帳票 (setreport) がありません。"));
+    if (s.reports.isEmpty())
+        throw EngineError(scriptPath, 0, QStringLiteral("結合する帳票 (setreport) がありません。"));
     JoinedForm joined;
     joined.title = s.title;
     for (const JoinedReport& r : s.reports) {
@@ -208,7 +216,8 @@ void joinReports(const QString& scriptPath, const QString& outputPath)
         // Check the form now, so that the error names the script line.
         loadForm(resolvePath(r.form));
         if (r.data.isEmpty())
-            throw EngineError(scriptPath, r.line, QStringLiteral("この帳票のデータファイル (SetDataText) がありません。"));
+            throw EngineError(scriptPath, r.line,
+                              QStringLiteral("この帳票のデータファイル (SetDataText) がありません。"));
         JoinedForm::Report rep;
         rep.form = resolvePath(r.form);
         for (const DataBinding& d : r.data) {
@@ -233,8 +242,10 @@ int runViewer(int argc, char** argv, const char* programName)
     choosePlatform(gui);
 
     std::unique_ptr<QGuiApplication> app;
-    if (gui) app = std::make_unique<QApplication>(argc, argv);
-    else app = std::make_unique<QGuiApplication>(argc, argv);
+    if (gui)
+        app = std::make_unique<QApplication>(argc, argv);
+    else
+        app = std::make_unique<QGuiApplication>(argc, argv);
     app->setApplicationName(QString::fromLatin1(programName));
     if (onOffscreen()) gui = false;
     const base::LogFile log = engineLog(programName);
@@ -269,15 +280,20 @@ int runViewer(int argc, char** argv, const char* programName)
             return kOk;
         }
         switch (doc->mode()) {
-        case OutputMode::PrintOut: return printDirect(*doc, report);
-        case OutputMode::PrintDialog: return printWithDialog(*doc, report);
+        case OutputMode::PrintOut:
+            return printDirect(*doc, report);
+        case OutputMode::PrintDialog:
+            return printWithDialog(*doc, report);
         case OutputMode::Preview:
-        case OutputMode::None: break;
+        case OutputMode::None:
+            break;
         }
         PreviewWindow window(*doc, Calibration());
         // The second viewer opens maximised, as the program asks for it.
-        if (qstrcmp(programName, "WrVb6Viewer") == 0) window.showMaximized();
-        else window.show();
+        if (qstrcmp(programName, "WrVb6Viewer") == 0)
+            window.showMaximized();
+        else
+            window.show();
         return app->exec();
     } catch (const EngineError& e) {
         return report.fail(e.text(), kOutputFailed);

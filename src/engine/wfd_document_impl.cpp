@@ -88,17 +88,14 @@ void WfdDocumentImpl::read()
 
 Document& WfdDocumentImpl::current()
 {
-    if (!opened_)
-        fail(QStringLiteral("フォームファイルが開かれていません (Open)。"));
-    if (changed_)
-        read();
+    if (!opened_) fail(QStringLiteral("フォームファイルが開かれていません (Open)。"));
+    if (changed_) read();
     return *doc_;
 }
 
 bool WfdDocumentImpl::headless()
 {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
-        return true;  // no widgets to show
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return true;  // no widgets to show
     const QString platform = QGuiApplication::platformName();
     return platform == u"offscreen" || platform == u"minimal";
 }
@@ -114,8 +111,7 @@ void WfdDocumentImpl::writeHeadless()
 
 void WfdDocumentImpl::setShowWindow(int16_t show)
 {
-    if (show == 0)
-        return;
+    if (show == 0) return;
     if (headless()) {
         writeHeadless();
         return;
@@ -151,7 +147,8 @@ void WfdDocumentImpl::PrintOutBk(const QString& printerName, int16_t fromPage, i
         return;
     }
     Document& doc = current();
-    const QPrinterInfo info = printerName.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(printerName);
+    const QPrinterInfo info =
+        printerName.isEmpty() ? QPrinterInfo::defaultPrinter() : QPrinterInfo::printerInfo(printerName);
     if (info.isNull())
         fail(printerName.isEmpty() ? QStringLiteral("既定のプリンターがありません。")
                                    : QStringLiteral("プリンターが見つかりません: %1").arg(printerName));
@@ -175,8 +172,7 @@ void WfdDocumentImpl::PrintOutFromDialog()
     QPrintDialog dialog(&printer);
     dialog.setWindowTitle(doc.title().isEmpty() ? QStringLiteral("印刷") : doc.title());
     dialog.setMinMax(1, doc.nPages());
-    if (dialog.exec() != QDialog::Accepted)
-        return;  // the operator cancelled: nothing to report
+    if (dialog.exec() != QDialog::Accepted) return;  // the operator cancelled: nothing to report
     doc.setCalibration(Calibration().offset(printer.printerName()));
     const bool range = printer.printRange() == QPrinter::PageRange;
     trapped([&] { printDocument(doc, printer, range ? printer.fromPage() : 0, range ? printer.toPage() : 0); });

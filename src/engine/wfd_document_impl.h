@@ -26,8 +26,8 @@ public:
     ~WfdDocumentImpl() override;
 
     void setTitle(const QString& title) override;
-    void SetDataText(const QString& dataName, const QString& fileName, const QString& separator,
-                     const QString& quote, int16_t noTitle) override;
+    void SetDataText(const QString& dataName, const QString& fileName, const QString& separator, const QString& quote,
+                     int16_t noTitle) override;
     void setWindowStyle(int16_t style) override;
     void Open(const QString& formFile) override;
     void setShowWindow(int16_t show) override;

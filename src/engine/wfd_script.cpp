@@ -25,10 +25,7 @@ constexpr Trailer kTrailers[] = {
     {u"", true},
 };
 
-[[noreturn]] void fail(const QString& file, int line, const QString& msg)
-{
-    throw EngineError(file, line, msg);
-}
+[[noreturn]] void fail(const QString& file, int line, const QString& msg) { throw EngineError(file, line, msg); }
 
 // The text between the first and the last double quote of an argument list that holds
 // one quoted value. Quotes inside the value are not escaped, so the last one closes.
@@ -86,7 +83,8 @@ int number(const QString& args, const QString& file, int line, const QString& ki
 {
     const int v = number(args, file, line, kind);
     if (v < low || v > high)
-        fail(file, line, QStringLiteral("%1 の値は %2 から %3 までの整数で書いてください: %4").arg(kind).arg(low).arg(high).arg(v));
+        fail(file, line,
+             QStringLiteral("%1 の値は %2 から %3 までの整数で書いてください: %4").arg(kind).arg(low).arg(high).arg(v));
     return v;
 }
 
@@ -107,11 +105,16 @@ bool isUtf8WithNonAscii(const QByteArray& bytes)
     for (qsizetype i = 0; i < n;) {
         const auto b = static_cast<unsigned char>(bytes[i]);
         int len = 0;
-        if (b < 0x80) len = 1;
-        else if (b >= 0xC2 && b <= 0xDF) len = 2;
-        else if (b >= 0xE0 && b <= 0xEF) len = 3;
-        else if (b >= 0xF0 && b <= 0xF4) len = 4;
-        else return false;
+        if (b < 0x80)
+            len = 1;
+        else if (b >= 0xC2 && b <= 0xDF)
+            len = 2;
+        else if (b >= 0xE0 && b <= 0xEF)
+            len = 3;
+        else if (b >= 0xF0 && b <= 0xF4)
+            len = 4;
+        else
+            return false;
         if (len > 1) {
             nonAscii = true;
             if (i + len > n) return false;
@@ -178,10 +181,14 @@ WfdScript parseWfdScript(const QString& text, const QString& fileName)
             s.repeatStartLine = ln;
         } else if (is(u"PrintPaper")) {
             const QString p = args.trimmed().toUpper();
-            if (p == u"A4") s.paper = Paper::A4;
-            else if (p == u"A5") s.paper = Paper::A5;
-            else if (p == u"B5") s.paper = Paper::B5;
-            else fail(fileName, ln, QStringLiteral("知らない用紙です: %1").arg(args.trimmed()));
+            if (p == u"A4")
+                s.paper = Paper::A4;
+            else if (p == u"A5")
+                s.paper = Paper::A5;
+            else if (p == u"B5")
+                s.paper = Paper::B5;
+            else
+                fail(fileName, ln, QStringLiteral("知らない用紙です: %1").arg(args.trimmed()));
         } else if (is(u"SetItemValue")) {
             auto [path, value] = twoQuoted(args, fileName, ln, kind);
             s.items.append({path, value, ln});
@@ -196,10 +203,8 @@ WfdScript parseWfdScript(const QString& text, const QString& fileName)
             fail(fileName, ln, QStringLiteral("知らない命令です: %1").arg(kind));
         }
     }
-    if (pendingData)
-        fail(fileName, lines.size(), QStringLiteral("SetDataText の後に setreport がありません。"));
-    if (!s.joined && s.formFile.isEmpty())
-        fail(fileName, 0, QStringLiteral("FileName の行がありません。"));
+    if (pendingData) fail(fileName, lines.size(), QStringLiteral("SetDataText の後に setreport がありません。"));
+    if (!s.joined && s.formFile.isEmpty()) fail(fileName, 0, QStringLiteral("FileName の行がありません。"));
     return s;
 }
 
@@ -213,7 +218,8 @@ QString readCp932File(const QString& path, const QString& what)
 
     // Text saved as UTF-8 by an editor would pass as nonsense CP932; say so plainly.
     if (isUtf8WithNonAscii(bytes))
-        throw EngineError(path, 0, QStringLiteral("%1が UTF-8 で書かれています。CP932 (Shift_JIS) で保存してください。").arg(what));
+        throw EngineError(
+            path, 0, QStringLiteral("%1が UTF-8 で書かれています。CP932 (Shift_JIS) で保存してください。").arg(what));
 
     bool bad = false;
     QString text = base::fromCp932(bytes, &bad);

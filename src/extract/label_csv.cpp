@@ -24,20 +24,19 @@ QString sealCsvFileName(bool envelope) { return envelope ? kEnvelopeCsvName : kS
 
 QString sealCsvTitleLine()
 {
-    return u"cIDno,cName,cNameKana,cKikan,cDaihyo,"_s
-           + u"cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,nRoomNo,nTantouID"_s
-           + u",拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号"_s + u",脚注"_s;
+    return u"cIDno,cName,cNameKana,cKikan,cDaihyo,"_s +
+           u"cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,nRoomNo,nTantouID"_s +
+           u",拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号"_s + u",脚注"_s;
 }
 
 QString sealCsvLine(const LabelRecord& r, const OfficeBlock& office, const QString& footnote)
 {
     // One expression, so that the line is sized once and copied once.
     static const QString q = u"\",\""_s;
-    return r.cIDno % u",\""_s % r.sOutAtena % q % r.cNameKana % q % r.cKikan % q % r.cDaihyo % q % u"〒 "_s
-           % r.sOutYubin % q % r.sOutAddress % q % r.cTelNo % q % r.cFaxNo % q % r.cMobNo % q % r.cMst % q
-           % r.cKeisho % q % r.nRoomNo % q % r.nTantouID % q % office.cShamei1 % q
-           % office.cMailDestinationZipNo % q % office.cMailDestination % q % office.cTelNo % q % office.cFaxNo
-           % q % footnote % u'"';
+    return r.cIDno % u",\""_s % r.sOutAtena % q % r.cNameKana % q % r.cKikan % q % r.cDaihyo % q % u"〒 "_s %
+           r.sOutYubin % q % r.sOutAddress % q % r.cTelNo % q % r.cFaxNo % q % r.cMobNo % q % r.cMst % q % r.cKeisho %
+           q % r.nRoomNo % q % r.nTantouID % q % office.cShamei1 % q % office.cMailDestinationZipNo % q %
+           office.cMailDestination % q % office.cTelNo % q % office.cFaxNo % q % footnote % u'"';
 }
 
 SealCsvFile::SealCsvFile(const QString& path)

@@ -27,9 +27,9 @@ constexpr int kTickCol = 1;
 // One walk over the addressees: the record it fills, shared by all of them.
 class LabelWalk {
 public:
-    LabelWalk(const controls::Grid& grid, const LabelChoices& c,
-              const std::function<void(const LabelRecord&)>& emit)
-        : grid_(grid), c_(c), emit_(emit) {}
+    LabelWalk(const controls::Grid& grid, const LabelChoices& c, const std::function<void(const LabelRecord&)>& emit)
+            : grid_(grid), c_(c), emit_(emit)
+    {}
 
     void gridRow(int row)
     {
@@ -166,8 +166,8 @@ private:
         if (c_.nMst == kCaremane) {
             // Column 21 holds the office's name; 23 and 24 its address.
             const bool hasOffice = !r_.cYubinNoSinsei.isEmpty();
-            const bool takeOffice = c_.optAddKeamane[1] ? hasOffice
-                                                        : (c_.optAddKeamane[0] && r_.cKikan.isEmpty() && hasOffice);
+            const bool takeOffice =
+                c_.optAddKeamane[1] ? hasOffice : (c_.optAddKeamane[0] && r_.cKikan.isEmpty() && hasOffice);
             if (takeOffice) {
                 r_.cKikan = r_.cYubinNoSinsei;
                 r_.cAddress1 = r_.cYubinNoRyosyu;
@@ -204,12 +204,36 @@ void chooseAddress(LabelRecord& r, int element)
     r.sOutAddress.clear();
     r.sOutAtena.clear();
     switch (element) {
-    case 1: r.sOutYubin = r.cYubinNo2; r.sOutAddress = r.cAddress2; r.sOutAtena = r.cName; break;
-    case 2: r.sOutYubin = r.cYubinNo3; r.sOutAddress = r.cAddress3; r.sOutAtena = r.cName; break;
-    case 3: r.sOutYubin = r.cYubinNoRenraku; r.sOutAddress = r.cJusyoRenraku; r.sOutAtena = r.cAtenaRenraku; break;
-    case 4: r.sOutYubin = r.cYubinNoSinsei; r.sOutAddress = r.cJusyoSinsei; r.sOutAtena = r.cAtenaSinsei; break;
-    case 5: r.sOutYubin = r.cYubinNoRyosyu; r.sOutAddress = r.cJusyoRyosyu; r.sOutAtena = r.cAtenaRyosyu; break;
-    default: r.sOutYubin = r.cYubinNo; r.sOutAddress = r.cAddress1; r.sOutAtena = r.cName; break;
+    case 1:
+        r.sOutYubin = r.cYubinNo2;
+        r.sOutAddress = r.cAddress2;
+        r.sOutAtena = r.cName;
+        break;
+    case 2:
+        r.sOutYubin = r.cYubinNo3;
+        r.sOutAddress = r.cAddress3;
+        r.sOutAtena = r.cName;
+        break;
+    case 3:
+        r.sOutYubin = r.cYubinNoRenraku;
+        r.sOutAddress = r.cJusyoRenraku;
+        r.sOutAtena = r.cAtenaRenraku;
+        break;
+    case 4:
+        r.sOutYubin = r.cYubinNoSinsei;
+        r.sOutAddress = r.cJusyoSinsei;
+        r.sOutAtena = r.cAtenaSinsei;
+        break;
+    case 5:
+        r.sOutYubin = r.cYubinNoRyosyu;
+        r.sOutAddress = r.cJusyoRyosyu;
+        r.sOutAtena = r.cAtenaRyosyu;
+        break;
+    default:
+        r.sOutYubin = r.cYubinNo;
+        r.sOutAddress = r.cAddress1;
+        r.sOutAtena = r.cName;
+        break;
     }
 }
 
@@ -225,9 +249,8 @@ QString progressText(int total, int count)
     return QString::number(total) + u"人中"_s + QString::number(count) + u"人目を計算中です。"_s;
 }
 
-void walkLabels(const controls::Grid& grid, const std::vector<OrderLine>& lstCheck,
-                const LabelChoices& c, const std::function<void(const LabelRecord&)>& emit,
-                const std::function<void(const QString&)>& status)
+void walkLabels(const controls::Grid& grid, const std::vector<OrderLine>& lstCheck, const LabelChoices& c,
+                const std::function<void(const LabelRecord&)>& emit, const std::function<void(const QString&)>& status)
 {
     LabelWalk walk(grid, c, emit);
     int count = 0;
@@ -249,9 +272,8 @@ void walkLabels(const controls::Grid& grid, const std::vector<OrderLine>& lstChe
     }
 }
 
-short makeLabelRows(const QString& csvPath, const controls::Grid& grid,
-                    const std::vector<OrderLine>& lstCheck, const LabelChoices& c,
-                    const std::function<void(const QString&)>& status)
+short makeLabelRows(const QString& csvPath, const controls::Grid& grid, const std::vector<OrderLine>& lstCheck,
+                    const LabelChoices& c, const std::function<void(const QString&)>& status)
 {
     // A file that could not be made has had its box: the run goes no further.
     const std::unique_ptr<SealCsvFile> csv = openSealCsv(csvPath);
@@ -262,12 +284,13 @@ short makeLabelRows(const QString& csvPath, const controls::Grid& grid,
     app::Handler h(app::HandlerKind::Stop,
                    app::Report::patternA(QStringLiteral("データ作成時にエラーが発生しました。")));
     h([&] {
-        walkLabels(grid, lstCheck, c,
-                   [&](const LabelRecord& r) {
-                       const QString line = sealCsvLine(r, c.office, c.footnote);
-                       for (int i = 0; i < c.nMaisu; ++i) csv->writeLine(line);
-                   },
-                   status);
+        walkLabels(
+            grid, lstCheck, c,
+            [&](const LabelRecord& r) {
+                const QString line = sealCsvLine(r, c.office, c.footnote);
+                for (int i = 0; i < c.nMaisu; ++i) csv->writeLine(line);
+            },
+            status);
         csv->close();
         if (status) status(QString());
         result = 0;

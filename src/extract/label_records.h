@@ -117,16 +117,14 @@ QString progressText(int total, int count);
 // chosen, the kinds' rules applied, envelope width applied) to emit, once per
 // addressee. One record serves the whole walk and is not cleared between addressees.
 // status gets the progress text of each addressee.
-void walkLabels(const controls::Grid& grid, const std::vector<OrderLine>& lstCheck,
-                const LabelChoices& c, const std::function<void(const LabelRecord&)>& emit,
-                const std::function<void(const QString&)>& status);
+void walkLabels(const controls::Grid& grid, const std::vector<OrderLine>& lstCheck, const LabelChoices& c,
+                const std::function<void(const LabelRecord&)>& emit, const std::function<void(const QString&)>& status);
 
 // The whole label data of one run: the CSV file at path with its title line, the
 // blank lines of the start cell, and each addressee's line nMaisu times; then the
 // status text is cleared. Each step shows its own box on a fault. 0 for success, 1 on
 // failure (the file may then be left partly written).
-short makeLabelRows(const QString& csvPath, const controls::Grid& grid,
-                    const std::vector<OrderLine>& lstCheck, const LabelChoices& c,
-                    const std::function<void(const QString&)>& status);
+short makeLabelRows(const QString& csvPath, const controls::Grid& grid, const std::vector<OrderLine>& lstCheck,
+                    const LabelChoices& c, const std::function<void(const QString&)>& status);
 
 }  // namespace extract

@@ -57,8 +57,7 @@ void sizeFor(std::vector<Rec>& a, qint32 count)
 // A table kind: the table object bound to its own connection, the grid read, the
 // disconnect; the kind's failure closes nothing.
 template <class Table, class Read>
-short readTable(Table& table, Read read, const QString& failureText, AddresseeData& data, short K,
-                short& nCloseState)
+short readTable(Table& table, Read read, const QString& failureText, AddresseeData& data, short K, short& nCloseState)
 {
     std::unique_ptr<data::cT_ADODB>& db = data.db[static_cast<size_t>(K)];
     db = connect();
@@ -79,8 +78,7 @@ short readTable(Table& table, Read read, const QString& failureText, AddresseeDa
 
 }  // namespace
 
-short readKind(short K, bool hokenjaFromPatients, const QString& failureText, AddresseeData& data,
-               short& nCloseState)
+short readKind(short K, bool hokenjaFromPatients, const QString& failureText, AddresseeData& data, short& nCloseState)
 {
     const auto done = [&] { data.bKindRead[static_cast<size_t>(K)] = true; };
     const auto failed = [&] {
@@ -92,8 +90,10 @@ short readKind(short K, bool hokenjaFromPatients, const QString& failureText, Ad
         data.nDoctorCount = data::getDoctorCount();
         sizeFor(data.aDoctor, data.nDoctorCount);
         // No doctors at all is a good read; the loader is not asked.
-        if (data.nDoctorCount == 0 || data::getDoctorData(data.aDoctor) == -1) done();
-        else failed();
+        if (data.nDoctorCount == 0 || data::getDoctorData(data.aDoctor) == -1)
+            done();
+        else
+            failed();
         return -1;
     case 2:
         data.nHokenjaCount = hokenjaFromPatients ? data::getHokenjaUsedCount() : data::getHokenjaCount();
@@ -106,29 +106,33 @@ short readKind(short K, bool hokenjaFromPatients, const QString& failureText, Ad
     case 3:
         data.nSyoukaiCount = data::getSyoukaicount();
         sizeFor(data.aSyoukai, data.nSyoukaiCount);
-        if (data::getSyoukaiData(data.aSyoukai) == -1) done();
-        else failed();
+        if (data::getSyoukaiData(data.aSyoukai) == -1)
+            done();
+        else
+            failed();
         return -1;
     case 4: {
         const data::cD_CAREMANE filter;
-        return readTable(data.oCaremaneList, [&] { return data.oCaremaneList.iDataReadGrid(filter); }, failureText,
-                         data, K, nCloseState);
+        return readTable(
+            data.oCaremaneList, [&] { return data.oCaremaneList.iDataReadGrid(filter); }, failureText, data, K,
+            nCloseState);
     }
     case 5: {
         const data::cD_STAFF filter;
-        return readTable(data.oStaffList, [&] { return data.oStaffList.iDataReadGrid(filter); }, failureText, data, K,
-                         nCloseState);
+        return readTable(
+            data.oStaffList, [&] { return data.oStaffList.iDataReadGrid(filter); }, failureText, data, K, nCloseState);
     }
     case 6:
     case 8: {
         data::cD_SISETSU filter;
         filter.iKikanShubetsu = K == 6 ? 1 : 2;
         data::cT_SISETSU& table = K == 6 ? data.oSisetsuList : data.oIryouList;
-        return readTable(table, [&] { return table.iDataReadGrid(filter); }, failureText, data, K, nCloseState);
+        return readTable(
+            table, [&] { return table.iDataReadGrid(filter); }, failureText, data, K, nCloseState);
     }
     case 7:
-        return readTable(data.oCorpList, [&] { return data.oCorpList.iDataReadGrid(); }, failureText, data, K,
-                         nCloseState);
+        return readTable(
+            data.oCorpList, [&] { return data.oCorpList.iDataReadGrid(); }, failureText, data, K, nCloseState);
     default:
         return -1;
     }

@@ -12,8 +12,7 @@ namespace extract {
 // failureText is the kind's own sentence. Doctors, insurers and referrers that fail
 // set nCloseState to 1, the table kinds to -1. Returns -1, or 0 when the database
 // could not be closed after a good read.
-short readKind(short K, bool hokenjaFromPatients, const QString& failureText, AddresseeData& data,
-               short& nCloseState);
+short readKind(short K, bool hokenjaFromPatients, const QString& failureText, AddresseeData& data, short& nCloseState);
 
 // Reads every CORP row of this office into data.oOwnCorpList; its first row is the
 // sender. Failures are shown and leave the list as it was.

@@ -12,19 +12,34 @@ SealForm sealForm(bool envelope, int sealTypeIndex, int hutouIndex)
     if (!envelope) {
         SealForm f{QString(), u"シール"_s, u"シール"_s, kSealCsvName};
         switch (sealTypeIndex) {
-        case 0: f.wfdFile = u"シール.wfd"_s; break;
-        case 1: f.wfdFile = u"シール_2X6.wfd"_s; break;
-        case 2: f.wfdFile = u"ビーコン用シール30M.wfd"_s; break;
-        default: break;  // no sheet chosen: no form of its own
+        case 0:
+            f.wfdFile = u"シール.wfd"_s;
+            break;
+        case 1:
+            f.wfdFile = u"シール_2X6.wfd"_s;
+            break;
+        case 2:
+            f.wfdFile = u"ビーコン用シール30M.wfd"_s;
+            break;
+        default:
+            break;  // no sheet chosen: no form of its own
         }
         return f;
     }
     SealForm f{QString(), u"封筒"_s, u"封筒"_s, kEnvelopeCsvName};
     switch (hutouIndex) {
-    case 0: f.wfdFile = u"封筒印刷長3.wfd"_s; break;
-    case 2: f.wfdFile = u"封筒印刷長3_横.wfd"_s; break;
-    case 3: f.wfdFile = u"封筒印刷長3_横窓.wfd"_s; break;
-    default: f.wfdFile = u"封筒印刷角2_2.wfd"_s; break;
+    case 0:
+        f.wfdFile = u"封筒印刷長3.wfd"_s;
+        break;
+    case 2:
+        f.wfdFile = u"封筒印刷長3_横.wfd"_s;
+        break;
+    case 3:
+        f.wfdFile = u"封筒印刷長3_横窓.wfd"_s;
+        break;
+    default:
+        f.wfdFile = u"封筒印刷角2_2.wfd"_s;
+        break;
     }
     return f;
 }
@@ -39,8 +54,10 @@ PrintSealResult printSeal(short mode, const SealForm& form, const QString& sysPa
     }
     exe.iSetDataText(1, form.dataName, form.dataFile);
     // Even a print goes through the engine's dialog, where the printer is chosen.
-    if (mode == 1) exe.iPreviewActX();
-    else exe.iPrintDialog(0);
+    if (mode == 1)
+        exe.iPreviewActX();
+    else
+        exe.iPrintDialog(0);
     result.status = 0;
     result.sErrMsg = exe.sErrMsg;
     return result;

@@ -86,7 +86,8 @@ QString csRiyoushaSql(short office, short branch, const QDate& tMonthStart, int 
 
     QString s;
     s.reserve(2400);
-    s += QStringLiteral("SELECT  RIYOUSHA.iKyotenCd, RIYOUSHA.iKyotenEb, RIYOUSHA.nIDNo, RIYOUSHA.cName, RIYOUSHA.cNameKana,");
+    s += QStringLiteral(
+        "SELECT  RIYOUSHA.iKyotenCd, RIYOUSHA.iKyotenEb, RIYOUSHA.nIDNo, RIYOUSHA.cName, RIYOUSHA.cNameKana,");
     s += QStringLiteral(" RIYOUSHA.cYubinNo, RIYOUSHA.cAdress1, RIYOUSHA.cAdress2, RIYOUSHA.tBirthday,");
     s += QStringLiteral(" RIYOUSHA.cTelNo, RIYOUSHA.cFaxNo, RIYOUSHA.cMobNo, RIYOUSHA.tExpireDay, RIYOUSHA.nRoomNo,");
     s += QStringLiteral(" RIYOUSHA.cYubinNo2, RIYOUSHA.cYubinNo3,");
@@ -124,8 +125,8 @@ QString csRiyoushaSql(short office, short branch, const QDate& tMonthStart, int 
     s += QStringLiteral(" FROM JISSEKI ");
     s += QStringLiteral("            WHERE  iKyotenCd = ") + sOffice;
     s += QStringLiteral("            AND    iKyotenEb = ") + sBranch;
-    s += QStringLiteral("            AND    tServicyDayStart>'") + tBefore + QStringLiteral("' AND tServicyDayStart<'") + tAfter
-         + QStringLiteral("' ");
+    s += QStringLiteral("            AND    tServicyDayStart>'") + tBefore +
+         QStringLiteral("' AND tServicyDayStart<'") + tAfter + QStringLiteral("' ");
     s += QStringLiteral("            GROUP BY nRiyoushaIDNo");
     s += QStringLiteral("            ) r_jisseki ON RIYOUSHA.nIDNo = r_jisseki.nRiyoushaIDNo ");
     s += QStringLiteral(" WHERE RIYOUSHA.iKyotenCd = ") + sOffice;
@@ -133,7 +134,8 @@ QString csRiyoushaSql(short office, short branch, const QDate& tMonthStart, int 
     if (kaisyuIndex == 1) s += QStringLiteral(" AND r_sub.iShoukanSiharai = 1");
     if (kaisyuIndex == 2) {
         s += QStringLiteral(" AND r_sub.iShoukanSiharai = 1 ");
-        s += QStringLiteral(" AND REPLACE(REPLACE(REPLACE(TRIM(RIYOUSHA.cHTIryoname), CHAR(13), ''), CHAR(10), ''), '　', '') <> '手渡し' ");
+        s += QStringLiteral(" AND REPLACE(REPLACE(REPLACE(TRIM(RIYOUSHA.cHTIryoname), CHAR(13), ''), CHAR(10), ''), "
+                            "'　', '') <> '手渡し' ");
     }
     s += QStringLiteral(" ORDER BY RIYOUSHA.cNameKana");
     return s;
@@ -231,7 +233,8 @@ short getRiyoushaData_SEAL(const QString& sSQL, RiyoushaArray& aRiyousha)
 short RiyoushaMemorySet(const RiyoushaChoice& choice, RiyoushaArray& aRiyousha, short& nCloseState)
 {
     short status = -1;
-    app::Handler h(app::HandlerKind::Stop, app::Report::patternA(QStringLiteral("データ展開中にエラーが発生しました。")));
+    app::Handler h(app::HandlerKind::Stop,
+                   app::Report::patternA(QStringLiteral("データ展開中にエラーが発生しました。")));
     h([&] {
         if (choice.jissekiTicked && !choice.jissekiYm.isValid()) {
             app::msgBox(kNoMonth, controls::BoxStyle::Warning, app::kServiceMonthTitle);

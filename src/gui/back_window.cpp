@@ -11,7 +11,8 @@ BackWindow::BackWindow(app::frmBack& screen) : screen_(screen)
 {
     setWindowTitle(screen.caption());
     auto load = [this] {
-        wallpaper_ = screen_.ImgWall.picturePath().isEmpty() ? QPixmap() : QPixmap(base::nativePath(screen_.ImgWall.picturePath()));
+        wallpaper_ = screen_.ImgWall.picturePath().isEmpty() ? QPixmap()
+                                                             : QPixmap(base::nativePath(screen_.ImgWall.picturePath()));
         update();
     };
     load();

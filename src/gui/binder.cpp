@@ -30,7 +30,7 @@ void ClickableLabel::mouseReleaseEvent(QMouseEvent* event)
 }
 
 Binder::Binder(QtPlatform& platform, controls::Screen& screen, QWidget* window)
-    : platform_(platform), screen_(screen), window_(window)
+        : platform_(platform), screen_(screen), window_(window)
 {
     screen_.FocusMoved = [this](controls::Control* c) {
         QWidget* w = widgetOf(c);
@@ -44,10 +44,7 @@ Binder::~Binder()
     for (auto& [c, id] : observers_) c->unobserve(id);
 }
 
-void Binder::act(const std::function<void()>& f)
-{
-    platform_.dispatch(f);
-}
+void Binder::act(const std::function<void()>& f) { platform_.dispatch(f); }
 
 void Binder::common(controls::Control& c, QWidget* w, std::function<void()> refresh)
 {
@@ -95,8 +92,7 @@ namespace {
 // delegate acts on the press (a tick box's delegate takes the press for itself).
 class PressedCell : public QObject {
 public:
-    PressedCell(QAbstractItemView* view, Binder::CellOf cellOf)
-        : QObject(view), view_(view), cellOf_(std::move(cellOf))
+    PressedCell(QAbstractItemView* view, Binder::CellOf cellOf) : QObject(view), view_(view), cellOf_(std::move(cellOf))
     {
         view->viewport()->installEventFilter(this);
     }

@@ -21,11 +21,7 @@
 
 namespace gui {
 
-namespace {
-
-
-
-}  // namespace
+namespace {}  // namespace
 
 QMenuBar* buildSideScreenMenus(Binder& binder, selection::ConsentSideScreen& screen)
 {
@@ -48,7 +44,7 @@ QMenuBar* buildSideScreenMenus(Binder& binder, selection::ConsentSideScreen& scr
 }
 
 DouiWindow::DouiWindow(QtPlatform& platform, selection::frmDoui& screen)
-    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+        : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
@@ -120,8 +116,8 @@ QWidget* DouiWindow::buildConditions()
     grid->addWidget(bases, 3, 1);
 
     auto* checks = new QVBoxLayout;
-    for (controls::CheckBox* c : {&screen_.chkKijunDisp, &screen_.chkEachSejyutusya, &screen_.chkIsiMatome,
-                                  &screen_.chkStaff}) {
+    for (controls::CheckBox* c :
+         {&screen_.chkKijunDisp, &screen_.chkEachSejyutusya, &screen_.chkIsiMatome, &screen_.chkStaff}) {
         auto* box = new QCheckBox;
         binder_->check(*c, box);
         checks->addWidget(box);
@@ -176,7 +172,5 @@ QWidget* buildSideScreenCommands(Binder& binder, selection::ConsentSideScreen& s
     add(screen.btnPrint6);
     return w;
 }
-
-
 
 }  // namespace gui

@@ -12,7 +12,7 @@ class QMenuBar;
 namespace selection {
 class ConsentSideScreen;
 class frmDoui;
-}
+}  // namespace selection
 
 namespace gui {
 
@@ -28,7 +28,6 @@ class DouiWindow : public ScreenDialog {
 public:
     DouiWindow(QtPlatform& platform, selection::frmDoui& screen);
     ~DouiWindow() override;
-
 
 private:
     QWidget* buildConditions();

@@ -1,14 +1,14 @@
 #include "gui/grid_model.h"
 
-#include "gui/qt_platform.h"
 #include "gui/colors.h"
+#include "gui/qt_platform.h"
 
 #include <algorithm>
 
 namespace gui {
 
 GridModel::GridModel(controls::Grid& grid, std::vector<Column> columns, QtPlatform& platform, QObject* parent)
-    : QAbstractTableModel(parent), grid_(grid), columns_(std::move(columns)), platform_(platform)
+        : QAbstractTableModel(parent), grid_(grid), columns_(std::move(columns)), platform_(platform)
 {
     rebuildRows();
     observer_ = grid_.observe([this](const controls::Change& c) { onChange(c); });
@@ -73,12 +73,16 @@ QVariant GridModel::data(const QModelIndex& index, int role) const
     const int col = gridCol(index.column());
     const bool check = grid_.isCheckBoxColumn(col);
     switch (role) {
-    case Qt::DisplayRole: return check ? QVariant() : QVariant(grid_.text(col, row));
+    case Qt::DisplayRole:
+        return check ? QVariant() : QVariant(grid_.text(col, row));
     case Qt::CheckStateRole:
         return check ? QVariant(grid_.value(col, row) ? Qt::Checked : Qt::Unchecked) : QVariant();
-    case Qt::BackgroundRole: return toQColor(grid_.backColor(col, row));
-    case Qt::ForegroundRole: return toQColor(grid_.foreColor(col, row));
-    default: return {};
+    case Qt::BackgroundRole:
+        return toQColor(grid_.backColor(col, row));
+    case Qt::ForegroundRole:
+        return toQColor(grid_.foreColor(col, row));
+    default:
+        return {};
     }
 }
 

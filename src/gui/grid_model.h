@@ -16,7 +16,7 @@ class QtPlatform;
 class GridModel : public QAbstractTableModel {
 public:
     struct Column {
-        int col;        // the grid's column
+        int col;  // the grid's column
         QString title;
     };
 

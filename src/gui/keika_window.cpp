@@ -19,7 +19,7 @@
 namespace gui {
 
 KeikaWindow::KeikaWindow(QtPlatform& platform, selection::frmSeal_SejutsuKeika& screen)
-    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+        : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
@@ -124,8 +124,5 @@ QWidget* KeikaWindow::buildStaff()
     binder_->frame(screen_.fraStaff, box);
     return box;
 }
-
-
-
 
 }  // namespace gui

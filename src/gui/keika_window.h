@@ -20,7 +20,6 @@ public:
     KeikaWindow(QtPlatform& platform, selection::frmSeal_SejutsuKeika& screen);
     ~KeikaWindow() override;
 
-
 private:
     QWidget* buildMonths();
     QWidget* buildHidden();

@@ -9,10 +9,10 @@
 #include <QDesktopServices>
 #include <QDialog>
 #include <QEventLoop>
-#include <QSysInfo>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSysInfo>
 #include <QUrl>
 
 namespace gui {
@@ -22,11 +22,20 @@ BoxSpec boxSpecForStyle(int style)
     BoxSpec look{QMessageBox::NoIcon, (style & 7) == controls::BoxStyle::OkCancel,
                  (style & 0x300) == controls::BoxStyle::DefaultButton2};
     switch (style & 0x70) {
-    case controls::BoxStyle::Critical: look.icon = QMessageBox::Critical; break;
-    case controls::BoxStyle::Question: look.icon = QMessageBox::Question; break;
-    case controls::BoxStyle::Warning: look.icon = QMessageBox::Warning; break;
-    case controls::BoxStyle::Information: look.icon = QMessageBox::Information; break;
-    default: break;
+    case controls::BoxStyle::Critical:
+        look.icon = QMessageBox::Critical;
+        break;
+    case controls::BoxStyle::Question:
+        look.icon = QMessageBox::Question;
+        break;
+    case controls::BoxStyle::Warning:
+        look.icon = QMessageBox::Warning;
+        break;
+    case controls::BoxStyle::Information:
+        look.icon = QMessageBox::Information;
+        break;
+    default:
+        break;
     }
     return look;
 }
@@ -42,7 +51,8 @@ int QtPlatform::msgBox(const QString& text, int style, const QString& title)
                     QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n'),
                     QMessageBox::NoButton, QApplication::activeWindow());
     QPushButton* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
-    QPushButton* cancel = look.okCancel ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole) : nullptr;
+    QPushButton* cancel =
+        look.okCancel ? box.addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole) : nullptr;
     box.setDefaultButton(look.cancelIsDefault && cancel ? cancel : ok);
     box.setEscapeButton(static_cast<QAbstractButton*>(cancel ? cancel : ok));
     // The wait cursor must not stand over a question.
@@ -50,7 +60,8 @@ int QtPlatform::msgBox(const QString& text, int style, const QString& title)
     if (restore) QApplication::restoreOverrideCursor();
     box.exec();
     if (restore) QApplication::setOverrideCursor(Qt::WaitCursor);
-    return cancel && box.clickedButton() == static_cast<QAbstractButton*>(cancel) ? controls::BoxAnswer::Cancel : controls::BoxAnswer::Ok;
+    return cancel && box.clickedButton() == static_cast<QAbstractButton*>(cancel) ? controls::BoxAnswer::Cancel
+                                                                                  : controls::BoxAnswer::Ok;
 }
 
 void QtPlatform::setPointer(controls::Pointer pointer)
@@ -58,8 +69,10 @@ void QtPlatform::setPointer(controls::Pointer pointer)
     const bool want = pointer == controls::Pointer::Hourglass;
     if (want == hourglass_) return;
     hourglass_ = want;
-    if (want) QApplication::setOverrideCursor(Qt::WaitCursor);
-    else QApplication::restoreOverrideCursor();
+    if (want)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
 }
 
 bool QtPlatform::startProgram(const QString& commandLine, int)
@@ -72,15 +85,9 @@ bool QtPlatform::startProgram(const QString& commandLine, int)
     return false;
 }
 
-void QtPlatform::openUrl(const QString& url)
-{
-    QDesktopServices::openUrl(QUrl(url));
-}
+void QtPlatform::openUrl(const QString& url) { QDesktopServices::openUrl(QUrl(url)); }
 
-void QtPlatform::beep()
-{
-    QApplication::beep();
-}
+void QtPlatform::beep() { QApplication::beep(); }
 
 void QtPlatform::sendKey(const QString& key)
 {
@@ -91,10 +98,7 @@ void QtPlatform::sendKey(const QString& key)
     }
 }
 
-void QtPlatform::doEvents()
-{
-    QApplication::processEvents(QEventLoop::AllEvents, 50);
-}
+void QtPlatform::doEvents() { QApplication::processEvents(QEventLoop::AllEvents, 50); }
 
 QDate QtPlatform::today() { return QDate::currentDate(); }
 
@@ -113,7 +117,10 @@ void QtPlatform::showModal(controls::Screen& screen)
     }
     if (screen.isUnloaded()) return;
     QEventLoop loop;
-    screen.Unloading = [&](controls::Screen&) { view->hide(); loop.quit(); };
+    screen.Unloading = [&](controls::Screen&) {
+        view->hide();
+        loop.quit();
+    };
     view->setWindowModality(Qt::ApplicationModal);
     view->show();
     view->activateWindow();
@@ -162,9 +169,6 @@ void QtPlatform::showModeless(controls::Screen& screen)
     if (!screen.isUnloaded()) screen.activate();
 }
 
-void QtPlatform::endProcess(int exitCode)
-{
-    throw controls::ProcessEnd{exitCode};
-}
+void QtPlatform::endProcess(int exitCode) { throw controls::ProcessEnd{exitCode}; }
 
 }  // namespace gui

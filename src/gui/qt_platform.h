@@ -55,7 +55,7 @@ private:
 // The Qt message box for a style number: icon, buttons, default button, and the answer
 // as the original numbers it. Exposed for tests.
 struct BoxSpec {
-    int icon;             // QMessageBox::Icon
+    int icon;  // QMessageBox::Icon
     bool okCancel;
     bool cancelIsDefault;
 };

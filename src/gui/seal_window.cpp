@@ -10,8 +10,8 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -22,8 +22,8 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStatusBar>
 #include <QTableView>
@@ -72,7 +72,7 @@ QGroupBox* group(const QString& title, QLayout* layout)
 }  // namespace
 
 SealWindow::SealWindow(QtPlatform& platform, seal::frmPrintシール& screen)
-    : platform_(platform), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+        : platform_(platform), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(QStringLiteral("シール印刷"));
     auto* central = new QWidget;
@@ -266,7 +266,10 @@ QWidget* SealWindow::buildList()
 {
     auto* view = new QTableView;
     binder_->grid(screen_.fpSpread02, view,
-                  {{1, QStringLiteral("対象")}, {4, QStringLiteral("名称")}, {2, QStringLiteral("ⅠＤ")}, {5, QStringLiteral("カナ")}});
+                  {{1, QStringLiteral("対象")},
+                   {4, QStringLiteral("名称")},
+                   {2, QStringLiteral("ⅠＤ")},
+                   {5, QStringLiteral("カナ")}});
     view->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     view->setColumnWidth(0, 44);
     view->setColumnWidth(2, 80);
@@ -328,7 +331,8 @@ QWidget* SealWindow::buildSheet()
         view->horizontalHeader()->setDefaultSectionSize(g->MaxCols() == 3 ? 30 : 44);
         view->verticalHeader()->setDefaultSectionSize(g->MaxRows() == 10 ? 12 : 20);
         view->setSelectionMode(QAbstractItemView::NoSelection);
-        view->setFixedSize(g->MaxCols() * (g->MaxCols() == 3 ? 30 : 44) + 4, g->MaxRows() * (g->MaxRows() == 10 ? 12 : 20) + 4);
+        view->setFixedSize(g->MaxCols() * (g->MaxCols() == 3 ? 30 : 44) + 4,
+                           g->MaxRows() * (g->MaxRows() == 10 ? 12 : 20) + 4);
         view->setEditTriggers(QAbstractItemView::NoEditTriggers);
         view->setFocusPolicy(Qt::NoFocus);
         view->clearSelection();
@@ -398,7 +402,8 @@ QWidget* SealWindow::buildCommands()
     auto* w = new QWidget;
     auto* h = new QHBoxLayout(w);
     h->setContentsMargins(9, 0, 9, 2);
-    for (controls::Button* b : {&screen_.btnJisseki[0], &screen_.btnJisseki[1], &screen_.btnDouishoList, &screen_.btnSejutsuKeika}) {
+    for (controls::Button* b :
+         {&screen_.btnJisseki[0], &screen_.btnJisseki[1], &screen_.btnDouishoList, &screen_.btnSejutsuKeika}) {
         auto* btn = new QPushButton;
         binder_->button(*b, btn);
         h->addWidget(btn);
@@ -430,7 +435,8 @@ void SealWindow::buildMenus()
     };
     marks(screen_.mnSetteiCK, screen_.mnCKOnOff);
     marks(screen_.mnSetteiHokenja, screen_.mnHokenjaDisp);
-    for (auto [title, item] : {std::pair{&screen_.mnSetteiCheck, &screen_.mnCheckOn}, std::pair{&screen_.mnSetteiEnter, &screen_.mnEnterOn}}) {
+    for (auto [title, item] : {std::pair{&screen_.mnSetteiCheck, &screen_.mnCheckOn},
+                               std::pair{&screen_.mnSetteiEnter, &screen_.mnEnterOn}}) {
         QMenu* sub = b.submenu(*title, settings);
         b.menuItem(sub, *item, true);
         settings->addMenu(sub);

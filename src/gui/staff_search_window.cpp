@@ -20,7 +20,7 @@
 namespace gui {
 
 StaffSearchWindow::StaffSearchWindow(QtPlatform& platform, dialogs::frm施術者検索& screen)
-    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+        : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
@@ -33,10 +33,7 @@ StaffSearchWindow::StaffSearchWindow(QtPlatform& platform, dialogs::frm施術者
     resize(520, 480);
 }
 
-StaffSearchWindow::~StaffSearchWindow()
-{
-    screen_.spr_1ran.unobserve(listObserver_);
-}
+StaffSearchWindow::~StaffSearchWindow() { screen_.spr_1ran.unobserve(listObserver_); }
 
 void StaffSearchWindow::buildMenus(QLayout* layout)
 {
@@ -124,7 +121,5 @@ QWidget* StaffSearchWindow::buildCommands()
     }
     return w;
 }
-
-
 
 }  // namespace gui

@@ -23,7 +23,6 @@ public:
     StaffSearchWindow(QtPlatform& platform, dialogs::frm施術者検索& screen);
     ~StaffSearchWindow() override;
 
-
 private:
     QWidget* buildFilters();
     QWidget* buildList();

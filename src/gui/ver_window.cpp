@@ -14,7 +14,7 @@
 namespace gui {
 
 VerWindow::VerWindow(QtPlatform& platform, dialogs::frmVer& screen)
-    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+        : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);
@@ -40,7 +40,5 @@ VerWindow::VerWindow(QtPlatform& platform, dialogs::frmVer& screen)
 }
 
 VerWindow::~VerWindow() = default;
-
-
 
 }  // namespace gui

@@ -20,7 +20,6 @@ public:
     VerWindow(QtPlatform& platform, dialogs::frmVer& screen);
     ~VerWindow() override;
 
-
 private:
     dialogs::frmVer& screen_;
     std::unique_ptr<Binder> binder_;

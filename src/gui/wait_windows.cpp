@@ -22,7 +22,7 @@ int px(int twips) { return twips / 15; }
 }  // namespace
 
 WaitMsgWindow::WaitMsgWindow(QtPlatform& platform, app::frmWaitMsg& screen)
-    : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
+        : ScreenDialog(platform, screen), screen_(screen), binder_(std::make_unique<Binder>(platform, screen, this))
 {
     // The four icons: information, warning, critical, question.
     const QStyle::StandardPixmap icons[] = {QStyle::SP_MessageBoxInformation, QStyle::SP_MessageBoxWarning,
@@ -51,9 +51,11 @@ void WaitMsgWindow::resizeEvent(QResizeEvent* event)
         auto* w = qobject_cast<QWidget*>(o);
         if (w == nullptr) continue;
         if (w->objectName() == QLatin1String("laMsg"))
-            w->setGeometry(px(screen_.laMsg.left()), px(screen_.laMsg.top()), px(screen_.laMsg.width()), px(screen_.laMsg.height()));
+            w->setGeometry(px(screen_.laMsg.left()), px(screen_.laMsg.top()), px(screen_.laMsg.width()),
+                           px(screen_.laMsg.height()));
         else if (w->objectName() == QLatin1String("cmdOK"))
-            w->setGeometry(px(screen_.cmdOK.left()), px(screen_.cmdOK.top()), px(screen_.cmdOK.width()), px(screen_.cmdOK.height()));
+            w->setGeometry(px(screen_.cmdOK.left()), px(screen_.cmdOK.top()), px(screen_.cmdOK.width()),
+                           px(screen_.cmdOK.height()));
     }
 }
 
@@ -65,7 +67,7 @@ void WaitMsgWindow::changeEvent(QEvent* event)
 }
 
 MsgWaitWindow::MsgWaitWindow(QtPlatform& platform, app::frmMsgWait& screen)
-    : binder_(std::make_unique<Binder>(platform, screen, this))
+        : binder_(std::make_unique<Binder>(platform, screen, this))
 {
     setWindowTitle(screen.caption());
     auto* v = new QVBoxLayout(this);

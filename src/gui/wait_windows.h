@@ -9,7 +9,7 @@
 namespace app {
 class frmWaitMsg;
 class frmMsgWait;
-}
+}  // namespace app
 
 namespace gui {
 

@@ -106,8 +106,9 @@ Parsed parse(int argc, char** argv)
     if (parser.isSet(help) || parser.isSet(version)) {
         // The texts need the application object; nothing else runs after them.
         QCoreApplication app(argc, argv);
-        printLine(stdout, parser.isSet(help) ? parser.helpText().trimmed()
-                                             : QStringLiteral("sealprint %1").arg(QCoreApplication::applicationVersion()));
+        printLine(stdout, parser.isSet(help)
+                              ? parser.helpText().trimmed()
+                              : QStringLiteral("sealprint %1").arg(QCoreApplication::applicationVersion()));
         p.exitNow = 0;
         return p;
     }
@@ -118,7 +119,8 @@ Parsed parse(int argc, char** argv)
     a.commandLine = parser.positionalArguments().join(u' ');
     if (parser.isSet(appDir) && a.appDir.isEmpty()) return fail(QStringLiteral("--app-dir needs a folder."));
     if (parser.isSet(script) && a.script.isEmpty()) return fail(QStringLiteral("--script needs a file."));
-    if (a.startPrograms && a.script.isEmpty()) return fail(QStringLiteral("--start-programs works with --script only."));
+    if (a.startPrograms && a.script.isEmpty())
+        return fail(QStringLiteral("--start-programs works with --script only."));
     if (parser.isSet(logLevel)) {
         const std::optional<QtMsgType> level = base::logLevelFromName(parser.value(logLevel));
         if (!level) return fail(QStringLiteral("unknown log level '%1'.").arg(parser.value(logLevel)));
@@ -147,8 +149,10 @@ bool checkStart(const QString& programDir)
 {
     bool ok = true;
     for (const app::StartupProblem& p : app::startupChecks(programDir)) {
-        if (p.fatal) qCCritical(base::lcApp).noquote() << p.message;
-        else qCWarning(base::lcApp).noquote() << p.message;
+        if (p.fatal)
+            qCCritical(base::lcApp).noquote() << p.message;
+        else
+            qCWarning(base::lcApp).noquote() << p.message;
         ok = ok && !p.fatal;
     }
     return ok;

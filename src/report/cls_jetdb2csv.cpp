@@ -40,8 +40,8 @@ bool isNumberType(int adoType)
 
 bool isDateType(int adoType)
 {
-    return adoType == ado::adDate || adoType == ado::adDBDate || adoType == ado::adDBTime
-           || adoType == ado::adDBTimeStamp;
+    return adoType == ado::adDate || adoType == ado::adDBDate || adoType == ado::adDBTime ||
+           adoType == ado::adDBTimeStamp;
 }
 
 // A flag column reads "True" or "False" whatever number the server keeps it as.
@@ -69,8 +69,8 @@ QString csvColumnText(int adoType, const QVariant& value)
 
 cls_JetDB2CSV::~cls_JetDB2CSV() { iEndJ2C(); }
 
-cls_JetDB2CSV::Failure cls_JetDB2CSV::openCounted(std::unique_ptr<ado::Recordset>& rs,
-                                                  const QString& sSQL, qint32& nCount)
+cls_JetDB2CSV::Failure cls_JetDB2CSV::openCounted(std::unique_ptr<ado::Recordset>& rs, const QString& sSQL,
+                                                  qint32& nCount)
 {
     rs = std::make_unique<ado::Recordset>();
     rs->setCursorLocation(ado::adUseClient);
@@ -191,10 +191,7 @@ qint32 cls_JetDB2CSV::exportRows(bool bTwoQueries, int16_t bHeader, const QStrin
     return nCount;
 }
 
-int16_t cls_JetDB2CSV::iExecJ2C(int16_t bHeader)
-{
-    return nExecJ2C(bHeader, QString()) < 0 ? -1 : 0;
-}
+int16_t cls_JetDB2CSV::iExecJ2C(int16_t bHeader) { return nExecJ2C(bHeader, QString()) < 0 ? -1 : 0; }
 
 qint32 cls_JetDB2CSV::nExecJ2C(int16_t bHeader, const QString& sSiteName)
 {

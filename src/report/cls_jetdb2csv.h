@@ -43,8 +43,7 @@ public:
     int16_t iInitJ2C(const QString& sSQL, const QString& sCsvPath, qint32& nCount);
     // As iInitJ2C for two queries, without any box. nCount is the second query's count
     // once it opens; the first's stands only when the second fails.
-    int16_t iInitJ2C_WSQL(const QString& sSQL1, const QString& sSQL2, const QString& sCsvPath,
-                          qint32& nCount);
+    int16_t iInitJ2C_WSQL(const QString& sSQL1, const QString& sSQL2, const QString& sCsvPath, qint32& nCount);
     // The header is written only when bHeader is exactly -1.
     int16_t iExecJ2C(int16_t bHeader);
     // Rows written or -1; a site name that is not blank adds the column "拠点名".

@@ -29,11 +29,9 @@ void registerWfdDocument(WfdDocumentMaker maker) { registeredMaker() = std::move
 std::unique_ptr<WfdDocument> createWfdDocument(const QString& progId)
 {
     const WfdDocumentMaker& maker = registeredMaker();
-    if (!maker || progId.compare(kWfdDocumentProgId, Qt::CaseInsensitive) != 0)
-        throw cannotCreateObject();
+    if (!maker || progId.compare(kWfdDocumentProgId, Qt::CaseInsensitive) != 0) throw cannotCreateObject();
     std::unique_ptr<WfdDocument> doc = maker();
-    if (!doc)
-        throw cannotCreateObject();
+    if (!doc) throw cannotCreateObject();
     return doc;
 }
 
@@ -41,8 +39,7 @@ template <class Call>
 bool cls_WfdPrint::call(Call&& c)
 {
     try {
-        if (!objDocument_)
-            throw data::ado::fault::objectNotSet();
+        if (!objDocument_) throw data::ado::fault::objectNotSet();
         std::forward<Call>(c)(*objDocument_);
         return true;
     } catch (const base::VbError& fault) {
@@ -59,8 +56,7 @@ int16_t cls_WfdPrint::iInit(const QString& title)
         sErrMsg = faultText(fault);
         return -1;
     }
-    if (title.isEmpty())
-        return 0;
+    if (title.isEmpty()) return 0;
     return call([&](WfdDocument& d) { d.setTitle(title); }) ? 0 : -1;
 }
 

@@ -65,12 +65,20 @@ QStringList wfdScriptLines(const WfdScriptFields& f, int16_t paper, WfdMode mode
     if (f.iRepeatStart >= 1) lines << u"SectionRepeatStart, "_s + QString::number(f.iRepeatStart);
 
     switch (paper) {
-    case 1: lines << u"PrintPaper, A5"_s; break;
-    case 2: lines << u"PrintPaper, B5"_s; break;
+    case 1:
+        lines << u"PrintPaper, A5"_s;
+        break;
+    case 2:
+        lines << u"PrintPaper, B5"_s;
+        break;
     // The engine takes a repeated line as harmless; callers rely on -1 meaning
     // "leave the form's own paper".
-    case -1: lines << lines.last(); break;
-    default: lines << u"PrintPaper, A4"_s; break;
+    case -1:
+        lines << lines.last();
+        break;
+    default:
+        lines << u"PrintPaper, A4"_s;
+        break;
     }
 
     for (const WfdItemValue& item : f.tItems) {
@@ -78,9 +86,15 @@ QStringList wfdScriptLines(const WfdScriptFields& f, int16_t paper, WfdMode mode
     }
 
     switch (mode) {
-    case WfdMode::Preview: lines << u"ShowWindow,2"_s; break;
-    case WfdMode::PrintBk: lines << u"PrintOut"_s; break;
-    case WfdMode::PrintDialog: lines << u"PrintOutFromDialog"_s; break;
+    case WfdMode::Preview:
+        lines << u"ShowWindow,2"_s;
+        break;
+    case WfdMode::PrintBk:
+        lines << u"PrintOut"_s;
+        break;
+    case WfdMode::PrintDialog:
+        lines << u"PrintOutFromDialog"_s;
+        break;
     }
     return lines;
 }
@@ -94,8 +108,7 @@ QStringList wfdJoinScriptLines(const WfdJoinedReports& r, const QString& title)
     for (int i = 1; i <= r.iCount; ++i) {
         lines << u"SetDataText,"_s + quoted(r.sDataName) + u',' + quoted(at(r.sDataFiles, i)) + trailer;
         if (r.bWithAddCsv && at(r.nAddFlags, i) == 1) {
-            lines << u"SetDataText,"_s + quoted(r.sAddDataName) + u',' + quoted(at(r.sAddDataFiles, i))
-                         + trailer;
+            lines << u"SetDataText,"_s + quoted(r.sAddDataName) + u',' + quoted(at(r.sAddDataFiles, i)) + trailer;
         }
         lines << u"setreport,"_s + quoted(at(r.sWfdFiles, i));
         if (i < r.iCount) lines << u"AddReport"_s;
@@ -105,8 +118,7 @@ QStringList wfdJoinScriptLines(const WfdJoinedReports& r, const QString& title)
 
 QStringList wfdJoinViewerLines(const QString& title, const QString& tmpPath)
 {
-    return {u"Title,"_s + quoted(title), u"FileName,"_s + quoted(tmpPath + kJoinedForm),
-            u"PrintOutFromDialog"_s};
+    return {u"Title,"_s + quoted(title), u"FileName,"_s + quoted(tmpPath + kJoinedForm), u"PrintOutFromDialog"_s};
 }
 
 QByteArray wfdScriptBytes(const QStringList& lines)
@@ -132,8 +144,7 @@ QString wfdActXCommandLine()
 
 QString wfdJoinCommandLine(const QString& tmpPath)
 {
-    return u"wfrimg10.exe "_s + tmpPath + kJoinedForm + u" /c "_s + tmpPath
-           + QString::fromUtf16(kWfdScriptName);
+    return u"wfrimg10.exe "_s + tmpPath + kJoinedForm + u" /c "_s + tmpPath + QString::fromUtf16(kWfdScriptName);
 }
 
 int16_t cls_WfdPrintExe::iInit(const QString& wfdFile, const QString& title)
@@ -156,8 +167,7 @@ int16_t cls_WfdPrintExe::iInit(const QString& wfdFile, const QString& title)
     }
 }
 
-int16_t cls_WfdPrintExe::setDataSlot(int16_t slot, const QString& name, const QString& file,
-                                     int16_t noTitle)
+int16_t cls_WfdPrintExe::setDataSlot(int16_t slot, const QString& name, const QString& file, int16_t noTitle)
 {
     try {
         checkSlot(slot);
@@ -176,8 +186,7 @@ int16_t cls_WfdPrintExe::iSetDataText(int16_t slot, const QString& dataName, con
     return setDataSlot(slot, dataName, m_.sTmpPath + fileName, 0);
 }
 
-int16_t cls_WfdPrintExe::iSetDataTextNoTitle(int16_t slot, const QString& dataName,
-                                             const QString& filePath)
+int16_t cls_WfdPrintExe::iSetDataTextNoTitle(int16_t slot, const QString& dataName, const QString& filePath)
 {
     return setDataSlot(slot, dataName, filePath, -1);
 }
@@ -195,8 +204,8 @@ int16_t cls_WfdPrintExe::iSetPrintZoom(int16_t zoom)
     return 0;
 }
 
-int16_t cls_WfdPrintExe::iSetItemValue(const QString& part1, const QString& part2,
-                                       const QString& part3, const QString& value)
+int16_t cls_WfdPrintExe::iSetItemValue(const QString& part1, const QString& part2, const QString& part3,
+                                       const QString& value)
 {
     try {
         // The count is the original's 16-bit counter: one more than it holds overflows.
@@ -216,10 +225,7 @@ int16_t cls_WfdPrintExe::iSetRepeatStart(int16_t section)
     return 0;
 }
 
-QString cls_WfdPrintExe::scriptPath() const
-{
-    return m_.sTmpPath + QString::fromUtf16(kWfdScriptName);
-}
+QString cls_WfdPrintExe::scriptPath() const { return m_.sTmpPath + QString::fromUtf16(kWfdScriptName); }
 
 int16_t cls_WfdPrintExe::iWriteScript(const QStringList& lines)
 {
@@ -239,8 +245,7 @@ void cls_WfdPrintExe::startEngine(const QString& commandLine, int windowStyle)
     }
 }
 
-void cls_WfdPrintExe::runSingle(int16_t paper, WfdMode mode, const QString& commandLine,
-                                int windowStyle, bool start)
+void cls_WfdPrintExe::runSingle(int16_t paper, WfdMode mode, const QString& commandLine, int windowStyle, bool start)
 {
     try {
         if (iWriteScript(wfdScriptLines(m_, paper, mode)) != 0) return;
@@ -303,10 +308,9 @@ void cls_WfdPrintExe::addPrint(int16_t count, const QString& dataName, const QSt
     runJoined(r, title);
 }
 
-void cls_WfdPrintExe::addPrint_addCSV(int16_t count, const QString& dataName,
-                                      const QStringList& dataFiles, const QString& addDataName,
-                                      const QStringList& addDataFiles, const QStringList& wfdFiles,
-                                      const QList<int32_t>& addFlags, const QString& title)
+void cls_WfdPrintExe::addPrint_addCSV(int16_t count, const QString& dataName, const QStringList& dataFiles,
+                                      const QString& addDataName, const QStringList& addDataFiles,
+                                      const QStringList& wfdFiles, const QList<int32_t>& addFlags, const QString& title)
 {
     WfdJoinedReports r;
     r.iCount = count;

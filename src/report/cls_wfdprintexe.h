@@ -30,7 +30,7 @@ struct WfdScriptFields {
     QString sTmpPath;  // ends with "\"
     QString sWfdFile;
     QString sTitle;
-    std::array<QString, 5> sDataName;    // slots 1..5 at 0..4
+    std::array<QString, 5> sDataName;  // slots 1..5 at 0..4
     std::array<QString, 5> sDataFile;
     std::array<int16_t, 5> bDataNoTitle{};  // -1 true, 0 false
     int32_t nOffsetX = 0;
@@ -89,8 +89,7 @@ public:
     int16_t iSetDataTextNoTitle(int16_t slot, const QString& dataName, const QString& filePath);
     int16_t iSetOffset(int32_t x, int32_t y);
     int16_t iSetPrintZoom(int16_t zoom);
-    int16_t iSetItemValue(const QString& part1, const QString& part2, const QString& part3,
-                          const QString& value);
+    int16_t iSetItemValue(const QString& part1, const QString& part2, const QString& part3, const QString& value);
     int16_t iSetRepeatStart(int16_t section);
 
     // Output operations; their faults are left in sErrMsg.
@@ -99,12 +98,11 @@ public:
     void iPreviewActX();
     void iPrintBk();
     void iPrintDialog(int16_t paper);
-    void addPrint(int16_t count, const QString& dataName, const QStringList& dataFiles,
-                  const QStringList& wfdFiles, const QString& title);
+    void addPrint(int16_t count, const QString& dataName, const QStringList& dataFiles, const QStringList& wfdFiles,
+                  const QString& title);
     void addPrint_addCSV(int16_t count, const QString& dataName, const QStringList& dataFiles,
-                         const QString& addDataName, const QStringList& addDataFiles,
-                         const QStringList& wfdFiles, const QList<int32_t>& addFlags,
-                         const QString& title);
+                         const QString& addDataName, const QStringList& addDataFiles, const QStringList& wfdFiles,
+                         const QList<int32_t>& addFlags, const QString& title);
 
     const WfdScriptFields& fields() const { return m_; }
 
@@ -112,8 +110,7 @@ private:
     int16_t setDataSlot(int16_t slot, const QString& name, const QString& file, int16_t noTitle);
     // Writes the script; -1 until the file is written and closed, then 0.
     int16_t iWriteScript(const QStringList& lines);
-    void runSingle(int16_t paper, WfdMode mode, const QString& commandLine, int windowStyle,
-                   bool start);
+    void runSingle(int16_t paper, WfdMode mode, const QString& commandLine, int windowStyle, bool start);
     void runJoined(const WfdJoinedReports& reports, const QString& title);
     // Starts a program; a failure to start is a fault like any other.
     static void startEngine(const QString& commandLine, int windowStyle);

@@ -16,9 +16,17 @@ inline const std::array<QString, 10> kKanaCaptions{
 
 // The letters of each row; row 10 has no button and stands for no kana filter.
 inline const std::array<QString, 11> kKanaRows{
-    QStringLiteral("ｱｲｳｴｵ"), QStringLiteral("ｶｷｸｹｺ"), QStringLiteral("ｻｼｽｾｿ"), QStringLiteral("ﾀﾁﾂﾃﾄ"),
-    QStringLiteral("ﾅﾆﾇﾈﾉ"), QStringLiteral("ﾊﾋﾌﾍﾎ"), QStringLiteral("ﾏﾐﾑﾒﾓ"), QStringLiteral("ﾔﾕﾖ"),
-    QStringLiteral("ﾗﾘﾙﾚﾛ"), QStringLiteral("ﾜｦﾝ"), QString(),
+    QStringLiteral("ｱｲｳｴｵ"),
+    QStringLiteral("ｶｷｸｹｺ"),
+    QStringLiteral("ｻｼｽｾｿ"),
+    QStringLiteral("ﾀﾁﾂﾃﾄ"),
+    QStringLiteral("ﾅﾆﾇﾈﾉ"),
+    QStringLiteral("ﾊﾋﾌﾍﾎ"),
+    QStringLiteral("ﾏﾐﾑﾒﾓ"),
+    QStringLiteral("ﾔﾕﾖ"),
+    QStringLiteral("ﾗﾘﾙﾚﾛ"),
+    QStringLiteral("ﾜｦﾝ"),
+    QString(),
 };
 
 }  // namespace seal

@@ -8,8 +8,8 @@
 namespace seal {
 
 const std::array<QString, 5> kDefaultFootnotes{
-    QStringLiteral("療養費支給申請書在中"), QStringLiteral("同意書在中"), QStringLiteral("領収書在中"),
-    QStringLiteral("請求書在中"), QStringLiteral("経過報告書在中"),
+    QStringLiteral("療養費支給申請書在中"), QStringLiteral("同意書在中"),     QStringLiteral("領収書在中"),
+    QStringLiteral("請求書在中"),           QStringLiteral("経過報告書在中"),
 };
 
 namespace {
@@ -70,10 +70,8 @@ void savePrintSettings(const QString& iniPath, const PrintSettingControls& c)
         if (ini.iInit(iniPath) != 0) return;
         const auto flag = [](bool on) { return on ? QStringLiteral("1") : QStringLiteral("0"); };
         const std::pair<QString, QString> values[] = {
-            {kCk, flag(c.mnCKOnOff1.checked())},
-            {kCheckOrder, flag(c.chkCheck.value() == 1)},
-            {kEnter, flag(c.chkEnter.value() == 1)},
-            {kHokenja, flag(!c.mnHokenjaDisp0.checked())},
+            {kCk, flag(c.mnCKOnOff1.checked())},     {kCheckOrder, flag(c.chkCheck.value() == 1)},
+            {kEnter, flag(c.chkEnter.value() == 1)}, {kHokenja, flag(!c.mnHokenjaDisp0.checked())},
             {kAtesaki, base::Trim(c.txtEtc.text())},
         };
         for (const auto& [key, value] : values) {
@@ -127,8 +125,8 @@ void addFootnote(const QString& iniPath, TextComboBox& cbo)
         for (int i = 1; i <= n; ++i)
             if (base::RTrim(readKey(ini, kFootnoteSection, footnoteKey(i))) == text) return;
 
-        if (ini.iWriteProfileString(kFootnoteSection, kCount, QString::number(n + 1)) == 0
-            || ini.iWriteProfileString(kFootnoteSection, footnoteKey(n + 1), text) == 0) {
+        if (ini.iWriteProfileString(kFootnoteSection, kCount, QString::number(n + 1)) == 0 ||
+            ini.iWriteProfileString(kFootnoteSection, footnoteKey(n + 1), text) == 0) {
             reportWriteFailure(ini);
             return;
         }

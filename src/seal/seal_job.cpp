@@ -15,14 +15,17 @@ const std::array<AddresseeKindInfo, 9> kAddresseeKinds{{
 }};
 
 const std::array<QString, 7> kHonorificCaptions{
-    QStringLiteral("様"), QStringLiteral("殿"), QStringLiteral("御中"), QStringLiteral("先生"),
+    QStringLiteral("様"),         QStringLiteral("殿"), QStringLiteral("御中"),       QStringLiteral("先生"),
     QStringLiteral("先生御侍史"), QStringLiteral("行"), QStringLiteral("医事課御中"),
 };
 
 const std::array<SheetTypeInfo, 3> kSheetTypes{{
-    {SheetType::Sheet10, QStringLiteral("１０枚シート"), 10, 2, 5, QStringLiteral("fpSpread01"), QStringLiteral("シール.wfd")},
-    {SheetType::Sheet12, QStringLiteral("１２枚シート"), 12, 2, 6, QStringLiteral("fpSpread_2x6"), QStringLiteral("シール_2X6.wfd")},
-    {SheetType::Sheet30, QStringLiteral("３０枚シート（ビーコン）"), 30, 3, 10, QStringLiteral("fpSpread_3x10"), QStringLiteral("ビーコン用シール30M.wfd")},
+    {SheetType::Sheet10, QStringLiteral("１０枚シート"), 10, 2, 5, QStringLiteral("fpSpread01"),
+     QStringLiteral("シール.wfd")},
+    {SheetType::Sheet12, QStringLiteral("１２枚シート"), 12, 2, 6, QStringLiteral("fpSpread_2x6"),
+     QStringLiteral("シール_2X6.wfd")},
+    {SheetType::Sheet30, QStringLiteral("３０枚シート（ビーコン）"), 30, 3, 10, QStringLiteral("fpSpread_3x10"),
+     QStringLiteral("ビーコン用シール30M.wfd")},
 }};
 
 const std::array<EnvelopeTypeInfo, 4> kEnvelopeTypes{{

@@ -12,8 +12,15 @@
 namespace seal {
 
 enum class AddresseeKind : short {
-    Riyousha = 0, Doctor = 1, Hokenja = 2, Syoukai = 3, Caremane = 4,
-    Staff = 5, Sisetsu = 6, Corp = 7, Iryoukikan = 8,
+    Riyousha = 0,
+    Doctor = 1,
+    Hokenja = 2,
+    Syoukai = 3,
+    Caremane = 4,
+    Staff = 5,
+    Sisetsu = 6,
+    Corp = 7,
+    Iryoukikan = 8,
 };
 
 struct AddresseeKindInfo {
@@ -27,7 +34,13 @@ extern const std::array<AddresseeKindInfo, 9> kAddresseeKinds;
 inline constexpr std::array<short, 9> kOnScreenKindOrder{0, 1, 2, 3, 4, 5, 6, 8, 7};
 
 enum class Honorific : short {
-    Sama = 0, Dono = 1, Onchu = 2, Sensei = 3, SenseiGojishi = 4, Yuki = 5, FreeText = 6,
+    Sama = 0,
+    Dono = 1,
+    Onchu = 2,
+    Sensei = 3,
+    SenseiGojishi = 4,
+    Yuki = 5,
+    FreeText = 6,
 };
 // Caption of each optKeisho element; for 0 to 5 it is also the printed text. The free
 // text (6) prints the trimmed text of txtEtc, whose default is the caption.
@@ -61,7 +74,12 @@ enum class PrintMode : short { Seal = 0, Envelope = 1 };
 extern const std::array<QString, 2> kPrintModeCaptions;
 
 enum class PatientAddress : short {
-    Address1 = 0, Address2 = 1, Address3 = 2, Contact = 3, Application = 4, Billing = 5,
+    Address1 = 0,
+    Address2 = 1,
+    Address3 = 2,
+    Contact = 3,
+    Application = 4,
+    Billing = 5,
 };
 struct PatientAddressInfo {
     PatientAddress value;
@@ -80,7 +98,7 @@ enum class CollectionFilter : short { None = 0, ExcludeCashAndTransfer = 1, Excl
 struct CollectionFilterInfo {
     CollectionFilter value;
     QString listText;
-    QString queryPiece;  // added to the patient query
+    QString queryPiece;      // added to the patient query
     bool excludeHandedOver;  // also drop rows whose cHTIryoName is "手渡し"
 };
 extern const std::array<CollectionFilterInfo, 3> kCollectionFilters;
@@ -99,7 +117,7 @@ struct SealJob {
     short nKeisho = 0;
     QString sKeisho = QStringLiteral("様");
     short nMaisu = 1;
-    std::optional<short> nAgeFrom;     // unset until the first search
+    std::optional<short> nAgeFrom;  // unset until the first search
     std::optional<short> nAgeTo;
     std::optional<short> nBirthMonth;
     short nStartPos = 1;

@@ -40,12 +40,17 @@ std::unique_ptr<Screen> makeSealScreen(Platform& platform) { return std::make_un
 
 void frmPrintシール::buildControls()
 {
-    for (int i = 0; i < 9; ++i) optMst.emplace_back(indexed("optMst", i), kAddresseeKinds[static_cast<size_t>(i)].caption);
-    for (int i = 0; i < 7; ++i) optKeisho.emplace_back(indexed("optKeisho", i), kHonorificCaptions[static_cast<size_t>(i)]);
+    for (int i = 0; i < 9; ++i)
+        optMst.emplace_back(indexed("optMst", i), kAddresseeKinds[static_cast<size_t>(i)].caption);
+    for (int i = 0; i < 7; ++i)
+        optKeisho.emplace_back(indexed("optKeisho", i), kHonorificCaptions[static_cast<size_t>(i)]);
     for (int i = 0; i < 2; ++i) opPMode.emplace_back(indexed("opPMode", i), kPrintModeCaptions[static_cast<size_t>(i)]);
-    for (int i = 0; i < 6; ++i) optAdd.emplace_back(indexed("optAdd", i), kPatientAddresses[static_cast<size_t>(i)].caption);
-    for (int i = 0; i < 2; ++i) optAddHokenja.emplace_back(indexed("optAddHokenja", i), kHokenjaAddressCaptions[static_cast<size_t>(i)]);
-    for (int i = 0; i < 2; ++i) optAddKeamane.emplace_back(indexed("optAddKeamane", i), kCaremaneAddressCaptions[static_cast<size_t>(i)]);
+    for (int i = 0; i < 6; ++i)
+        optAdd.emplace_back(indexed("optAdd", i), kPatientAddresses[static_cast<size_t>(i)].caption);
+    for (int i = 0; i < 2; ++i)
+        optAddHokenja.emplace_back(indexed("optAddHokenja", i), kHokenjaAddressCaptions[static_cast<size_t>(i)]);
+    for (int i = 0; i < 2; ++i)
+        optAddKeamane.emplace_back(indexed("optAddKeamane", i), kCaremaneAddressCaptions[static_cast<size_t>(i)]);
     for (int i = 0; i < 2; ++i) numtAge.emplace_back(indexed("numtAge", i), 0, 200);
     for (int i = 0; i < 10; ++i) cmdAnk.emplace_back(indexed("cmdAnk", i), kKanaCaptions[static_cast<size_t>(i)]);
     btnAllKai.emplace_back(indexed("btnAllKai", 0), QStringLiteral("全解除"));
@@ -198,7 +203,9 @@ void frmPrintシール::bindHandlers()
     chkEnter.Click = [this] { chkEnter_Click(); };
     btnAllSel.Click = [this] { btnAllSel_Click(); };
     for (int i = 0; i < 2; ++i) btnAllKai[static_cast<size_t>(i)].Click = [this, i] { btnAllKai_Click(i); };
-    fpSpread02.ButtonClicked = [this](int col, int row, int buttonDown) { fpSpread02_ButtonClicked(col, row, buttonDown); };
+    fpSpread02.ButtonClicked = [this](int col, int row, int buttonDown) {
+        fpSpread02_ButtonClicked(col, row, buttonDown);
+    };
 }
 
 bool frmPrintシール::markerExists(const QString& fileName) const
@@ -228,7 +235,8 @@ void frmPrintシール::applySgrb()
 
 void frmPrintシール::Form_Load()
 {
-    app::Handler h(app::HandlerKind::StopAndClose, app::Report::patternA(kLoadFailed), {.closeState = &job.nCloseState});
+    app::Handler h(app::HandlerKind::StopAndClose, app::Report::patternA(kLoadFailed),
+                   {.closeState = &job.nCloseState});
     h([&] {
         setMousePointer(Pointer::Hourglass);
         job.nCloseState = 0;
@@ -249,7 +257,8 @@ void frmPrintシール::Form_Load()
         app::gsAppPath = base::csChangeToDir(app::gsAppPath);
         app::readSiteKey();
 
-        job.sWaType = base::CStr(base::Val(app::csGetSystemSetting(QStringLiteral("和タイプ"), false).value_or(QString())));
+        job.sWaType =
+            base::CStr(base::Val(app::csGetSystemSetting(QStringLiteral("和タイプ"), false).value_or(QString())));
         job.sSyokaiSetting = app::csGetSystemSetting(QStringLiteral("紹介者"), false).value_or(QString());
 
         if (job.sSyokaiSetting == QLatin1String("0") || job.sSyokaiSetting.isEmpty()) optMst[3].setEnabled(false);
@@ -275,7 +284,8 @@ void frmPrintシール::Form_Load()
         // Only the tick can be edited.
         for (int col = 2; col <= 20; ++col) fpSpread02.setColLocked(col, true);
 
-        for (size_t i = 0; i < kSheetTypes.size(); ++i) cmbSealType.AddItem(kSheetTypes[i].listText, static_cast<int>(i));
+        for (size_t i = 0; i < kSheetTypes.size(); ++i)
+            cmbSealType.AddItem(kSheetTypes[i].listText, static_cast<int>(i));
         cmbSealType.setListIndex(0);
         fpSpread01.setVisible(true);
         fpSpread_2x6.setVisible(false);
@@ -326,8 +336,10 @@ void frmPrintシール::Form_Unload(int& cancel)
     const QString menu = app::gsAppPath + QStringLiteral("\\") + QStringLiteral("Main.exe");
     // The return command starts the menu plainly; the end command and the close box
     // hand over with " 2"; run mode 1000 was started without the menu.
-    if (job.nReturnToMenu != 0) platform().startProgram(menu, WindowStyle::NormalFocus);
-    else if (app::gnRunMode != 1000) platform().startProgram(menu + QStringLiteral(" 2"), WindowStyle::NormalFocus);
+    if (job.nReturnToMenu != 0)
+        platform().startProgram(menu, WindowStyle::NormalFocus);
+    else if (app::gnRunMode != 1000)
+        platform().startProgram(menu + QStringLiteral(" 2"), WindowStyle::NormalFocus);
     platform().endProcess(0);
 }
 
@@ -346,7 +358,8 @@ void frmPrintシール::mnMenuExit_Click()
 void frmPrintシール::Form_KeyPress(int& keyAscii)
 {
     if (keyAscii != Key::Return) return;
-    app::Handler h(app::HandlerKind::Resume, app::Report::patternA(QStringLiteral("キー入力時にエラーが発生しました。")));
+    app::Handler h(app::HandlerKind::Resume,
+                   app::Report::patternA(QStringLiteral("キー入力時にエラーが発生しました。")));
     h([&] { onEnter(); });
 }
 

@@ -94,8 +94,10 @@ public:
     controls::MenuItem mnDouiSet{QStringLiteral("mnDouiSet"), QStringLiteral("同意更新設定"), QStringLiteral("F3")};
     controls::MenuItem mnF04{QStringLiteral("mnF04"), QStringLiteral("抽出"), QStringLiteral("F4")};
     controls::MenuItem mnMenuPrint{QStringLiteral("mnMenuPrint"), QStringLiteral("印刷"), QStringLiteral("F5")};
-    controls::MenuItem mnMenuPreview{QStringLiteral("mnMenuPreview"), QStringLiteral("プレビュー"), QStringLiteral("F9")};
-    controls::MenuItem mnMenuReturn{QStringLiteral("mnMenuReturn"), QStringLiteral("メインメニュー"), QStringLiteral("Shift+F12")};
+    controls::MenuItem mnMenuPreview{QStringLiteral("mnMenuPreview"), QStringLiteral("プレビュー"),
+                                     QStringLiteral("F9")};
+    controls::MenuItem mnMenuReturn{QStringLiteral("mnMenuReturn"), QStringLiteral("メインメニュー"),
+                                    QStringLiteral("Shift+F12")};
     controls::MenuItem mnMenuExit{QStringLiteral("mnMenuExit"), QStringLiteral("戻る"), QStringLiteral("F12")};
     std::deque<controls::MenuItem> mnCKOnOff;
     std::deque<controls::MenuItem> mnHokenjaDisp;

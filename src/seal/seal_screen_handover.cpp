@@ -14,8 +14,8 @@
 
 namespace seal {
 
-using controls::BoxStyle::Critical;
 using controls::Pointer;
+using controls::BoxStyle::Critical;
 
 namespace {
 

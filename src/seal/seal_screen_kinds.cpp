@@ -12,7 +12,8 @@ using namespace controls;
 
 void frmPrintシール::optMst_Click(short K)
 {
-    app::Handler h(app::HandlerKind::Resume, app::Report::patternA(QStringLiteral("「種類」選択時にエラーが発生しました。")),
+    app::Handler h(app::HandlerKind::Resume,
+                   app::Report::patternA(QStringLiteral("「種類」選択時にエラーが発生しました。")),
                    {.hourglass = true});
     h([&] {
         fpSpread02.setReDraw(false);
@@ -59,13 +60,16 @@ void frmPrintシール::applyKindControls(short K)
     optAdd[0].setValue(true);
     chkEndKanja.setEnabled(patients);
     chkJisseki.setEnabled(patients);
-    if (!patients) imJissekiYm.setEnabled(false);
-    else if (chkJisseki.value() == 1) imJissekiYm.setEnabled(true);
+    if (!patients)
+        imJissekiYm.setEnabled(false);
+    else if (chkJisseki.value() == 1)
+        imJissekiYm.setEnabled(true);
 }
 
 void frmPrintシール::optKeisho_Click()
 {
-    app::Handler h(app::HandlerKind::Resume, app::Report::patternA(QStringLiteral("「敬称」選択時にエラーが発生しました。")),
+    app::Handler h(app::HandlerKind::Resume,
+                   app::Report::patternA(QStringLiteral("「敬称」選択時にエラーが発生しました。")),
                    {.hourglass = true});
     h([&] { txtEtc.setEnabled(false); });
     h([&] {
@@ -98,9 +102,12 @@ void frmPrintシール::opPMode_Click(int index)
 Grid& frmPrintシール::startCellGrid(int sheetIndex)
 {
     switch (sheetIndex) {
-    case 1: return fpSpread_2x6;
-    case 2: return fpSpread_3x10;
-    default: return fpSpread01;
+    case 1:
+        return fpSpread_2x6;
+    case 2:
+        return fpSpread_3x10;
+    default:
+        return fpSpread01;
     }
 }
 
@@ -118,7 +125,8 @@ short frmPrintシール::nStartPosOf(const Grid& grid)
 
 void frmPrintシール::cmbSealType_Click()
 {
-    app::Handler h(app::HandlerKind::Stop, app::Report::patternA(QStringLiteral("cmbSealType_Click()で、エラーが発生しました。")));
+    app::Handler h(app::HandlerKind::Stop,
+                   app::Report::patternA(QStringLiteral("cmbSealType_Click()で、エラーが発生しました。")));
     h([&] {
         const int chosen = cmbSealType.ItemData(cmbSealType.ListIndex());
         for (int i = 0; i < 3; ++i) startCellGrid(i).setVisible(i == chosen);

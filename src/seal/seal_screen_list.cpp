@@ -64,7 +64,8 @@ void frmPrintシール::chkEnter_Click()
 
 void frmPrintシール::btnAllSel_Click()
 {
-    app::Handler h(app::HandlerKind::Resume, app::Report::patternA(QStringLiteral("全選択ボタン押下時にエラーが発生しました。")),
+    app::Handler h(app::HandlerKind::Resume,
+                   app::Report::patternA(QStringLiteral("全選択ボタン押下時にエラーが発生しました。")),
                    {.hourglass = true});
     // A list already begun keeps its order; the new ticks join its end.
     h([&] {
@@ -82,7 +83,8 @@ void frmPrintシール::btnAllSel_Click()
 
 void frmPrintシール::btnAllKai_Click(int index)
 {
-    app::Handler h(app::HandlerKind::Resume, app::Report::patternA(QStringLiteral("全解除ボタン押下時にエラーが発生しました。")),
+    app::Handler h(app::HandlerKind::Resume,
+                   app::Report::patternA(QStringLiteral("全解除ボタン押下時にエラーが発生しました。")),
                    {.hourglass = true});
     h([&] {
         for (int row = 1; row <= fpSpread02.MaxRows(); ++row) {
@@ -107,7 +109,8 @@ void frmPrintシール::clearTicks()
 void frmPrintシール::fpSpread02_ButtonClicked(int col, int row, int buttonDown)
 {
     if (job.bFilling == 1 || (job.bCheckOrder == kFalse && job.bEnterAdd == kFalse)) return;
-    app::Handler h(app::HandlerKind::Resume, app::Report::patternA(QStringLiteral("fpSpread02_ButtonClicked()エラー。")));
+    app::Handler h(app::HandlerKind::Resume,
+                   app::Report::patternA(QStringLiteral("fpSpread02_ButtonClicked()エラー。")));
     const bool hokenja = job.nMst == static_cast<short>(AddresseeKind::Hokenja);
     QString name;
     QString number;
@@ -122,8 +125,8 @@ void frmPrintシール::fpSpread02_ButtonClicked(int col, int row, int buttonDow
     h([&] { number = fpSpread02.text(hokenja ? 3 : 2, row); });
     h([&] {
         for (int i = 0; i < lstCheck.ListCount(); ++i) {
-            const bool same = hokenja ? QString::number(lstCheck.ItemData(i)) == number
-                                      : lstCheck.ItemData(i) == base::Val(number);
+            const bool same =
+                hokenja ? QString::number(lstCheck.ItemData(i)) == number : lstCheck.ItemData(i) == base::Val(number);
             if (same) {
                 lstCheck.RemoveItem(i);
                 removed = true;

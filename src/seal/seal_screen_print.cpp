@@ -75,13 +75,13 @@ void runPrintCommand(frmPrintシール& f, short mode)
     app::Handler h(app::HandlerKind::Resume, app::Report::patternA(kPrintButtonFailed));
     h([&] {
         if (f.lstCheck.ListCount() == 0 && f.job.bCheckOrder != kFalse) {
-            app::msgBox(QStringLiteral("リストにデータがありません。「対象」をチェックして下さい。"), BoxStyle::Warning);
+            app::msgBox(QStringLiteral("リストにデータがありません。「対象」をチェックして下さい。"),
+                        BoxStyle::Warning);
             return;
         }
         if (f.iCheckPrintData() != 0) return;
-        if (mode == kPrint
-            && app::msgBox(QStringLiteral("印刷してもよろしいですか？"), BoxStyle::Question | BoxStyle::OkCancel)
-                   == BoxAnswer::Cancel)
+        if (mode == kPrint && app::msgBox(QStringLiteral("印刷してもよろしいですか？"),
+                                          BoxStyle::Question | BoxStyle::OkCancel) == BoxAnswer::Cancel)
             return;
         f.setMousePointer(Pointer::Hourglass);
         short status = 1;
@@ -99,8 +99,10 @@ void frmPrintシール::mnMenuPreview_Click() { runPrintCommand(*this, kPreview)
 
 void frmPrintシール::btnJisseki_Click(int index)
 {
-    if (index == 0) mnMenuPrint_Click();
-    else mnMenuPreview_Click();
+    if (index == 0)
+        mnMenuPrint_Click();
+    else
+        mnMenuPreview_Click();
     // A free honorific typed for this run is kept, whatever became of the run.
     savePrintSettings();
 }

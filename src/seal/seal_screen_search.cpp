@@ -113,7 +113,8 @@ short frmPrintシール::fillList()
     short result = 0;
     setMousePointer(Pointer::Hourglass);
     job.bFilling = 1;
-    app::Handler h(app::HandlerKind::Stop, app::Report::patternA(QStringLiteral("データ表示中にエラーが発生しました。")));
+    app::Handler h(app::HandlerKind::Stop,
+                   app::Report::patternA(QStringLiteral("データ表示中にエラーが発生しました。")));
     h([&] {
         extract::fillList(fpSpread02, rows, fillConditions());
         job.nMstShown = job.nMst;

@@ -103,8 +103,10 @@ void frmPrintシール::lstCheck_DblClick()
                 again = i != index && lstCheck.ItemData(i) == number;
         }
         // A doctor on the list for several patients keeps his tick until his last line.
-        if (again) lstCheck.RemoveItem(index);
-        else fpSpread02.setValue(kTickCol, row, 0);
+        if (again)
+            lstCheck.RemoveItem(index);
+        else
+            fpSpread02.setValue(kTickCol, row, 0);
         fpSpread02.SetActiveCell(kTickCol, row);
     });
 }

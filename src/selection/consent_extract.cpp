@@ -51,10 +51,14 @@ QDate dateOf(const QVariant& v)
 short nKikanMonthsOf(short iKikan)
 {
     switch (iKikan) {
-    case 0: return 3;
-    case 1: return 6;
-    case 2: return 1;
-    default: return 0;
+    case 0:
+        return 3;
+    case 1:
+        return 6;
+    case 2:
+        return 1;
+    default:
+        return 0;
     }
 }
 
@@ -77,10 +81,13 @@ QString sqlKanjaData(const DouiCondition& c, qint32 staffNo)
 {
     QString s = joined({
         " select ",
-        "      RIYOUSHA.iKyotenCd as  R_iKyotenCd, RIYOUSHA.iKyotenEb as R_iKyotenEb, RIYOUSHA.nIDNo, RIYOUSHA.cName AS  RiyouName,",
+        "      RIYOUSHA.iKyotenCd as  R_iKyotenCd, RIYOUSHA.iKyotenEb as R_iKyotenEb, RIYOUSHA.nIDNo, RIYOUSHA.cName "
+        "AS  RiyouName,",
         "      RIYOUSHA.cNameKana ,RIYOUSHA_DOUI_REC.tDouiDay as  tKijunDay,0 as ShokaiFlg,0 as EmptyFlg,",
-        "      RIYOUSHA.tSyosinDay as tSyosinDay ,  RIYOUSHA.tSyoryoDay as tSyoryoDay,RIYOUSHA_DOUI_REC.tDouiKaryoS as  tDouiKaryoS1,RIYOUSHA_DOUI_REC.tDouiKaryoS as  tDouiKaryoS2, ",
-        "      RIYOUSHA_DOUI_REC.tDouiDay as tDouiDay1,RIYOUSHA_DOUI_REC.tDouiDay as  tDouiDay2,  RIYOUSHA.iHoken,  RIYOUSHA.nTantou,STAFF.cName AS  StaffName, ",
+        "      RIYOUSHA.tSyosinDay as tSyosinDay ,  RIYOUSHA.tSyoryoDay as tSyoryoDay,RIYOUSHA_DOUI_REC.tDouiKaryoS as "
+        " tDouiKaryoS1,RIYOUSHA_DOUI_REC.tDouiKaryoS as  tDouiKaryoS2, ",
+        "      RIYOUSHA_DOUI_REC.tDouiDay as tDouiDay1,RIYOUSHA_DOUI_REC.tDouiDay as  tDouiDay2,  RIYOUSHA.iHoken,  "
+        "RIYOUSHA.nTantou,STAFF.cName AS  StaffName, ",
         "      RIYOUSHA_DOUI_REC.cDouiIsiName as cDouiIsiName1,RIYOUSHA_DOUI_REC.cDouiIsiKikan as  cDouiIsiKikan1, ",
         "      RIYOUSHA_DOUI_REC.cDouiIsiName as DOUI_ISI, ",
         "      RIYOUSHA_DOUI_REC.cDouiIsiKikan as DOUI_KIKAN, ",
@@ -100,23 +107,30 @@ QString sqlKanjaData(const DouiCondition& c, qint32 staffNo)
     s += joined({" AND RIYOUSHA.nIDNo = RIYOUSHA_DOUI_REC.nIDNo ",
                  " and RIYOUSHA.iKyotenCd = RIYOUSHA_DOUI_REC.iKyotenCd",
                  " and RIYOUSHA.iKyotenEb = RIYOUSHA_DOUI_REC.iKyotenEb"});
-    s += QStringLiteral(" AND RIYOUSHA_DOUI_REC.tDouiDay >= '") + base::Format(c.tFrom, kDateFormat)
-         + QStringLiteral("' AND RIYOUSHA_DOUI_REC.tDouiDay < '") + base::Format(c.tTo, kDateFormat)
-         + QStringLiteral("'");
+    s += QStringLiteral(" AND RIYOUSHA_DOUI_REC.tDouiDay >= '") + base::Format(c.tFrom, kDateFormat) +
+         QStringLiteral("' AND RIYOUSHA_DOUI_REC.tDouiDay < '") + base::Format(c.tTo, kDateFormat) +
+         QStringLiteral("'");
     s += QStringLiteral(" AND DOCTOR.cIDNo = RIYOUSHA_DOUI_REC.cIsiCd ");
     switch (c.iSejutsu) {
     case 0:
         s += joined({" AND iSejutsuKubun = 0 ", " and (",
-                     "        (RIYOUSHA_DOUI_REC.iSejutuBui1 <= 1 and RIYOUSHA_DOUI_REC.iSejutuBui2 <= 1 and RIYOUSHA_DOUI_REC.iSejutuBui3 <= 1 and RIYOUSHA_DOUI_REC.iSejutuBui4 <= 1 and RIYOUSHA_DOUI_REC.iSejutuBui5 <= 1)",
+                     "        (RIYOUSHA_DOUI_REC.iSejutuBui1 <= 1 and RIYOUSHA_DOUI_REC.iSejutuBui2 <= 1 and "
+                     "RIYOUSHA_DOUI_REC.iSejutuBui3 <= 1 and RIYOUSHA_DOUI_REC.iSejutuBui4 <= 1 and "
+                     "RIYOUSHA_DOUI_REC.iSejutuBui5 <= 1)",
                      "     )"});
         break;
     case 1:
         s += joined({" AND iSejutsuKubun = 0 ", " and (",
-                     "        (RIYOUSHA_DOUI_REC.iSejutuBui1 >= 2 or RIYOUSHA_DOUI_REC.iSejutuBui2 >= 2 or RIYOUSHA_DOUI_REC.iSejutuBui3 >= 2 or RIYOUSHA_DOUI_REC.iSejutuBui4 >= 2 or RIYOUSHA_DOUI_REC.iSejutuBui5 >= 2)",
+                     "        (RIYOUSHA_DOUI_REC.iSejutuBui1 >= 2 or RIYOUSHA_DOUI_REC.iSejutuBui2 >= 2 or "
+                     "RIYOUSHA_DOUI_REC.iSejutuBui3 >= 2 or RIYOUSHA_DOUI_REC.iSejutuBui4 >= 2 or "
+                     "RIYOUSHA_DOUI_REC.iSejutuBui5 >= 2)",
                      "     )"});
         break;
-    case 7: s += QStringLiteral(" AND iSejutsuKubun = 1 "); break;
-    default: break;
+    case 7:
+        s += QStringLiteral(" AND iSejutsuKubun = 1 ");
+        break;
+    default:
+        break;
     }
     s += QStringLiteral(" ORDER BY nTantou, EmptyFlg,");
     s += c.iSort != 0 ? QStringLiteral(" nIDNo ,tKijunDay") : QStringLiteral(" tKijunDay, nIDNo ");
@@ -135,11 +149,18 @@ ConsentDates firstDatePass(const QString& baseText, short iKijun, short nKikanMo
     const QDate base = base::CDate(baseText);
     QDate kigen;
     switch (iKijun) {
-    case 0: kigen = base::CDate(base::csMonthEnd(base, nKikanMonths)); break;
-    case 1: kigen = base; break;
+    case 0:
+        kigen = base::CDate(base::csMonthEnd(base, nKikanMonths));
+        break;
+    case 1:
+        kigen = base;
+        break;
     // A month count that nothing sets: the base date itself.
-    case 2: kigen = base::DateAdd(u"m", 0, base); break;
-    default: return d;
+    case 2:
+        kigen = base::DateAdd(u"m", 0, base);
+        break;
+    default:
+        return d;
     }
     d.DouiKigen = base::Format(kigen, kDateFormat);
     d.ShinDouiDay = base::Format(base::DateAdd(u"d", 1, kigen), kDateFormat);
@@ -185,14 +206,14 @@ QString csGetIsiTel(data::cT_ADODB& db, const QString& name, const QString& kika
     try {
         const QString wantName = normaliseDoctorText(name);
         const QString wantKikan = normaliseDoctorText(kikan);
-        if (db.iOpenRecSet(rs, QStringLiteral("SELECT cName, cKikan, cTelNo FROM ") + QStringLiteral("DOCTOR"), 0, 1, 1)
-            != 0) {
+        if (db.iOpenRecSet(rs, QStringLiteral("SELECT cName, cKikan, cTelNo FROM ") + QStringLiteral("DOCTOR"), 0, 1,
+                           1) != 0) {
             sErrMsg = db.sErrMsg();
             return QString();
         }
         while (!rs->Eof()) {
-            if (normaliseDoctorText(base::csNull2Str(rs->Fields(QStringLiteral("cName")).Value())) == wantName
-                && normaliseDoctorText(base::csNull2Str(rs->Fields(QStringLiteral("cKikan")).Value())) == wantKikan) {
+            if (normaliseDoctorText(base::csNull2Str(rs->Fields(QStringLiteral("cName")).Value())) == wantName &&
+                normaliseDoctorText(base::csNull2Str(rs->Fields(QStringLiteral("cKikan")).Value())) == wantKikan) {
                 tel = base::csRTrimNull(rs->Fields(QStringLiteral("cTelNo")).Value());
                 break;
             }
@@ -228,9 +249,12 @@ qint32 iGetKanjaData(data::cT_ADODB& db, const DouiCondition& c, qint32 staffNo,
             const QVariant base1 = field(QStringLiteral("BaseDate1"));
             const QVariant base2 = field(QStringLiteral("BaseDate2"));
             QVariant chosen;
-            if (base::IsNull(base1)) chosen = base2;
-            else if (base::IsNull(base2)) chosen = base1;
-            else chosen = base::CStr(base1) > base::CStr(base2) ? base1 : base2;
+            if (base::IsNull(base1))
+                chosen = base2;
+            else if (base::IsNull(base2))
+                chosen = base1;
+            else
+                chosen = base::CStr(base1) > base::CStr(base2) ? base1 : base2;
             const QString baseText = base::csRTrimNull(chosen);
 
             ConsentRow row;
@@ -239,7 +263,8 @@ qint32 iGetKanjaData(data::cT_ADODB& db, const DouiCondition& c, qint32 staffNo,
             row.nTantou = c.iEachStaff == 1 ? nValue(field(QStringLiteral("nTantou"))) : 0;
             row.KijunDay = baseText;
 
-            ConsentDates dates = firstDatePass(baseText, c.iKijun, c.nKikanMonths, dateOf(field(QStringLiteral("tSyoryoDay"))));
+            ConsentDates dates =
+                firstDatePass(baseText, c.iKijun, c.nKikanMonths, dateOf(field(QStringLiteral("tSyoryoDay"))));
 
             row.StaffName = base::csNull2Str(field(QStringLiteral("StaffName")));
             if (c.iDouiRec1 == 1) {
@@ -255,8 +280,8 @@ qint32 iGetKanjaData(data::cT_ADODB& db, const DouiCondition& c, qint32 staffNo,
             const QVariant kijun = field(QStringLiteral("tKijunDay"));
             secondDatePass(dates, c.iSejutsu, dateOf(kijun));
             const qint32 shokai = nValue(field(QStringLiteral("ShokaiFlg")));
-            if ((c.iSejutsu == 0 || c.iSejutsu == 7) && shokai == 1 && dateOf(kijun).isValid()
-                && base::IsDate(dates.DouiKigen)) {
+            if ((c.iSejutsu == 0 || c.iSejutsu == 7) && shokai == 1 && dateOf(kijun).isValid() &&
+                base::IsDate(dates.DouiKigen)) {
                 const int keika = monthsBetween(dateOf(kijun), base::CDate(dates.DouiKigen));
                 dates.nKeika = static_cast<short>(keika);
             }
@@ -274,7 +299,8 @@ qint32 iGetKanjaData(data::cT_ADODB& db, const DouiCondition& c, qint32 staffNo,
             rs.MoveNext();
         }
     };
-    return readConsentRows(db, [&] { return sqlKanjaData(c, staffNo); }, noRows, read, rows, sErrMsg);
+    return readConsentRows(
+        db, [&] { return sqlKanjaData(c, staffNo); }, noRows, read, rows, sErrMsg);
 }
 
 }  // namespace selection

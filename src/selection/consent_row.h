@@ -11,10 +11,10 @@
 namespace selection {
 
 struct DouiCondition {
-    short iMode = 0;       // 1: the list for the seal screen; anything else: the ledger
-    short iSejutsu = 0;    // 0 massage, 1 deformity correction, 7 acupuncture and moxibustion
-    short iKijun = 0;      // 0 consent date, 1 need of treatment, 2 first treatment
-    short iKikan = 0;      // index of the chosen period
+    short iMode = 0;     // 1: the list for the seal screen; anything else: the ledger
+    short iSejutsu = 0;  // 0 massage, 1 deformity correction, 7 acupuncture and moxibustion
+    short iKijun = 0;    // 0 consent date, 1 need of treatment, 2 first treatment
+    short iKikan = 0;    // index of the chosen period
     short nKikanMonths = 3;
     QDate tFrom;           // inclusive
     QDate tTo;             // exclusive

@@ -13,9 +13,9 @@
 
 namespace selection {
 
+using controls::Pointer;
 using controls::BoxStyle::Critical;
 using controls::BoxStyle::Information;
-using controls::Pointer;
 
 namespace {
 
@@ -44,18 +44,25 @@ frmDoui::frmDoui(controls::Platform& platform) : ConsentSideScreen(QStringLitera
 
     add(Frame2);
     for (auto& o : opt_Sel) add(o);
-    for (controls::Control* c : std::initializer_list<controls::Control*>{&laTitle0, &imD_Kigen, &laTitle2})
-        add(*c);
+    for (controls::Control* c : std::initializer_list<controls::Control*>{&laTitle0, &imD_Kigen, &laTitle2}) add(*c);
     add(optKikan[2]);
     add(optKikan[0]);
     add(optKikan[1]);
     add(laTitle1);
     for (auto& o : optKijun) add(o);
-    for (controls::Control* c : std::initializer_list<controls::Control*>{
-             &chkKijunDisp, &chkEachSejyutusya, &chkIsiMatome, &Frame1, &laTitle3, &cbSejyutsu, &imNum_StaffNo,
-             &btn_StaffSelect, &chkChushi, &chkStaff, &btnPrint0, &btnPrint1, &btnPrint2, &btnPrint6, &mnFunc, &mnF01,
-             &mnF02, &mnF03, &mnKugiri, &mnF12, &mnSettei, &mnSetteiSort, &mnSort[0], &mnSort[1], &mnHelp,
-             &mnDispHelp})
+    for (controls::Control* c : std::initializer_list<controls::Control*>{&chkKijunDisp,  &chkEachSejyutusya,
+                                                                          &chkIsiMatome,  &Frame1,
+                                                                          &laTitle3,      &cbSejyutsu,
+                                                                          &imNum_StaffNo, &btn_StaffSelect,
+                                                                          &chkChushi,     &chkStaff,
+                                                                          &btnPrint0,     &btnPrint1,
+                                                                          &btnPrint2,     &btnPrint6,
+                                                                          &mnFunc,        &mnF01,
+                                                                          &mnF02,         &mnF03,
+                                                                          &mnKugiri,      &mnF12,
+                                                                          &mnSettei,      &mnSetteiSort,
+                                                                          &mnSort[0],     &mnSort[1],
+                                                                          &mnHelp,        &mnDispHelp})
         add(*c);
 
     btnPrint0.Click = [this] { iPrintLedger(1); };
@@ -163,8 +170,10 @@ qint32 frmDoui::iGetKanjaData()
 
 void frmDoui::handOverRows(HandOver& h)
 {
-    if (cond.iMode == 1 && cond.iIsiMatome == 1) joinPerDoctor(aKanja, h);
-    else appendPerRow(aKanja, h);
+    if (cond.iMode == 1 && cond.iIsiMatome == 1)
+        joinPerDoctor(aKanja, h);
+    else
+        appendPerRow(aKanja, h);
 }
 
 void frmDoui::saveCSVdoui()
@@ -198,8 +207,10 @@ void frmDoui::iPrintLedger(short iPrint)
             app::msgBox(QStringLiteral("帳票の印刷に失敗しました。\r[") + printer.sErrMsg + u']', Critical, QString());
         } else {
             printer.iSetDataText(1, kLedgerData, kLedgerCsvName);
-            if (iPrint != 0) printer.iPrintDialog(0);
-            else printer.iPreview(0);
+            if (iPrint != 0)
+                printer.iPrintDialog(0);
+            else
+                printer.iPreview(0);
         }
         saveSortOrder();
     }();

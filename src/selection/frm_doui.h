@@ -14,7 +14,8 @@ class frmDoui : public ConsentSideScreen {
 public:
     explicit frmDoui(controls::Platform& platform);
 
-    controls::CheckBox chkEachSejyutusya{QStringLiteral("chkEachSejyutusya"), QStringLiteral("施術師ごとにシールを作成する")};
+    controls::CheckBox chkEachSejyutusya{QStringLiteral("chkEachSejyutusya"),
+                                         QStringLiteral("施術師ごとにシールを作成する")};
     controls::CheckBox chkIsiMatome{QStringLiteral("chkIsiMatome"), QStringLiteral("同じ医師は１枚にする")};
     controls::Frame Frame1{QStringLiteral("Frame1"), QStringLiteral("施術者検索")};
     controls::ComboBox cbSejyutsu{QStringLiteral("cbSejyutsu")};

@@ -9,12 +9,12 @@
 
 namespace selection {
 
+using controls::Pointer;
 using controls::BoxStyle::Critical;
 using controls::BoxStyle::Information;
-using controls::Pointer;
 
 frmSeal_SejutsuKeika::frmSeal_SejutsuKeika(controls::Platform& platform)
-    : ConsentSideScreen(QStringLiteral("frmSeal_SejutsuKeika"), platform)
+        : ConsentSideScreen(QStringLiteral("frmSeal_SejutsuKeika"), platform)
 {
     setCaption(QStringLiteral("抽出条件設定"));
     Frame2.setVisible(false);
@@ -26,16 +26,17 @@ frmSeal_SejutsuKeika::frmSeal_SejutsuKeika(controls::Platform& platform)
 
     add(Frame2);
     for (auto& o : opt_Sel) add(o);
-    for (controls::Control* c : std::initializer_list<controls::Control*>{&laTitle0, &imD_Kigen, &laTitle4,
-                                                                         &imD_Kigen_To, &laTitle2})
+    for (controls::Control* c :
+         std::initializer_list<controls::Control*>{&laTitle0, &imD_Kigen, &laTitle4, &imD_Kigen_To, &laTitle2})
         add(*c);
     for (auto& o : optKikan) add(o);
     add(laTitle1);
     for (auto& o : optKijun) add(o);
     for (controls::Control* c : std::initializer_list<controls::Control*>{
-             &chkKijunDisp, &chkStaff, &fraStaff, &imNum_StaffNo, &btn_StaffSelect, &laTitle3, &txtStaffName,
-             &btnPrint0, &btnPrint1, &btnPrint2, &btnPrint6, &mnFunc, &mnF01, &mnF02, &mnF03, &mnKugiri, &mnF12,
-             &mnSettei, &mnSetteiSort, &mnSort[0], &mnSort[1], &mnHelp, &mnDispHelp})
+             &chkKijunDisp, &chkStaff,  &fraStaff,  &imNum_StaffNo, &btn_StaffSelect, &laTitle3,
+             &txtStaffName, &btnPrint0, &btnPrint1, &btnPrint2,     &btnPrint6,       &mnFunc,
+             &mnF01,        &mnF02,     &mnF03,     &mnKugiri,      &mnF12,           &mnSettei,
+             &mnSetteiSort, &mnSort[0], &mnSort[1], &mnHelp,        &mnDispHelp})
         add(*c);
 
     btn_StaffSelect.Click = [this] { btn_StaffSelect_Click(); };
@@ -122,8 +123,11 @@ void frmSeal_SejutsuKeika::Form_KeyDown(int& keyCode, int)
         case controls::Kind::ImDate:
         case controls::Kind::ImNumber:
         case controls::Kind::ComboBox:
-        case controls::Kind::CheckBox: platform().sendKey(QStringLiteral("{TAB}")); break;
-        default: break;
+        case controls::Kind::CheckBox:
+            platform().sendKey(QStringLiteral("{TAB}"));
+            break;
+        default:
+            break;
         }
     });
 }

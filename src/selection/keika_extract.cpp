@@ -35,16 +35,16 @@ QString reportBlock(const KeikaCondition& c)
     return s;
 }
 
-const char* const kSubBlock[] = {" left join RIYOUSHA_SUB ON", "       KEIKAHOUKOKU.iKyotenCd = RIYOUSHA_SUB.iKyotenCd ",
+const char* const kSubBlock[] = {" left join RIYOUSHA_SUB ON",
+                                 "       KEIKAHOUKOKU.iKyotenCd = RIYOUSHA_SUB.iKyotenCd ",
                                  "   AND KEIKAHOUKOKU.iKyotenEb = RIYOUSHA_SUB.iKyotenEb ",
                                  "   AND KEIKAHOUKOKU.nRiyoushaIDNo = RIYOUSHA_SUB.nIDNo "};
 const char* const kPatientBlock[] = {" left join RIYOUSHA ON", "       KEIKAHOUKOKU.iKyotenCd = RIYOUSHA.iKyotenCd ",
                                      "   AND KEIKAHOUKOKU.iKyotenEb = RIYOUSHA.iKyotenEb ",
                                      "   AND KEIKAHOUKOKU.nRiyoushaIDNo = RIYOUSHA.nIDNo "};
-const char* const kCaremaneBlock[] = {" LEFT JOIN CAREMANE ON", "       CAREMANE.nIDNo = RIYOUSHA_SUB.iCareCd",
-                                      "  LEFT JOIN SISETSU AS CAREMANESISETSU ",
-                                      "    ON  RIYOUSHA_SUB.iCareSisetsuCd = CAREMANESISETSU.nIDNo ",
-                                      " where isnull(CAREMANE.nIDNo,0) > 0 "};
+const char* const kCaremaneBlock[] = {
+    " LEFT JOIN CAREMANE ON", "       CAREMANE.nIDNo = RIYOUSHA_SUB.iCareCd", "  LEFT JOIN SISETSU AS CAREMANESISETSU ",
+    "    ON  RIYOUSHA_SUB.iCareSisetsuCd = CAREMANESISETSU.nIDNo ", " where isnull(CAREMANE.nIDNo,0) > 0 "};
 
 template <size_t N>
 QString block(const char* const (&pieces)[N])
@@ -54,9 +54,15 @@ QString block(const char* const (&pieces)[N])
     return s;
 }
 
-const char kKikanCase[] = "(CASE WHEN RIYOUSHA.tDouiDay2 is NULL THEN RIYOUSHA.cDouiIsiKikan1 ELSE (CASE WHEN RIYOUSHA.tDouiDay1 > RIYOUSHA.tDouiDay2 THEN RIYOUSHA.cDouiIsiKikan1 ELSE RIYOUSHA.cDouiIsiKikan2 END)END)";
-const char kSisetsuCase[] = "(CASE WHEN RIYOUSHA.tDouiDay2 is NULL THEN DOCTOR.iSisetsuCode ELSE (CASE WHEN RIYOUSHA.tDouiDay1 > RIYOUSHA.tDouiDay2 THEN DOCTOR.iSisetsuCode ELSE DOCTOR2.iSisetsuCode END)END)";
-const char kKanaCase[] = "(CASE WHEN RIYOUSHA.tDouiDay2 is NULL THEN DOCTOR.cKikanKana ELSE (CASE WHEN RIYOUSHA.tDouiDay1 > RIYOUSHA.tDouiDay2 THEN DOCTOR.cKikanKana ELSE DOCTOR2.cKikanKana END)END)";
+const char kKikanCase[] =
+    "(CASE WHEN RIYOUSHA.tDouiDay2 is NULL THEN RIYOUSHA.cDouiIsiKikan1 ELSE (CASE WHEN RIYOUSHA.tDouiDay1 > "
+    "RIYOUSHA.tDouiDay2 THEN RIYOUSHA.cDouiIsiKikan1 ELSE RIYOUSHA.cDouiIsiKikan2 END)END)";
+const char kSisetsuCase[] =
+    "(CASE WHEN RIYOUSHA.tDouiDay2 is NULL THEN DOCTOR.iSisetsuCode ELSE (CASE WHEN RIYOUSHA.tDouiDay1 > "
+    "RIYOUSHA.tDouiDay2 THEN DOCTOR.iSisetsuCode ELSE DOCTOR2.iSisetsuCode END)END)";
+const char kKanaCase[] =
+    "(CASE WHEN RIYOUSHA.tDouiDay2 is NULL THEN DOCTOR.cKikanKana ELSE (CASE WHEN RIYOUSHA.tDouiDay1 > "
+    "RIYOUSHA.tDouiDay2 THEN DOCTOR.cKikanKana ELSE DOCTOR2.cKikanKana END)END)";
 
 QString institutionSql(const KeikaCondition& c)
 {
@@ -69,7 +75,8 @@ QString institutionSql(const KeikaCondition& c)
     QString s = QStringLiteral(" select ") + kikan + QStringLiteral(" AS KIKAN");
     s += QStringLiteral("         ,'' AS NAME");
     s += QStringLiteral("         ,") + sisetsu + QStringLiteral(" AS ID ");
-    s += joined({" FROM((((((((((( RIYOUSHA LEFT JOIN DOUIKIROKU ON RIYOUSHA.iKyotenCd = DOUIKIROKU.iKyotenCd AND RIYOUSHA.iKyotenEb = DOUIKIROKU.iKyotenEb AND RIYOUSHA.nIDNo = DOUIKIROKU.nIDNo  ) ",
+    s += joined({" FROM((((((((((( RIYOUSHA LEFT JOIN DOUIKIROKU ON RIYOUSHA.iKyotenCd = DOUIKIROKU.iKyotenCd AND "
+                 "RIYOUSHA.iKyotenEb = DOUIKIROKU.iKyotenEb AND RIYOUSHA.nIDNo = DOUIKIROKU.nIDNo  ) ",
                  " LEFT JOIN  ", " RIYOUSHA_SUB ON  RIYOUSHA.nIDNo = RIYOUSHA_SUB.nIDNo ",
                  "              AND RIYOUSHA.iKyotenCd = RIYOUSHA_SUB.iKyotenCd ",
                  "              AND RIYOUSHA.iKyotenEb = RIYOUSHA_SUB.iKyotenEb ) ", " LEFT JOIN  ",
@@ -89,16 +96,16 @@ QString institutionSql(const KeikaCondition& c)
     s += QStringLiteral(" WHERE RIYOUSHA.iKyotenCd =") + office();
     s += QStringLiteral(" AND RIYOUSHA.iKyotenEb =") + branch();
     // The OR below stands at the top level of the WHERE clause, as it always has.
-    s += QStringLiteral(" AND ( ( ( RIYOUSHA.tDouiKaryoE1 Between '") + from + QStringLiteral("' AND '") + to
-         + QStringLiteral("') ");
-    s += QStringLiteral(" OR ( RIYOUSHA.tDouiKaryoE2 Between '") + from + QStringLiteral("' AND '") + to
-         + QStringLiteral("' AND RIYOUSHA.tDouiKaryoE1 is NULL ) ) ");
+    s += QStringLiteral(" AND ( ( ( RIYOUSHA.tDouiKaryoE1 Between '") + from + QStringLiteral("' AND '") + to +
+         QStringLiteral("') ");
+    s += QStringLiteral(" OR ( RIYOUSHA.tDouiKaryoE2 Between '") + from + QStringLiteral("' AND '") + to +
+         QStringLiteral("' AND RIYOUSHA.tDouiKaryoE1 is NULL ) ) ");
     s += joined({" AND ( DOUIKIROKU.iDoui1CalcType = 2 ",
                  " OR DOUIKIROKU.iDoui1CalcType = 0 OR DOUIKIROKU.iDoui1CalcType is NULL ) )"});
-    s += QStringLiteral(" OR ( ( ( RIYOUSHA.tDouiKaryoE2 Between '") + from + QStringLiteral("' AND '") + to
-         + QStringLiteral("') ");
-    s += QStringLiteral(" OR ( RIYOUSHA.tDouiKaryoE1 Between '") + from + QStringLiteral("' AND '") + to
-         + QStringLiteral("' AND RIYOUSHA.tDouiKaryoE2 is NULL ) ) ");
+    s += QStringLiteral(" OR ( ( ( RIYOUSHA.tDouiKaryoE2 Between '") + from + QStringLiteral("' AND '") + to +
+         QStringLiteral("') ");
+    s += QStringLiteral(" OR ( RIYOUSHA.tDouiKaryoE1 Between '") + from + QStringLiteral("' AND '") + to +
+         QStringLiteral("' AND RIYOUSHA.tDouiKaryoE2 is NULL ) ) ");
     s += joined({" AND ( DOUIKIROKU.iDoui2CalcType = 2 ",
                  " OR DOUIKIROKU.iDoui2CalcType = 0 OR DOUIKIROKU.iDoui2CalcType is NULL ) ) "});
     s += joined({" AND RIYOUSHA.iTenki <> 1 ", " AND RIYOUSHA.iTenki <> 3 ", " AND RIYOUSHA.iTenki <> 15 "});
@@ -117,28 +124,30 @@ QString sqlKeikaData(const KeikaCondition& c)
     case 1:
         return QStringLiteral(
                    " select CAREMANE.nIDNo AS ID, CAREMANE.cName AS NAME, CAREMANESISETSU.cShamei1 AS KIKAN, "
-                   "CAREMANESISETSU.cShameiKana1 AS SHAMEIKANA")
-               + reportBlock(c) + block(kSubBlock) + block(kPatientBlock) + block(kCaremaneBlock)
-               + QStringLiteral(" Group by CAREMANE.nIDNo, CAREMANE.cName, CAREMANESISETSU.cShamei1, "
-                                "CAREMANESISETSU.cShameiKana1")
-               + QStringLiteral(" ORDER BY CAREMANESISETSU.cShameiKana1, CAREMANESISETSU.cShamei1, CAREMANE.cName");
-    case 2: return institutionSql(c);
+                   "CAREMANESISETSU.cShameiKana1 AS SHAMEIKANA") +
+               reportBlock(c) + block(kSubBlock) + block(kPatientBlock) + block(kCaremaneBlock) +
+               QStringLiteral(" Group by CAREMANE.nIDNo, CAREMANE.cName, CAREMANESISETSU.cShamei1, "
+                              "CAREMANESISETSU.cShameiKana1") +
+               QStringLiteral(" ORDER BY CAREMANESISETSU.cShameiKana1, CAREMANESISETSU.cShamei1, CAREMANE.cName");
+    case 2:
+        return institutionSql(c);
     case 3:
         return QStringLiteral(" select RIYOUSHA_SUB.iCareSisetsuCd AS ID, CAREMANESISETSU.cShamei1 AS NAME, "
-                              "CAREMANESISETSU.cShameiKana1 AS KIKAN")
-               + reportBlock(c) + block(kSubBlock) + block(kPatientBlock) + block(kCaremaneBlock)
-               + QStringLiteral(" Group by RIYOUSHA_SUB.iCareSisetsuCd , CAREMANESISETSU.cShamei1 , "
-                                "CAREMANESISETSU.cShameiKana1 ")
-               + QStringLiteral(" ORDER BY CAREMANESISETSU.cShameiKana1, CAREMANESISETSU.cShamei1 ");
+                              "CAREMANESISETSU.cShameiKana1 AS KIKAN") +
+               reportBlock(c) + block(kSubBlock) + block(kPatientBlock) + block(kCaremaneBlock) +
+               QStringLiteral(" Group by RIYOUSHA_SUB.iCareSisetsuCd , CAREMANESISETSU.cShamei1 , "
+                              "CAREMANESISETSU.cShameiKana1 ") +
+               QStringLiteral(" ORDER BY CAREMANESISETSU.cShameiKana1, CAREMANESISETSU.cShamei1 ");
     default:
-        return QStringLiteral(" select Doctor.cIDno AS ID, Doctor.cName AS NAME, Doctor.cKikan AS KIKAN")
-               + reportBlock(c) + block(kPatientBlock) + block(kSubBlock)
-               + joined({" left join DOCTOR ON", "   DOCTOR.cIDno = ",
-                         "  (CASE WHEN RIYOUSHA.tDouiDay1 IS NULL THEN RIYOUSHA_SUB.iIsiCd2 ELSE ",
-                         "     (CASE WHEN RIYOUSHA.tDouiDay2 IS NULL THEN RIYOUSHA_SUB.iIsiCd ELSE ",
-                         "         (CASE WHEN RIYOUSHA.tDouiDay1 > RIYOUSHA.tDouiDay2 THEN RIYOUSHA_SUB.iIsiCd ELSE RIYOUSHA_SUB.iIsiCd2 END) ",
-                         "     END) ", "  END) ", " Group by DOCTOR.cIDNo, DOCTOR.cName, Doctor.cKikan ",
-                         " order by DOCTOR.cIDNo"});
+        return QStringLiteral(" select Doctor.cIDno AS ID, Doctor.cName AS NAME, Doctor.cKikan AS KIKAN") +
+               reportBlock(c) + block(kPatientBlock) + block(kSubBlock) +
+               joined({" left join DOCTOR ON",
+                       "   DOCTOR.cIDno = ", "  (CASE WHEN RIYOUSHA.tDouiDay1 IS NULL THEN RIYOUSHA_SUB.iIsiCd2 ELSE ",
+                       "     (CASE WHEN RIYOUSHA.tDouiDay2 IS NULL THEN RIYOUSHA_SUB.iIsiCd ELSE ",
+                       "         (CASE WHEN RIYOUSHA.tDouiDay1 > RIYOUSHA.tDouiDay2 THEN RIYOUSHA_SUB.iIsiCd ELSE "
+                       "RIYOUSHA_SUB.iIsiCd2 END) ",
+                       "     END) ", "  END) ", " Group by DOCTOR.cIDNo, DOCTOR.cName, Doctor.cKikan ",
+                       " order by DOCTOR.cIDNo"});
     }
 }
 
@@ -161,7 +170,8 @@ qint32 iGetKeikaData(data::cT_ADODB& db, const KeikaCondition& c, ConsentRows& r
             rs.MoveNext();
         }
     };
-    return readConsentRows(db, [&] { return sqlKeikaData(c); }, noRows, read, rows, sErrMsg);
+    return readConsentRows(
+        db, [&] { return sqlKeikaData(c); }, noRows, read, rows, sErrMsg);
 }
 
 }  // namespace selection

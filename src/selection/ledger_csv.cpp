@@ -17,25 +17,45 @@ QString quoted(const QString& text) { return u'"' + text + u'"'; }
 
 const QStringList& ledgerTitles()
 {
-    static const QStringList titles{
-        QStringLiteral("枠線描画"), QStringLiteral("何月分"), QStringLiteral("種別"), QStringLiteral("No"),
-        QStringLiteral("患者ID"), QStringLiteral("患者名"), QStringLiteral("施術者ID"), QStringLiteral("同意日"),
-        QStringLiteral("同意書期限"), QStringLiteral("新同意日"), QStringLiteral("経過"), QStringLiteral("担当者"),
-        QStringLiteral("依頼日"), QStringLiteral("予備1"), QStringLiteral("予備2"), QStringLiteral("受取日"),
-        QStringLiteral("同意医師"), QStringLiteral("同意医師機関"), QStringLiteral("同意医師TEL"),
-        QStringLiteral("同意医師IDNo"), QStringLiteral("基準日表示"), QStringLiteral("初回フラグ"),
-        QStringLiteral("初療日未入力フラグ")};
+    static const QStringList titles{QStringLiteral("枠線描画"),
+                                    QStringLiteral("何月分"),
+                                    QStringLiteral("種別"),
+                                    QStringLiteral("No"),
+                                    QStringLiteral("患者ID"),
+                                    QStringLiteral("患者名"),
+                                    QStringLiteral("施術者ID"),
+                                    QStringLiteral("同意日"),
+                                    QStringLiteral("同意書期限"),
+                                    QStringLiteral("新同意日"),
+                                    QStringLiteral("経過"),
+                                    QStringLiteral("担当者"),
+                                    QStringLiteral("依頼日"),
+                                    QStringLiteral("予備1"),
+                                    QStringLiteral("予備2"),
+                                    QStringLiteral("受取日"),
+                                    QStringLiteral("同意医師"),
+                                    QStringLiteral("同意医師機関"),
+                                    QStringLiteral("同意医師TEL"),
+                                    QStringLiteral("同意医師IDNo"),
+                                    QStringLiteral("基準日表示"),
+                                    QStringLiteral("初回フラグ"),
+                                    QStringLiteral("初療日未入力フラグ")};
     return titles;
 }
 
 QString ledgerKindText(short iSejutsu)
 {
     switch (iSejutsu) {
-    case 0: return QStringLiteral("マッサージ");
-    case 1: return QStringLiteral("変形徒手矯正術");
-    case 2: return QStringLiteral("温あん法");
-    case 7: return QStringLiteral("はり・きゅう");
-    default: return QStringLiteral("温あん法・電気光線器具");
+    case 0:
+        return QStringLiteral("マッサージ");
+    case 1:
+        return QStringLiteral("変形徒手矯正術");
+    case 2:
+        return QStringLiteral("温あん法");
+    case 7:
+        return QStringLiteral("はり・きゅう");
+    default:
+        return QStringLiteral("温あん法・電気光線器具");
     }
 }
 

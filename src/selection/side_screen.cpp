@@ -37,8 +37,10 @@ ConsentSideScreen::ConsentSideScreen(QString name, controls::Platform& platform)
         opt_Sel.back().setVisible(i <= 1 || i == 7);
         opt_Sel.back().Click = [this, i] {
             // The kind sets its usual period; the operator may choose another after.
-            if (i == 1) optKikan[2].setValue(true);
-            else if (i == 0 || i == 7) optKikan[0].setValue(true);
+            if (i == 1)
+                optKikan[2].setValue(true);
+            else if (i == 0 || i == 7)
+                optKikan[0].setValue(true);
         };
     }
     const QStringList kikan{QStringLiteral("３ヶ月"), QStringLiteral("６ヶ月"), QStringLiteral("1ヶ月")};
@@ -47,7 +49,8 @@ ConsentSideScreen::ConsentSideScreen(QString name, controls::Platform& platform)
         optKikan.back().joinGroup(&groupKikan_);
     }
     optKikan[0].setValue(true);
-    const QStringList kijun{QStringLiteral("同意日"), QStringLiteral("要加療期間"), QStringLiteral("初療年月日(期間毎)")};
+    const QStringList kijun{QStringLiteral("同意日"), QStringLiteral("要加療期間"),
+                            QStringLiteral("初療年月日(期間毎)")};
     for (int i = 0; i < kijun.size(); ++i) {
         optKijun.emplace_back(QStringLiteral("optKijun(%1)").arg(i), kijun[i]);
         optKijun.back().joinGroup(&groupKijun_);
@@ -77,11 +80,16 @@ ConsentSideScreen::ConsentSideScreen(QString name, controls::Platform& platform)
 controls::Button& ConsentSideScreen::btnPrint(int index)
 {
     switch (index) {
-    case 0: return btnPrint0;
-    case 1: return btnPrint1;
-    case 2: return btnPrint2;
-    case 6: return btnPrint6;
-    default: throw base::VbError(340, QStringLiteral("コントロール配列の要素 '%1' は存在しません。").arg(index));
+    case 0:
+        return btnPrint0;
+    case 1:
+        return btnPrint1;
+    case 2:
+        return btnPrint2;
+    case 6:
+        return btnPrint6;
+    default:
+        throw base::VbError(340, QStringLiteral("コントロール配列の要素 '%1' は存在しません。").arg(index));
     }
 }
 
@@ -126,7 +134,8 @@ short ConsentSideScreen::reportStaffListStatus(short status)
         return -1;
     }
     if (status != 0) {
-        app::msgBox(QStringLiteral("スタッフデータの取得に失敗しました。"), controls::BoxStyle::Critical, kStaffListTitle);
+        app::msgBox(QStringLiteral("スタッフデータの取得に失敗しました。"), controls::BoxStyle::Critical,
+                    kStaffListTitle);
         return -1;
     }
     return 0;

@@ -21,10 +21,10 @@ std::unique_ptr<data::ado::Recordset> newRecordset()
 
 QString sqlCbStaffData()
 {
-    return QStringLiteral("SELECT nIDNo, cName") + QStringLiteral(" FROM STAFF")
-           + QStringLiteral(" WHERE isnull(iChusiFlg, 0) = 0") + QStringLiteral(" AND iKyotenCd = ")
-           + QString::number(app::iKyotenCd) + QStringLiteral(" AND iKyotenEb = ") + QString::number(app::iKyotenEb)
-           + QStringLiteral(" ORDER BY nIDNo ");
+    return QStringLiteral("SELECT nIDNo, cName") + QStringLiteral(" FROM STAFF") +
+           QStringLiteral(" WHERE isnull(iChusiFlg, 0) = 0") + QStringLiteral(" AND iKyotenCd = ") +
+           QString::number(app::iKyotenCd) + QStringLiteral(" AND iKyotenEb = ") + QString::number(app::iKyotenEb) +
+           QStringLiteral(" ORDER BY nIDNo ");
 }
 
 short iGetCbStaffData(data::cT_ADODB& db, std::vector<StaffEntry>& list, QString& sErrMsg)
@@ -57,10 +57,10 @@ short iGetCbStaffData(data::cT_ADODB& db, std::vector<StaffEntry>& list, QString
 
 QString sqlGetStaffData(qint32 nIDNo)
 {
-    return QStringLiteral("SELECT nIDNo, cName") + QStringLiteral(" FROM STAFF") + QStringLiteral(" WHERE ")
-           + QStringLiteral("     iKyotenCd = ") + QString::number(app::iKyotenCd)
-           + QStringLiteral(" AND iKyotenEb = ") + QString::number(app::iKyotenEb) + QStringLiteral(" AND nIDNo = ")
-           + QString::number(nIDNo) + QStringLiteral(" ORDER BY nIDNo ");
+    return QStringLiteral("SELECT nIDNo, cName") + QStringLiteral(" FROM STAFF") + QStringLiteral(" WHERE ") +
+           QStringLiteral("     iKyotenCd = ") + QString::number(app::iKyotenCd) + QStringLiteral(" AND iKyotenEb = ") +
+           QString::number(app::iKyotenEb) + QStringLiteral(" AND nIDNo = ") + QString::number(nIDNo) +
+           QStringLiteral(" ORDER BY nIDNo ");
 }
 
 short iGetStaffData(data::cT_ADODB& db, qint32 nIDNo, QString& name, QString& sErrMsg)

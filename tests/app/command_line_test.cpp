@@ -45,8 +45,8 @@ protected:
         p.setProcessEnvironment(env);
         p.start(kProgram, args);
         if (!p.waitForFinished(60000)) return {};
-        return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -2, QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
+        return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -2,
+                QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
     }
 
     QTemporaryDir dir;
@@ -93,7 +93,8 @@ TEST_F(CommandLine, NoRunModeShowsTheStartBoxesAndANegativeModeIsNoOption)
     // goes past the check for an empty command line.
     const ProgramRun negative = run({QStringLiteral("--app-dir"), dir.path(), QStringLiteral("-5")});
     EXPECT_NE(negative.code, 2) << negative.err.toStdString();
-    EXPECT_FALSE(negative.out.contains(QStringLiteral("処理モードが設定されていません。"))) << negative.out.toStdString();
+    EXPECT_FALSE(negative.out.contains(QStringLiteral("処理モードが設定されていません。")))
+        << negative.out.toStdString();
 }
 
 TEST_F(CommandLine, TheStartIsLoggedAndAnUnwritableLogFolderDoesNotStopTheProgram)

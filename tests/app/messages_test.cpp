@@ -30,7 +30,8 @@ TEST(ReportPatterns, PatternAIsSentenceCarriageReturnNumberAndDescription)
 TEST(ReportPatterns, PatternBNamesTheRoutineOnlyWhereItNamesItself)
 {
     EXPECT_EQ(patternBText(mismatch()), QStringLiteral("Error:型が一致しません。"));
-    EXPECT_EQ(patternBText(mismatch(), QStringLiteral("getNextRow")), QStringLiteral("[getNextRow]Error:型が一致しません。"));
+    EXPECT_EQ(patternBText(mismatch(), QStringLiteral("getNextRow")),
+              QStringLiteral("[getNextRow]Error:型が一致しません。"));
 }
 
 TEST_F(HandlerKinds, ResumeShowsEachFaultAndRunsEveryStep)
@@ -39,22 +40,28 @@ TEST_F(HandlerKinds, ResumeShowsEachFaultAndRunsEveryStep)
     {
         Handler h(HandlerKind::Resume, Report::patternA(QStringLiteral("「種類」選択時にエラーが発生しました。")));
         h([&] { throw mismatch(); });
-        h([&] { ran << QStringLiteral("second"); throw base::VbError::overflow(); });
+        h([&] {
+            ran << QStringLiteral("second");
+            throw base::VbError::overflow();
+        });
         h([&] { ran << QStringLiteral("third"); });
         EXPECT_TRUE(h.failed());
         EXPECT_FALSE(h.stopped());
     }
     EXPECT_EQ(ran, (QStringList{QStringLiteral("second"), QStringLiteral("third")}));
     EXPECT_EQ(platform.transcript(),
-              (QStringList{QStringLiteral("box 16 シール印刷|「種類」選択時にエラーが発生しました。\\r(13) 型が一致しません。"),
-                           QStringLiteral("box 16 シール印刷|「種類」選択時にエラーが発生しました。\\r(6) オーバーフローしました。")}));
+              (QStringList{
+                  QStringLiteral("box 16 シール印刷|「種類」選択時にエラーが発生しました。\\r(13) 型が一致しません。"),
+                  QStringLiteral(
+                      "box 16 シール印刷|「種類」選択時にエラーが発生しました。\\r(6) オーバーフローしました。")}));
 }
 
 TEST_F(HandlerKinds, StopSkipsTheRestAndLeavesTheHourglass)
 {
     bool later = false;
     {
-        Handler h(HandlerKind::Stop, Report::patternA(QStringLiteral("データチェック時にエラーが発生しました。")), {.hourglass = true});
+        Handler h(HandlerKind::Stop, Report::patternA(QStringLiteral("データチェック時にエラーが発生しました。")),
+                  {.hourglass = true});
         EXPECT_EQ(platform.pointer(), controls::Pointer::Hourglass);
         h([&] { throw mismatch(); });
         h([&] { later = true; });
@@ -83,7 +90,8 @@ TEST_F(HandlerKinds, ResumeAndCleanStopsRestoreThePointer)
 TEST_F(HandlerKinds, StopAndCloseMarksTheScreenForClosing)
 {
     short nCloseState = 0;
-    Handler h(HandlerKind::StopAndClose, Report::patternA(QStringLiteral("画面起動中にエラーが発生しました。")), {.closeState = &nCloseState});
+    Handler h(HandlerKind::StopAndClose, Report::patternA(QStringLiteral("画面起動中にエラーが発生しました。")),
+              {.closeState = &nCloseState});
     h([&] {});
     EXPECT_EQ(nCloseState, 0);
     h([&] { throw mismatch(); });

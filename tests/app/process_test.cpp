@@ -63,23 +63,24 @@ TEST_F(ProcessStartTest, AnEmptyCommandLineShowsTwoBoxesAndEnds)
     EXPECT_EQ(run(QStringLiteral("today 2026/11/21\nstart")),
               (QStringList{QStringLiteral("screen open frmBack"),
                            QStringLiteral("box 48 　エラー！！|処理モードが設定されていません。"),
-                           QStringLiteral("box 16 　エラー！！|起動できません！"),
-                           QStringLiteral("end 0")}));
+                           QStringLiteral("box 16 　エラー！！|起動できません！"), QStringLiteral("end 0")}));
 }
 
 TEST_F(ProcessStartTest, AMissingSettingsFileEndsTheProcessAtTheFirstRead)
 {
-    EXPECT_EQ(run(QStringLiteral("start 1")),
-              (QStringList{QStringLiteral("screen open frmBack"),
-                           QStringLiteral("box 16 警告！|システム設定ファイルが見つかりません。"),
-                           QStringLiteral("end 0")}));
+    EXPECT_EQ(
+        run(QStringLiteral("start 1")),
+        (QStringList{QStringLiteral("screen open frmBack"),
+                     QStringLiteral("box 16 警告！|システム設定ファイルが見つかりません。"), QStringLiteral("end 0")}));
 }
 
 TEST_F(ProcessStartTest, TheRunModeIsTheLeadingNumberTruncated)
 {
     writeSettings(goodSettings);
-    const std::pair<QString, short> cases[] = {
-        {QStringLiteral("1000.9"), 1000}, {QStringLiteral("abc"), 0}, {QStringLiteral("5abc"), 5}, {QStringLiteral("7"), 7}};
+    const std::pair<QString, short> cases[] = {{QStringLiteral("1000.9"), 1000},
+                                               {QStringLiteral("abc"), 0},
+                                               {QStringLiteral("5abc"), 5},
+                                               {QStringLiteral("7"), 7}};
     for (const auto& [arg, mode] : cases) {
         const QStringList t = run(QStringLiteral("start ") + arg);
         EXPECT_EQ(ProbeScreen::seenMode, mode) << arg.toStdString();
@@ -103,7 +104,8 @@ TEST_F(ProcessStartTest, AMissingWallpaperKeyWarnsAndAMissingPictureIsSilent)
 {
     writeSettings("SYSTEM_ICON=\\ICON\r\nBASEID=0101\r\n");
     QStringList t = run(QStringLiteral("start 1"));
-    EXPECT_EQ(t.at(1), QStringLiteral("box 16 警告！|システム設定ファイルに、指定の項目が見つかりません。\\r[WALLPAPER]"));
+    EXPECT_EQ(t.at(1),
+              QStringLiteral("box 16 警告！|システム設定ファイルに、指定の項目が見つかりません。\\r[WALLPAPER]"));
     EXPECT_EQ(t.last(), QStringLiteral("end 0"));
 
     writeSettings(goodSettings);  // names a picture that does not exist
@@ -116,7 +118,8 @@ TEST_F(ProcessStartTest, ABadSiteKeyIsTheSystemsReportAndEndsTheProcess)
     for (const QByteArray& line : {QByteArray("BASEID=01x1\r\n"), QByteArray("OTHER=1\r\n")}) {
         writeSettings("SYSTEM_ICON=\\ICON\r\nWALLPAPER=w.png\r\n" + line);
         const QStringList t = run(QStringLiteral("start 1"));
-        EXPECT_EQ(t.at(1), QStringLiteral("box 16 |実行時エラー '13':\\r\\n\\r\\n型が一致しません。")) << line.constData();
+        EXPECT_EQ(t.at(1), QStringLiteral("box 16 |実行時エラー '13':\\r\\n\\r\\n型が一致しません。"))
+            << line.constData();
         EXPECT_EQ(t.last(), QStringLiteral("end 1"));
     }
 }

@@ -54,25 +54,24 @@ protected:
 QString boxLine(const QString& text) { return QStringLiteral("box 16 警告！|") + text; }
 
 // A settings file as the suite keeps it, with the oddities a hand-edited file has.
-const QString kSettings = QStringLiteral(
-    "[SYSTEM]\r\n"
-    "; パスの設定\r\n"
-    "SYSTEM_SYS=\\SYS\r\n"
-    "SYSTEM_TMP=\\TMP\r\n"
-    "SYSTEM_ICON=\\ICON\r\n"
-    "SYSTEM_DATA=\\DATA\r\n"
-    "WALLPAPER=wall.bmp\r\n"
-    "  BASEID  =0102\r\n"
-    "和タイプ= 5 和暦\r\n"
-    "コメント行には等号がない\r\n"
-    "紹介者=0\r\n"
-    "=値だけの行\r\n"
-    "紹介者=1\r\n"
-    "URL=http://example.jp/?a=1&b=2\r\n"
-    "Lower=small\r\n"
-    "\tTAB=tabbed\r\n"
-    "[OTHER]\r\n"
-    "同意記録1出力=1\r\n");
+const QString kSettings = QStringLiteral("[SYSTEM]\r\n"
+                                         "; パスの設定\r\n"
+                                         "SYSTEM_SYS=\\SYS\r\n"
+                                         "SYSTEM_TMP=\\TMP\r\n"
+                                         "SYSTEM_ICON=\\ICON\r\n"
+                                         "SYSTEM_DATA=\\DATA\r\n"
+                                         "WALLPAPER=wall.bmp\r\n"
+                                         "  BASEID  =0102\r\n"
+                                         "和タイプ= 5 和暦\r\n"
+                                         "コメント行には等号がない\r\n"
+                                         "紹介者=0\r\n"
+                                         "=値だけの行\r\n"
+                                         "紹介者=1\r\n"
+                                         "URL=http://example.jp/?a=1&b=2\r\n"
+                                         "Lower=small\r\n"
+                                         "\tTAB=tabbed\r\n"
+                                         "[OTHER]\r\n"
+                                         "同意記録1出力=1\r\n");
 
 struct KeyCase {
     const char* name;
@@ -98,8 +97,7 @@ INSTANTIATE_TEST_SUITE_P(
                       KeyCase{"onlyTheFirstEqualsSplits", "URL", QStringLiteral("http://example.jp/?a=1&b=2")},
                       KeyCase{"sectionHeadersAreOrdinaryLines", "同意記録1出力", QStringLiteral("1")},
                       KeyCase{"emptyKeyMatchesALineStartingWithEquals", "", QStringLiteral("値だけの行")},
-                      KeyCase{"caseMatters", "LOWER", std::nullopt},
-                      KeyCase{"tabsAreNotBlanks", "TAB", std::nullopt},
+                      KeyCase{"caseMatters", "LOWER", std::nullopt}, KeyCase{"tabsAreNotBlanks", "TAB", std::nullopt},
                       KeyCase{"aLineWithoutEqualsIsSkipped", "コメント行には等号がない", std::nullopt},
                       KeyCase{"absent", "同意更新医師TEL出力", std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });
@@ -175,8 +173,7 @@ TEST_F(SystemSettings, BadBytesOnOtherLinesDoNotStopTheRead)
 {
     writeFile(QStringLiteral("Tavrine.ini"), QByteArray("NOTE=\xFF\x81\r\nBASEID=0305\r\n"));
     EXPECT_EQ(app::csGetSystemSetting(QStringLiteral("BASEID"), false), QStringLiteral("0305"));
-    EXPECT_EQ(app::csGetSystemSetting(QStringLiteral("NOTE"), false),
-              QString(QChar(0xFFFD)) + QChar(0xFFFD));
+    EXPECT_EQ(app::csGetSystemSetting(QStringLiteral("NOTE"), false), QString(QChar(0xFFFD)) + QChar(0xFFFD));
 }
 
 TEST_F(SystemSettings, FoldersAreTheProgramDirectoryPlusTheValuePlusABackslash)
@@ -200,8 +197,9 @@ TEST_F(SystemSettings, AMissingFolderKeyIsWarnedAboutAndLeavesTheProgramDirector
 {
     writeSettings(QStringLiteral("SYSTEM_SYS=\\SYS\r\n"));
     EXPECT_EQ(app::csSystemDataPath(), dir.path() + QStringLiteral("\\"));
-    EXPECT_EQ(platform.transcript(),
-              QStringList{boxLine(QStringLiteral("システム設定ファイルに、指定の項目が見つかりません。\\r[SYSTEM_DATA]"))});
+    EXPECT_EQ(
+        platform.transcript(),
+        QStringList{boxLine(QStringLiteral("システム設定ファイルに、指定の項目が見つかりません。\\r[SYSTEM_DATA]"))});
 }
 
 TEST_F(SystemSettings, FormLookupReadsTheDataFolderFileCutAndRightTrimmed)

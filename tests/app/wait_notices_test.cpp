@@ -19,7 +19,8 @@ TEST(WaitNotice, ClosesItselfWhenItsTimeIsUp)
     EXPECT_GE(start.secsTo(p.now()), 3);
     EXPECT_TRUE(w.imgInf[2].visible());
     EXPECT_FALSE(w.imgInf[0].visible());
-    EXPECT_EQ(p.transcript(), (QStringList{QStringLiteral("screen open frmWaitMsg"), QStringLiteral("screen close frmWaitMsg")}));
+    EXPECT_EQ(p.transcript(),
+              (QStringList{QStringLiteral("screen open frmWaitMsg"), QStringLiteral("screen close frmWaitMsg")}));
 }
 
 TEST(WaitNotice, OkEndsTheWaitEarly)

@@ -12,7 +12,6 @@
 #include <QDate>
 #include <QDateTime>
 
-
 using namespace base;
 using sealtest::faultOf;
 
@@ -28,17 +27,17 @@ class ValRule : public ::testing::TestWithParam<ValCase> {};
 
 TEST_P(ValRule, TakesTheLeadingNumber) { EXPECT_DOUBLE_EQ(Val(GetParam().text), GetParam().expected); }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, ValRule,
-    ::testing::Values(ValCase{"fraction", "1000.9", 1000.9}, ValCase{"letters", "abc", 0},
-                      ValCase{"trailingText", "5abc", 5}, ValCase{"blanksAnywhere", " 1 2\t3\n4", 1234},
-                      ValCase{"empty", "", 0}, ValCase{"negative", "-7.5x", -7.5}, ValCase{"commaEnds", "1,000", 1},
-                      ValCase{"secondPointEnds", "1.2.3", 1.2}, ValCase{"exponentD", "2d2", 200},
-                      ValCase{"exponentWithoutDigits", "7e", 7}, ValCase{"hexIsInteger", "&HFFFF", -1},
-                      ValCase{"hexLong", "&H10000", 65536},
-                      // "和タイプ" with trailing text keeps its leading number.
-                      ValCase{"settingWithComment", "5 ;和暦", 5}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Texts, ValRule,
+                         ::testing::Values(ValCase{"fraction", "1000.9", 1000.9}, ValCase{"letters", "abc", 0},
+                                           ValCase{"trailingText", "5abc", 5},
+                                           ValCase{"blanksAnywhere", " 1 2\t3\n4", 1234}, ValCase{"empty", "", 0},
+                                           ValCase{"negative", "-7.5x", -7.5}, ValCase{"commaEnds", "1,000", 1},
+                                           ValCase{"secondPointEnds", "1.2.3", 1.2}, ValCase{"exponentD", "2d2", 200},
+                                           ValCase{"exponentWithoutDigits", "7e", 7},
+                                           ValCase{"hexIsInteger", "&HFFFF", -1}, ValCase{"hexLong", "&H10000", 65536},
+                                           // "和タイプ" with trailing text keeps its leading number.
+                                           ValCase{"settingWithComment", "5 ;和暦", 5}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 // --- CInt, CLng, IsNumeric ------------------------------------------------------
 
@@ -64,9 +63,9 @@ INSTANTIATE_TEST_SUITE_P(Values, BankersRounding,
 
 TEST(NumberConversion, TextThatIsNotANumberIsATypeMismatch)
 {
-    for (const QString& t : {QStringLiteral(""), QStringLiteral(" "), QStringLiteral("abc"), QStringLiteral("12a"),
-                            QStringLiteral("1 2"), QStringLiteral("--1"), QStringLiteral("."), QStringLiteral("1e"),
-                            QStringLiteral("&H")}) {
+    for (const QString& t :
+         {QStringLiteral(""), QStringLiteral(" "), QStringLiteral("abc"), QStringLiteral("12a"), QStringLiteral("1 2"),
+          QStringLiteral("--1"), QStringLiteral("."), QStringLiteral("1e"), QStringLiteral("&H")}) {
         EXPECT_EQ(faultOf([&] { CInt(t); }), 13) << t.toStdString();
         EXPECT_EQ(faultOf([&] { CLng(t); }), 13) << t.toStdString();
         EXPECT_FALSE(IsNumeric(t)) << t.toStdString();
@@ -84,7 +83,7 @@ TEST(NumberConversion, NumericTextConvertsWithBlanksSignsGroupingAndRounding)
     EXPECT_EQ(CInt(QStringLiteral("&HFFFF")), -1);
     EXPECT_EQ(CInt(QStringLiteral("09")), 9);  // "BASEID" halves with a leading zero
     for (const QString& t : {QStringLiteral("12"), QStringLiteral(" -1.5 "), QStringLiteral("1,234.5"),
-                            QStringLiteral("+.5"), QStringLiteral("1e10"), QStringLiteral("&O777")})
+                             QStringLiteral("+.5"), QStringLiteral("1e10"), QStringLiteral("&O777")})
         EXPECT_TRUE(IsNumeric(t)) << t.toStdString();
 }
 
@@ -169,22 +168,21 @@ TEST_P(ReplaceAll, RemovesEveryOccurrenceSearchingAgainFromTheStart)
     EXPECT_EQ(csReplaceAll(GetParam().text, GetParam().del), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Texts, ReplaceAll,
-    ::testing::Values(ReplaceCase{"plain", "a-b-c", "-", "abc"},
-                      // Removing joins what stood around it, and the new join is removed too.
-                      ReplaceCase{"joinsAreSearchedAgain", "aabb", "ab", ""},
-                      ReplaceCase{"caseMatters", "AbAB", "ab", "AbAB"},
-                      ReplaceCase{"fullWidthBlank", "山田　太郎　", "　", "山田太郎"},
-                      ReplaceCase{"emptyDeleteKeepsText", "abc", "", "abc"}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Texts, ReplaceAll,
+                         ::testing::Values(ReplaceCase{"plain", "a-b-c", "-", "abc"},
+                                           // Removing joins what stood around it, and the new join is removed too.
+                                           ReplaceCase{"joinsAreSearchedAgain", "aabb", "ab", ""},
+                                           ReplaceCase{"caseMatters", "AbAB", "ab", "AbAB"},
+                                           ReplaceCase{"fullWidthBlank", "山田　太郎　", "　", "山田太郎"},
+                                           ReplaceCase{"emptyDeleteKeepsText", "abc", "", "abc"}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 // --- database values ------------------------------------------------------------
 
 TEST(DatabaseValue, NullReadsAsEmptyTextOrZero)
 {
-    const QVariant nulls[] = {QVariant(), QVariant(QMetaType::fromType<QString>()), QVariant(QMetaType::fromType<int>()),
-                              QVariant(QMetaType::fromType<QDate>())};
+    const QVariant nulls[] = {QVariant(), QVariant(QMetaType::fromType<QString>()),
+                              QVariant(QMetaType::fromType<int>()), QVariant(QMetaType::fromType<QDate>())};
     for (const QVariant& v : nulls) {
         EXPECT_TRUE(IsNull(v));
         EXPECT_EQ(csNull2Str(v), QString());

@@ -13,7 +13,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-
 using base::clsOplIniFile;
 using base::csCutNull;
 using base::toCp932;
@@ -74,7 +73,8 @@ TEST_F(ProfileFile, BindingReportsEmptyNameAndMissingFileInItsOwnWords)
 
     const QString missing = path(QStringLiteral("none.ini"));
     EXPECT_EQ(ini.iInit(missing), -1);
-    EXPECT_EQ(ini.csErrorText(), QStringLiteral("指定されたIni（") + missing + QStringLiteral("）ファイルが見つかりません。"));
+    EXPECT_EQ(ini.csErrorText(),
+              QStringLiteral("指定されたIni（") + missing + QStringLiteral("）ファイルが見つかりません。"));
 
     putBytes(path(), "");
     EXPECT_EQ(ini.iInit(path()), 0);
@@ -152,20 +152,20 @@ TEST_P(ProfileLookup, FindsValuesAsTheSystemDoes)
 
 INSTANTIATE_TEST_SUITE_P(
     Rules, ProfileLookup,
-    ::testing::Values(
-        LookupCase{"sectionAndKeyIgnoreAsciiCase", "[Sort]\r\nOrder=1\r\n", "sORT", "ORDER", "1"},
-        LookupCase{"blanksAroundNamesAndValueAreTrimmed", "[ s ]\r\n  key  =  v a  \r\n", "s", "key", "v a"},
-        LookupCase{"blanksAroundTheCallersNamesAreIgnored", "[s]\r\nkey=v\r\n", " s ", " key\t", "v"},
-        LookupCase{"doubleQuotesAreStripped", "[s]\r\nk=\" quoted \"\r\n", "s", "k", " quoted "},
-        LookupCase{"singleQuotesAreStripped", "[s]\r\nk='x'\r\n", "s", "k", "x"},
-        LookupCase{"unmatchedQuotesStay", "[s]\r\nk=\"x'\r\n", "s", "k", "\"x'"},
-        LookupCase{"onlyTheFirstEqualsSplits", "[s]\r\nk=a=b\r\n", "s", "k", "a=b"},
-        LookupCase{"firstOfTwoKeysWins", "[s]\r\nk=1\r\nk=2\r\n", "s", "k", "1"},
-        LookupCase{"firstOfTwoSectionsWins", "[s]\r\nj=1\r\n[s]\r\nk=2\r\n", "s", "k", ""},
-        LookupCase{"keyOfAnotherSectionIsNotFound", "[a]\r\nk=1\r\n[b]\r\nj=2\r\n", "b", "k", ""},
-        LookupCase{"commentIsNoKey", "[s]\r\n;k=1\r\n", "s", ";k", ""},
-        LookupCase{"lineWithoutEqualsIsAnEmptyKey", "[s]\r\nk\r\nj=2\r\n", "s", "j", "2"},
-        LookupCase{"lastLineWithoutLineEnd", "[s]\r\nk=end", "s", "k", "end"}),
+    ::testing::Values(LookupCase{"sectionAndKeyIgnoreAsciiCase", "[Sort]\r\nOrder=1\r\n", "sORT", "ORDER", "1"},
+                      LookupCase{"blanksAroundNamesAndValueAreTrimmed", "[ s ]\r\n  key  =  v a  \r\n", "s", "key",
+                                 "v a"},
+                      LookupCase{"blanksAroundTheCallersNamesAreIgnored", "[s]\r\nkey=v\r\n", " s ", " key\t", "v"},
+                      LookupCase{"doubleQuotesAreStripped", "[s]\r\nk=\" quoted \"\r\n", "s", "k", " quoted "},
+                      LookupCase{"singleQuotesAreStripped", "[s]\r\nk='x'\r\n", "s", "k", "x"},
+                      LookupCase{"unmatchedQuotesStay", "[s]\r\nk=\"x'\r\n", "s", "k", "\"x'"},
+                      LookupCase{"onlyTheFirstEqualsSplits", "[s]\r\nk=a=b\r\n", "s", "k", "a=b"},
+                      LookupCase{"firstOfTwoKeysWins", "[s]\r\nk=1\r\nk=2\r\n", "s", "k", "1"},
+                      LookupCase{"firstOfTwoSectionsWins", "[s]\r\nj=1\r\n[s]\r\nk=2\r\n", "s", "k", ""},
+                      LookupCase{"keyOfAnotherSectionIsNotFound", "[a]\r\nk=1\r\n[b]\r\nj=2\r\n", "b", "k", ""},
+                      LookupCase{"commentIsNoKey", "[s]\r\n;k=1\r\n", "s", ";k", ""},
+                      LookupCase{"lineWithoutEqualsIsAnEmptyKey", "[s]\r\nk\r\nj=2\r\n", "s", "j", "2"},
+                      LookupCase{"lastLineWithoutLineEnd", "[s]\r\nk=end", "s", "k", "end"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(ProfileFile, JapaneseNamesCompareExactlyAndSurviveTrailBytesThatLookLikeBrackets)
@@ -325,7 +325,8 @@ TEST_F(ProfileFile, ReadOnlyFolderOrFileFailsTheWriteAndKeepsTheFile)
     const QByteArray before = sharedFile();
     clsOplIniFile ini = bound(before);
     QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
-    const short r = ini.iWriteProfileString(QStringLiteral("タックシール"), QStringLiteral("用紙"), QStringLiteral("3"));
+    const short r =
+        ini.iWriteProfileString(QStringLiteral("タックシール"), QStringLiteral("用紙"), QStringLiteral("3"));
     QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     EXPECT_EQ(r, 0);
     EXPECT_EQ(fileBytes(path()), before);

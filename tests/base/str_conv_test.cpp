@@ -31,13 +31,14 @@ INSTANTIATE_TEST_SUITE_P(
         WidthCase{"digitsAndLetters", "Abc123", "Ａｂｃ１２３"}, WidthCase{"blank", "a b", "ａ　ｂ"},
         WidthCase{"hyphenIsFullWidthMinus", "1-2-3", "１－２－３"}, WidthCase{"tilde", "~", "～"},
         WidthCase{"yen", "\\", "￥"}, WidthCase{"quotes", "'\"", "’”"},
-        WidthCase{"punctuation", "!#$%&()*+,./:;<=>?@[]^_`{|}", "！＃＄％＆（）＊＋，．／：；＜＝＞？＠［］＾＿｀｛｜｝"},
+        WidthCase{"punctuation", "!#$%&()*+,./:;<=>?@[]^_`{|}",
+                  "！＃＄％＆（）＊＋，．／：；＜＝＞？＠［］＾＿｀｛｜｝"},
         WidthCase{"plainKana", "ｱｲｳｴｵﾝ", "アイウエオン"}, WidthCase{"smallKana", "ｧｨｩｪｫｬｭｮｯ", "ァィゥェォャュョッ"},
         WidthCase{"voiced", "ｶﾞｷﾞｸﾞｹﾞｺﾞｻﾞｼﾞｽﾞｾﾞｿﾞﾀﾞﾁﾞﾂﾞﾃﾞﾄﾞ", "ガギグゲゴザジズゼゾダヂヅデド"},
         WidthCase{"voicedHa", "ﾊﾞﾋﾞﾌﾞﾍﾞﾎﾞ", "バビブベボ"}, WidthCase{"semiVoiced", "ﾊﾟﾋﾟﾌﾟﾍﾟﾎﾟ", "パピプペポ"},
         WidthCase{"vu", "ｳﾞ", "ヴ"}, WidthCase{"nameWithVoicedMarks", "ﾔﾏﾀﾞ ﾀﾛｳ", "ヤマダ　タロウ"},
-        WidthCase{"longVowelAndSymbols", "ｰ｡｢｣､･ｦ", "ー。「」、・ヲ"},
-        WidthCase{"loneMarks", "ﾞﾟ", "゛゜"}, WidthCase{"address", "1-2-3 ABCﾏﾝｼｮﾝ101", "１－２－３　ＡＢＣマンション１０１"}),
+        WidthCase{"longVowelAndSymbols", "ｰ｡｢｣､･ｦ", "ー。「」、・ヲ"}, WidthCase{"loneMarks", "ﾞﾟ", "゛゜"},
+        WidthCase{"address", "1-2-3 ABCﾏﾝｼｮﾝ101", "１－２－３　ＡＢＣマンション１０１"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(Width, MarksThatCannotJoinStayMarks)

@@ -19,14 +19,47 @@ namespace {
 // Captions, titles, messages and file keys as the program shows and writes them,
 // with the characters that differ between Shift_JIS variants.
 const char16_t* const kProgramTexts[] = {
-    u"シール印刷", u"　エラー！！", u"警告！", u"対象年月選択", u"処理モードが設定されていません。",
-    u"起動できません！", u"システム設定ファイルが見つかりません。",
-    u"システム設定ファイルに、指定の項目が見つかりません。", u"画面起動中にエラーが発生しました。",
-    u"接続文字列取得できません。", u"loadInitCorp でエラー", u"※ID入力後、Enterキーでリスト追加",
-    u"※令和元年 単価変更対応済", u"ⅠＤ", u"〒 ", u"はり・きゅう", u"・・・", u"－ 指定なし －", u"～",
-    u"温あん法・電気光線器具", u"同意書在中", u"医事課御中", u"様", u"①②⑳", u"髙橋", u"﨑", u"ケアマネ",
-    u"紹介者", u"封筒印刷", u"データ抽出条件（補助）", u"回収条件", u"施術経過より抽出", u"タックシール脚注",
-    u"帳票Format.ini", u"印刷設定.ini", u"接続情報", u"㈱", u"№", u"ﾔﾏﾀﾞ ﾀﾛｳ", u"￥", u"∵",
+    u"シール印刷",
+    u"　エラー！！",
+    u"警告！",
+    u"対象年月選択",
+    u"処理モードが設定されていません。",
+    u"起動できません！",
+    u"システム設定ファイルが見つかりません。",
+    u"システム設定ファイルに、指定の項目が見つかりません。",
+    u"画面起動中にエラーが発生しました。",
+    u"接続文字列取得できません。",
+    u"loadInitCorp でエラー",
+    u"※ID入力後、Enterキーでリスト追加",
+    u"※令和元年 単価変更対応済",
+    u"ⅠＤ",
+    u"〒 ",
+    u"はり・きゅう",
+    u"・・・",
+    u"－ 指定なし －",
+    u"～",
+    u"温あん法・電気光線器具",
+    u"同意書在中",
+    u"医事課御中",
+    u"様",
+    u"①②⑳",
+    u"髙橋",
+    u"﨑",
+    u"ケアマネ",
+    u"紹介者",
+    u"封筒印刷",
+    u"データ抽出条件（補助）",
+    u"回収条件",
+    u"施術経過より抽出",
+    u"タックシール脚注",
+    u"帳票Format.ini",
+    u"印刷設定.ini",
+    u"接続情報",
+    u"㈱",
+    u"№",
+    u"ﾔﾏﾀﾞ ﾀﾛｳ",
+    u"￥",
+    u"∵",
 };
 
 }  // namespace
@@ -82,8 +115,8 @@ TEST(Cp932, AnUnassignedPairAndStrayBytesEachLeaveOneMark)
     const QByteArray bytes = toCp932(u"山田") + "\x85\x40" + "a\x80" + toCp932(u"様") + "\xFF" + "\x81";
     bool bad = false;
     const QChar mark(0xFFFD);
-    EXPECT_EQ(fromCp932(bytes, &bad), QStringLiteral("山田") + mark + QStringLiteral("@a") + mark + QStringLiteral("様") +
-                                          mark + mark);
+    EXPECT_EQ(fromCp932(bytes, &bad),
+              QStringLiteral("山田") + mark + QStringLiteral("@a") + mark + QStringLiteral("様") + mark + mark);
     EXPECT_TRUE(bad);
 }
 

@@ -15,7 +15,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-
 using namespace base;
 using sealtest::fileBytes;
 using sealtest::putBytes;
@@ -80,11 +79,12 @@ TEST_F(TextFile, UnreadableFileIsAFailureNotAnEmptyFile)
 
 TEST_F(TextFile, WritesCp932WithCrLfAfterEveryLine)
 {
-    const FileWrite w = writeTextFile(path(), {QStringLiteral("\"氏名\",\"住所\""), QString(), QStringLiteral("山田 太郎,①～－")});
+    const FileWrite w =
+        writeTextFile(path(), {QStringLiteral("\"氏名\",\"住所\""), QString(), QStringLiteral("山田 太郎,①～－")});
     ASSERT_TRUE(w.ok);
     EXPECT_FALSE(w.lossy);
     EXPECT_EQ(fileBytes(path()), QByteArray("\"\x8e\x81\x96\xbc\",\"\x8f\x5a\x8f\x8a\"\r\n\r\n"
-                                           "\x8e\x52\x93\x63 \x91\xbe\x98\x59,\x87\x40\x81\x60\x81\x7c\r\n"));
+                                            "\x8e\x52\x93\x63 \x91\xbe\x98\x59,\x87\x40\x81\x60\x81\x7c\r\n"));
 }
 
 TEST_F(TextFile, CharactersWithoutACp932FormAreWrittenAsQuestionMarksAndReported)

@@ -1,11 +1,11 @@
 // Events and notices of the headless controls: what fires when code or the operator
 // changes a value.
 
+#include "base/vb_error.h"
 #include "controls/buttons.h"
 #include "controls/grid.h"
 #include "controls/inputs.h"
 #include "controls/lists.h"
-#include "base/vb_error.h"
 
 #include <gtest/gtest.h>
 

@@ -38,12 +38,14 @@ INSTANTIATE_TEST_SUITE_P(
                     "Provider=SQLOLEDB.1;Persist Security Info=False;Data Source=SRV01\\SQLEXPRESS;"
                     "Initial Catalog=Tavrine;User ID=sa;Password=p@ss",
                     "FreeTDS", "Driver={FreeTDS};Server=SRV01\\SQLEXPRESS;Database=Tavrine;UID=sa;PWD=p@ss"},
-        Translation{"windows_driver_keeps_host_and_port", "Provider=SQLNCLI11;Data Source=10.0.0.5,1433;Initial Catalog=DB",
-                    "SQL Server", "Driver={SQL Server};Server=10.0.0.5,1433;Database=DB"},
-        Translation{"freetds_port_apart", "Provider=SQLOLEDB;Data Source=10.0.0.5,1433;Initial Catalog=DB",
-                    "FreeTDS", "Driver={FreeTDS};Server=10.0.0.5;Port=1433;Database=DB"},
-        Translation{"freetds_local_shorthand", "Provider=SQLOLEDB;Data Source=(local)\\SQLEXPRESS;Integrated Security=SSPI",
-                    "FreeTDS", "Driver={FreeTDS};Server=localhost\\SQLEXPRESS;Trusted_Connection=yes"},
+        Translation{"windows_driver_keeps_host_and_port",
+                    "Provider=SQLNCLI11;Data Source=10.0.0.5,1433;Initial Catalog=DB", "SQL Server",
+                    "Driver={SQL Server};Server=10.0.0.5,1433;Database=DB"},
+        Translation{"freetds_port_apart", "Provider=SQLOLEDB;Data Source=10.0.0.5,1433;Initial Catalog=DB", "FreeTDS",
+                    "Driver={FreeTDS};Server=10.0.0.5;Port=1433;Database=DB"},
+        Translation{"freetds_local_shorthand",
+                    "Provider=SQLOLEDB;Data Source=(local)\\SQLEXPRESS;Integrated Security=SSPI", "FreeTDS",
+                    "Driver={FreeTDS};Server=localhost\\SQLEXPRESS;Trusted_Connection=yes"},
         Translation{"driver_file_path_unbraced", "Provider=MSOLEDBSQL;Data Source=db;Initial Catalog=X",
                     "/usr/lib/x86_64-linux-gnu/odbc/libtdsodbc.so",
                     "Driver=/usr/lib/x86_64-linux-gnu/odbc/libtdsodbc.so;Server=db;Database=X"},
@@ -53,9 +55,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ChooseDriver, SqliteWithARelativePathLivesInTheProgramsFolder)
 {
-    const DriverTarget target =
-        chooseDriver(QStringLiteral("Provider=SQLite;Data Source=data\\demo.db"), QStringLiteral("/opt/seal"),
-                     QStringLiteral("FreeTDS"));
+    const DriverTarget target = chooseDriver(QStringLiteral("Provider=SQLite;Data Source=data\\demo.db"),
+                                             QStringLiteral("/opt/seal"), QStringLiteral("FreeTDS"));
     EXPECT_EQ(target.kind, DriverTarget::Kind::Sqlite);
     EXPECT_EQ(target.sqlitePath, QDir::toNativeSeparators(QStringLiteral("/opt/seal/data/demo.db")));
 }
@@ -70,7 +71,8 @@ TEST(ChooseDriver, SqliteWithAnAbsolutePathStandsAsItIs)
 
 TEST(ChooseDriver, DriverOrDsnGoesToOdbcAsItStands)
 {
-    for (const QString& text : {QStringLiteral("Driver={SQL Server};Server=a;Database=b"), QStringLiteral("DSN=seal;UID=x")}) {
+    for (const QString& text :
+         {QStringLiteral("Driver={SQL Server};Server=a;Database=b"), QStringLiteral("DSN=seal;UID=x")}) {
         const DriverTarget target = chooseDriver(text, QStringLiteral("/opt/seal"), QStringLiteral("FreeTDS"));
         EXPECT_EQ(target.kind, DriverTarget::Kind::Odbc);
         EXPECT_EQ(target.odbcConnectString, text);
@@ -101,15 +103,14 @@ INSTANTIATE_TEST_SUITE_P(Strings, RefusedStringTest,
                                            Refusal{"unclosed_quote", "Provider=SQLite;Data Source=\"/x.db", 3001},
                                            Refusal{"empty_key", "=x;Provider=SQLite", 3001},
                                            Refusal{"sqlite_without_file", "Provider=SQLite", 3001},
-                                           Refusal{"unknown_provider", "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=a.mdb", 3706},
-                                           Refusal{"no_provider", "Data Source=x", 3706},
-                                           Refusal{"empty", "", 3706}),
+                                           Refusal{"unknown_provider",
+                                                   "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=a.mdb", 3706},
+                                           Refusal{"no_provider", "Data Source=x", 3706}, Refusal{"empty", "", 3706}),
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(ConnectionStringParts, KeysIgnoreCaseAndTheLastValueWins)
 {
-    const ConnectionStringParts parts =
-        ConnectionStringParts::parse(QStringLiteral("A=1; b = two words ;B='x;''y'"));
+    const ConnectionStringParts parts = ConnectionStringParts::parse(QStringLiteral("A=1; b = two words ;B='x;''y'"));
     EXPECT_TRUE(parts.has(u"a"));
     EXPECT_EQ(parts.value(u"a"), QStringLiteral("1"));
     EXPECT_EQ(parts.value(u"B"), QStringLiteral("x;'y"));
@@ -124,8 +125,7 @@ TEST(OdbcDriverName, ComesFromTheEnvironmentElseFreeTds)
     EXPECT_EQ(data::ado::defaultOdbcDriverName(), QStringLiteral("ODBC Driver 18 for SQL Server"));
     qunsetenv("SEAL_ODBC_DRIVER");
     EXPECT_EQ(data::ado::defaultOdbcDriverName(), QStringLiteral("FreeTDS"));
-    if (!saved.isEmpty())
-        qputenv("SEAL_ODBC_DRIVER", saved);
+    if (!saved.isEmpty()) qputenv("SEAL_ODBC_DRIVER", saved);
 }
 
 }  // namespace

@@ -70,8 +70,8 @@ protected:
     // "(" the number with its sign position ")" the description: what iConnect leaves.
     static QString shortForm(const base::VbError& fault)
     {
-        return QStringLiteral("(") + (fault.number() < 0 ? QString() : QStringLiteral(" "))
-               + QString::number(fault.number()) + QStringLiteral(")") + fault.description();
+        return QStringLiteral("(") + (fault.number() < 0 ? QString() : QStringLiteral(" ")) +
+               QString::number(fault.number()) + QStringLiteral(")") + fault.description();
     }
 
     adotest::TestDb db;
@@ -90,7 +90,8 @@ TEST_F(FreeTds, AWrongPasswordIsRefusedWithTheServersLoginRecord)
     // FreeTDS gives the server's login refusal (18456) the state 42000.
     EXPECT_EQ(error.SQLState, QStringLiteral("42000"));
     EXPECT_EQ(error.NativeError, 18456);
-    EXPECT_TRUE(error.Description.contains(QStringLiteral("Login failed for user 'sa'."))) << error.Description.toStdString();
+    EXPECT_TRUE(error.Description.contains(QStringLiteral("Login failed for user 'sa'.")))
+        << error.Description.toStdString();
     EXPECT_EQ(fault.number(), error.Number);
 
     cT_ADODB adodb;
@@ -131,7 +132,8 @@ TEST_F(FreeTds, AConnectionClosedInTheMiddleOfAResultLeavesNoRecordset)
     EXPECT_TRUE(text.contains(QStringLiteral("\rSQL=") + sql + QStringLiteral("\rConnection State=1\rError Number: ")))
         << text.toStdString();
     // FreeTDS tells a lost connection by its own message number 20017.
-    EXPECT_TRUE(text.contains(QStringLiteral("Unexpected EOF from the server\r  Source: ODBC\r"))) << text.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("Unexpected EOF from the server\r  Source: ODBC\r")))
+        << text.toStdString();
     EXPECT_TRUE(text.contains(QStringLiteral("\r  Native Error: 20017"))) << text.toStdString();
     EXPECT_TRUE(text.contains(QStringLiteral("provider error(s) occurred."))) << text.toStdString();
 }
@@ -153,7 +155,8 @@ TEST_F(FreeTds, AStatementPastTheCommandTimeoutIsCancelledAndTheConnectionGoesOn
     EXPECT_TRUE(text.endsWith(QStringLiteral("\rSQL=") + stall)) << text.toStdString();
     // The server was told to stop: the next statement is answered.
     auto rs = std::make_unique<Recordset>();
-    ASSERT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT count(*) AS n FROM STAFF"), 0, 1, 1), 0) << adodb.sErrMsg().toStdString();
+    ASSERT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT count(*) AS n FROM STAFF"), 0, 1, 1), 0)
+        << adodb.sErrMsg().toStdString();
     EXPECT_EQ(rs->Fields(QStringLiteral("n")).Value(), QVariant(3));
 }
 
@@ -182,9 +185,12 @@ INSTANTIATE_TEST_SUITE_P(Replies, FreeTdsBadReply,
                          ::testing::Values(Fault::MalformedReply, Fault::TruncatedReply, Fault::UnknownType),
                          [](const auto& info) {
                              switch (info.param) {
-                             case Fault::MalformedReply: return std::string("Malformed");
-                             case Fault::TruncatedReply: return std::string("Truncated");
-                             default: return std::string("UnknownType");
+                             case Fault::MalformedReply:
+                                 return std::string("Malformed");
+                             case Fault::TruncatedReply:
+                                 return std::string("Truncated");
+                             default:
+                                 return std::string("UnknownType");
                              }
                          });
 
@@ -255,7 +261,8 @@ TEST_F(FreeTds, TheSuitesOleDbStringConnects)
 {
     start();
     qputenv("SEAL_ODBC_DRIVER", tdstest::kFreeTdsDriver);
-    for (const QString& host : {QStringLiteral("127.0.0.1"), QStringLiteral("(local)"), QStringLiteral("tcp:localhost")}) {
+    for (const QString& host :
+         {QStringLiteral("127.0.0.1"), QStringLiteral("(local)"), QStringLiteral("tcp:localhost")}) {
         SCOPED_TRACE(host.toStdString());
         cT_ADODB adodb;
         adodb.iInit(QStringLiteral("Provider=SQLOLEDB.1;Persist Security Info=False;Data Source=%1,%2;"
@@ -284,7 +291,8 @@ TEST_F(FreeTds, ANamedInstanceIsFoundThroughTheBrowser)
     qputenv("SEAL_ODBC_DRIVER", tdstest::kFreeTdsDriver);
     cT_ADODB adodb;
     adodb.iInit(QStringLiteral("Provider=SQLOLEDB.1;Data Source=127.0.0.2\\SEALTEST;Initial Catalog=Tavrine;"
-                               "User ID=sa;Password=%1").arg(options.password));
+                               "User ID=sa;Password=%1")
+                    .arg(options.password));
     const short connected = adodb.iConnect();
     qunsetenv("SEAL_ODBC_DRIVER");
     ASSERT_EQ(connected, 0) << adodb.sErrMsg().toStdString();
@@ -300,7 +308,8 @@ TEST_F(FreeTds, TheServerDropsAClientThatSendsNoTdsAndGoesOn)
 {
     options.readTimeoutMs = 500;
     const QString connect = start();
-    for (const QByteArray& bytes : {QByteArray("\x12\x01\x00\x04\x00\x00\x00\x00", 8), QByteArray("\x12\x01\x00\x40", 4)}) {
+    for (const QByteArray& bytes :
+         {QByteArray("\x12\x01\x00\x04\x00\x00\x00\x00", 8), QByteArray("\x12\x01\x00\x40", 4)}) {
         QTcpSocket garbage;
         garbage.connectToHost(QStringLiteral("127.0.0.1"), port);
         ASSERT_TRUE(garbage.waitForConnected(5000));
@@ -308,8 +317,7 @@ TEST_F(FreeTds, TheServerDropsAClientThatSendsNoTdsAndGoesOn)
         garbage.waitForBytesWritten(5000);
         // The server closes the connection (at once, or when its read times out).
         EXPECT_FALSE(garbage.waitForReadyRead(5000) && garbage.bytesAvailable() > 0);
-        if (garbage.state() == QAbstractSocket::ConnectedState)
-            garbage.waitForDisconnected(5000);
+        if (garbage.state() == QAbstractSocket::ConnectedState) garbage.waitForDisconnected(5000);
         EXPECT_EQ(garbage.state(), QAbstractSocket::UnconnectedState);
     }
     Connection connection;

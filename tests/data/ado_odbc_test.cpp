@@ -80,8 +80,8 @@ TEST(OdbcAdoOpen, AMissingDatabaseFileFailsInsteadOfCreatingOne)
     const QString missing = db.folder() + QStringLiteral("/none.db");
     Connection connection;
     // The SQLite ODBC driver creates missing files unless told not to.
-    const QString text = QStringLiteral("Driver=%1;Database=%2;NoCreat=1")
-                             .arg(QString::fromLatin1(adotest::kOdbcSqliteDriver), missing);
+    const QString text =
+        QStringLiteral("Driver=%1;Database=%2;NoCreat=1").arg(QString::fromLatin1(adotest::kOdbcSqliteDriver), missing);
     EXPECT_THROW(connection.Open(text), base::VbError);
     EXPECT_FALSE(QFile::exists(missing));
 }

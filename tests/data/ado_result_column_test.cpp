@@ -52,7 +52,9 @@ TEST(ResultColumnTest, TextsKeepTheirBoundsAndBadBytesBecomeReplacementCharacter
 {
     ResultColumn column;
     column.appendUtf8("", 0);
-    column.appendUtf8("a\xff" "b", 3);
+    column.appendUtf8("a\xff"
+                      "b",
+                      3);
     column.appendUtf8("\xe6\x9d\xb1", 3);
     column.appendText(QStringView());
 

@@ -19,8 +19,7 @@ class AdoRoad : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        if (const QString missing = Road::missing(); !missing.isEmpty())
-            GTEST_SKIP() << missing.toStdString();
+        if (const QString missing = Road::missing(); !missing.isEmpty()) GTEST_SKIP() << missing.toStdString();
         connection.Open(road.connect(db));
     }
 
@@ -66,7 +65,8 @@ TYPED_TEST(AdoRoad, EveryColumnKindReadsBackWithItsTypeNumber)
     EXPECT_EQ(adotest::show(rs.Fields(QStringLiteral("cNote")).Value()), adotest::show(edge));
     EXPECT_EQ(rs.Fields(QStringLiteral("iSmall")).Value(), QVariant(-32768));
     EXPECT_EQ(rs.Fields(QStringLiteral("iFlag")).Value(), QVariant(true));
-    EXPECT_EQ(rs.Fields(QStringLiteral("tWhen")).Value().toDateTime(), QDateTime(QDate(2026, 11, 20), QTime(9, 15, 30)));
+    EXPECT_EQ(rs.Fields(QStringLiteral("tWhen")).Value().toDateTime(),
+              QDateTime(QDate(2026, 11, 20), QTime(9, 15, 30)));
     EXPECT_DOUBLE_EQ(rs.Fields(QStringLiteral("nRate")).Value().toDouble(), 0.25);
     rs.MoveNext();
     EXPECT_EQ(rs.Fields(QStringLiteral("cCode")).Value().toString(), QStringLiteral("ｱｲｳ abc"));
@@ -84,7 +84,8 @@ TYPED_TEST(AdoRoad, EveryColumnKindReadsBackWithItsTypeNumber)
 
 TYPED_TEST(AdoRoad, NullInEveryKindOfColumnIsANullVariant)
 {
-    Recordset rs = this->open(QStringLiteral("SELECT nTantou, cName, tBirthday, iChusiFlg, cAdress1 FROM RIYOUSHA WHERE nIDNo = 12"));
+    Recordset rs = this->open(
+        QStringLiteral("SELECT nTantou, cName, tBirthday, iChusiFlg, cAdress1 FROM RIYOUSHA WHERE nIDNo = 12"));
     ASSERT_FALSE(rs.Eof());
     for (int i = 0; i < rs.FieldCount(); ++i)
         EXPECT_TRUE(rs.Fields(i).Value().isNull()) << rs.Fields(i).Name().toStdString();
@@ -160,7 +161,8 @@ TYPED_TEST(AdoRoad, AnOpenOnAClosedConnectionFaults)
     Recordset rs;
     EXPECT_EQ(this->faultOf([&] { rs.Open(QStringLiteral("SELECT 1"), this->connection); }).number(), 3709);
     qint32 affected = 0;
-    EXPECT_EQ(this->faultOf([&] { this->connection.Execute(QStringLiteral("DELETE FROM STAFF"), affected); }).number(), 3709);
+    EXPECT_EQ(this->faultOf([&] { this->connection.Execute(QStringLiteral("DELETE FROM STAFF"), affected); }).number(),
+              3709);
     EXPECT_EQ(this->db.scalar("SELECT count(*) FROM STAFF"), 3);
 }
 
@@ -184,9 +186,11 @@ TYPED_TEST(AdoRoad, AClosedRecordsetFaultsOnEveryRead)
 TYPED_TEST(AdoRoad, AMissingColumnFailsWithTheProvidersRecord)
 {
     Recordset rs;
-    const base::VbError fault = this->faultOf([&] { rs.Open(QStringLiteral("SELECT cNoSuch FROM STAFF"), this->connection); });
+    const base::VbError fault =
+        this->faultOf([&] { rs.Open(QStringLiteral("SELECT cNoSuch FROM STAFF"), this->connection); });
     EXPECT_NE(fault.number(), 0);
-    EXPECT_TRUE(fault.description().contains(QStringLiteral("no such column: cNoSuch"))) << fault.description().toStdString();
+    EXPECT_TRUE(fault.description().contains(QStringLiteral("no such column: cNoSuch")))
+        << fault.description().toStdString();
     ASSERT_EQ(this->connection.Errors().Count(), 1);
     const Error& error = this->connection.Errors().Item(0);
     EXPECT_EQ(error.Number, fault.number());
@@ -232,7 +236,8 @@ TYPED_TEST(AdoRoad, AnAmbiguousOrderByNameIsTakenFromTheSelectList)
 TYPED_TEST(AdoRoad, ExecuteCountsChangedRowsAndTransactionsHold)
 {
     qint32 affected = -1;
-    this->connection.Execute(QStringLiteral("UPDATE STAFF SET cName = 'x' WHERE iKyotenEb = 2"), affected, adExecuteNoRecords);
+    this->connection.Execute(QStringLiteral("UPDATE STAFF SET cName = 'x' WHERE iKyotenEb = 2"), affected,
+                             adExecuteNoRecords);
     EXPECT_EQ(affected, 3);
     EXPECT_EQ(this->connection.BeginTrans(), 1);
     this->connection.Execute(QStringLiteral("DELETE FROM STAFF WHERE nIDNo = 7"), affected, adExecuteNoRecords);
@@ -264,10 +269,9 @@ TYPED_TEST(AdoRoad, ReadingsCompareAsOnTheClinicsServer)
 {
     const auto ids = [&](const char* where) {
         std::vector<int> found;
-        Recordset rs = this->open(QStringLiteral("SELECT nIDNo FROM READINGS %1 ORDER BY cNameKana, nIDNo")
-                                      .arg(QString::fromUtf8(where)));
-        for (; !rs.Eof(); rs.MoveNext())
-            found.push_back(rs.Fields(0).Value().toInt());
+        Recordset rs = this->open(
+            QStringLiteral("SELECT nIDNo FROM READINGS %1 ORDER BY cNameKana, nIDNo").arg(QString::fromUtf8(where)));
+        for (; !rs.Eof(); rs.MoveNext()) found.push_back(rs.Fields(0).Value().toInt());
         return found;
     };
     EXPECT_EQ(ids(""), (std::vector<int>{8, 9, 7, 6, 5, 4, 3, 1, 10, 2}));
@@ -283,18 +287,17 @@ TYPED_TEST(AdoRoad, ReadingsCompareAsOnTheClinicsServer)
 // type numbers and values.
 TYPED_TEST(AdoRoad, StatementsReadWhatTheSqliteRoadReads)
 {
-    if (TypeParam::kReference)
-        GTEST_SKIP() << "the reference road";
+    if (TypeParam::kReference) GTEST_SKIP() << "the reference road";
     Connection direct;
     direct.Open(this->db.sqliteConnect());
-    for (const char* sql : {
-             "SELECT * FROM RIYOUSHA ORDER BY iKyotenEb, nIDNo",
-             "SELECT nIDNo, cName, nLat, nLon, tUpDateTime FROM STAFF WHERE isnull(iChusiFlg, 0) = 0 "
-             "AND iKyotenCd = 1 AND iKyotenEb = 2 ORDER BY nIDNo ",
-             "SELECT cName FROM RIYOUSHA WHERE cName = 'O''Brien'",
-             " select RIYOUSHA.nIDNo, RIYOUSHA.nTantou, STAFF.cName AS StaffName from RIYOUSHA "
-             " LEFT JOIN STAFF ON RIYOUSHA.nTantou = STAFF.nIDNo WHERE STAFF.nIDNo >= 0 ORDER BY nTantou, nIDNo ",
-             "SELECT nIDNo, cCode, cNote, iSmall, iFlag, tWhen, nRate FROM KINDS ORDER BY nIDNo"}) {
+    for (const char* sql :
+         {"SELECT * FROM RIYOUSHA ORDER BY iKyotenEb, nIDNo",
+          "SELECT nIDNo, cName, nLat, nLon, tUpDateTime FROM STAFF WHERE isnull(iChusiFlg, 0) = 0 "
+          "AND iKyotenCd = 1 AND iKyotenEb = 2 ORDER BY nIDNo ",
+          "SELECT cName FROM RIYOUSHA WHERE cName = 'O''Brien'",
+          " select RIYOUSHA.nIDNo, RIYOUSHA.nTantou, STAFF.cName AS StaffName from RIYOUSHA "
+          " LEFT JOIN STAFF ON RIYOUSHA.nTantou = STAFF.nIDNo WHERE STAFF.nIDNo >= 0 ORDER BY nTantou, nIDNo ",
+          "SELECT nIDNo, cCode, cNote, iSmall, iFlag, tWhen, nRate FROM KINDS ORDER BY nIDNo"}) {
         SCOPED_TRACE(sql);
         const QString text = QString::fromUtf8(sql);
         const adotest::Table want = adotest::readAll(direct, text);

@@ -36,8 +36,9 @@ protected:
 
 TEST_F(SqliteAdo, ValuesAndTypeNumbersFollowTheColumnKinds)
 {
-    Recordset rs = open(QStringLiteral("SELECT s.nIDNo, s.cName, tBirthday, nLat, tUpDateTime FROM STAFF s "
-                                       "JOIN RIYOUSHA r ON r.nTantou = s.nIDNo WHERE r.nIDNo = 10 AND r.iKyotenEb = 2"));
+    Recordset rs =
+        open(QStringLiteral("SELECT s.nIDNo, s.cName, tBirthday, nLat, tUpDateTime FROM STAFF s "
+                            "JOIN RIYOUSHA r ON r.nTantou = s.nIDNo WHERE r.nIDNo = 10 AND r.iKyotenEb = 2"));
     ASSERT_EQ(rs.RecordCount(), 1);
     EXPECT_EQ(rs.Fields(QStringLiteral("nIDNo")).Type(), adInteger);
     EXPECT_EQ(rs.Fields(QStringLiteral("cName")).Type(), adVarWChar);

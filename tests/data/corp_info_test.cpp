@@ -19,14 +19,18 @@ class CorpInfoTest : public sealtest::InstallationTest {};
 TEST_F(CorpInfoTest, FirstRowOfThisOfficeFillsTheFieldsPaddedAndCut)
 {
     const QString longName = QString(60, u'長');
-    run(QStringLiteral("INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, cShamei1, cShamei2, cJigyousyoNo, cYubinNo, "
-                       "cAddress1, cAddress2, cTelNo, cFaxNo, nLat, nLon, cMailDestination, cMailDestinationZipNo, "
-                       "cDaihyo, cJigyousyoNo2) VALUES "
-                       "(1, 2, 2, '二番目', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL),"
-                       "(1, 2, 1, 'さくら鍼灸院', '新宿院', '1312345678', '160-00221', '東京都新宿区新宿3-1-1', NULL, "
-                       "'03-1111-2222', '03-1111-2223-999', 35.6895, 139.6917, '新宿区新宿3-1-1 さくらビル', "
-                       "'160-0022', '") + longName + QStringLiteral("', '1312345679'),"
-                       "(1, 3, 0, '他拠点', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)"));
+    run(QStringLiteral(
+            "INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, cShamei1, cShamei2, cJigyousyoNo, cYubinNo, "
+            "cAddress1, cAddress2, cTelNo, cFaxNo, nLat, nLon, cMailDestination, cMailDestinationZipNo, "
+            "cDaihyo, cJigyousyoNo2) VALUES "
+            "(1, 2, 2, '二番目', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL),"
+            "(1, 2, 1, 'さくら鍼灸院', '新宿院', '1312345678', '160-00221', '東京都新宿区新宿3-1-1', NULL, "
+            "'03-1111-2222', '03-1111-2223-999', 35.6895, 139.6917, '新宿区新宿3-1-1 さくらビル', "
+            "'160-0022', '") +
+        longName +
+        QStringLiteral(
+            "', '1312345679'),"
+            "(1, 3, 0, '他拠点', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)"));
     CorpInfo info;
     bool bOk = false;
     loadInitCorp(info, bOk);
@@ -87,12 +91,16 @@ TEST_F(CorpInfoTest, EachFailureShowsItsOwnBox)
          QStringLiteral("box 16 シール印刷|指定されたIni（") + app::gsAppPath +
              QStringLiteral("\\adodb.ini）ファイルが見つかりません。") + tail},
         {"DatabaseMissing",
-         [&] { setConnectString(QStringLiteral("Provider=SQLite;Data Source=") + dir_.filePath(QStringLiteral("no/x.db"))); },
+         [&] {
+             setConnectString(QStringLiteral("Provider=SQLite;Data Source=") +
+                              dir_.filePath(QStringLiteral("no/x.db")));
+         },
          QStringLiteral("box 16 シール印刷|(")},
         {"TableLacksAColumn",
          [&] {
              setConnectString(QStringLiteral("Provider=SQLite;Data Source=") + dbPath_);
-             run(QStringLiteral("DROP TABLE CORP; CREATE TABLE CORP (iKyotenCd INTEGER, iKyotenEb INTEGER, nIDNo INTEGER)"));
+             run(QStringLiteral(
+                 "DROP TABLE CORP; CREATE TABLE CORP (iKyotenCd INTEGER, iKyotenEb INTEGER, nIDNo INTEGER)"));
          },
          QStringLiteral("box 16 シール印刷|(")},
     };
@@ -111,7 +119,8 @@ TEST_F(CorpInfoTest, EachFailureShowsItsOwnBox)
         else
             EXPECT_EQ(line, c.expected);
         const bool tableRead = QString::fromLatin1(c.name) == u"TableLacksAColumn";
-        EXPECT_TRUE(line.endsWith(tableRead ? QStringLiteral("\\r\\nエラーが発生しました。") : tail)) << line.toStdString();
+        EXPECT_TRUE(line.endsWith(tableRead ? QStringLiteral("\\r\\nエラーが発生しました。") : tail))
+            << line.toStdString();
     }
 }
 

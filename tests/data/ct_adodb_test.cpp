@@ -116,7 +116,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         FailedConnect{"missing_file", "Provider=SQLite;Data Source=%1/none.db",
                       "(-2147467259)unable to open database file: %1/none.db does not exist"},
-        FailedConnect{"malformed", "Provider=SQLite;Data Source", "( 3001)引数が間違った型、許容範囲外、または競合しています。"},
+        FailedConnect{"malformed", "Provider=SQLite;Data Source",
+                      "( 3001)引数が間違った型、許容範囲外、または競合しています。"},
         FailedConnect{"unknown_provider", "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=%1/a.mdb",
                       "( 3706)プロバイダが見つかりません。正しくインストールされていない可能性があります。"},
         FailedConnect{"wrong_odbc_driver", "Driver={No Such Driver 99};Database=x",
@@ -168,10 +169,12 @@ TEST_F(CtAdodb, OpenRecSetCutsTheSqlAfter80Characters)
     ASSERT_EQ(of81.size(), 81);
     std::unique_ptr<Recordset> rs;
     EXPECT_EQ(open(rs, exactly80), -1);
-    EXPECT_TRUE(adodb.sErrMsg().contains(QStringLiteral("\rSQL=") + exactly80 + QStringLiteral("\rConnection State=1")));
+    EXPECT_TRUE(
+        adodb.sErrMsg().contains(QStringLiteral("\rSQL=") + exactly80 + QStringLiteral("\rConnection State=1")));
     EXPECT_FALSE(adodb.sErrMsg().contains(QStringLiteral("・・・")));
     EXPECT_EQ(open(rs, of81), -1);
-    EXPECT_TRUE(adodb.sErrMsg().contains(QStringLiteral("\rSQL=") + of81.left(80) + QStringLiteral("・・・\rConnection State=1")));
+    EXPECT_TRUE(adodb.sErrMsg().contains(QStringLiteral("\rSQL=") + of81.left(80) +
+                                         QStringLiteral("・・・\rConnection State=1")));
 }
 
 struct Smuggled {
@@ -185,12 +188,13 @@ class CtAdodbReadSafety : public CtAdodb, public ::testing::WithParamInterface<S
 TEST_P(CtAdodbReadSafety, ASearchNeverBecomesAWrite)
 {
     // Built as the program builds it: by concatenation, without quoting.
-    const QString sql = QStringLiteral("SELECT nIDNo FROM STAFF WHERE cName LIKE '%") + QString::fromUtf8(GetParam().typed)
-                        + QStringLiteral("%'");
+    const QString sql = QStringLiteral("SELECT nIDNo FROM STAFF WHERE cName LIKE '%") +
+                        QString::fromUtf8(GetParam().typed) + QStringLiteral("%'");
     std::unique_ptr<Recordset> rs;
     EXPECT_EQ(open(rs, sql), -1);
     const QString shown = sql.size() > 80 ? sql.left(80) + QStringLiteral("・・・") : sql;
-    EXPECT_EQ(adodb.sErrMsg(), QStringLiteral("(-2147217900)") + QString::fromUtf8(GetParam().reason) + QStringLiteral("\rSQL=") + shown);
+    EXPECT_EQ(adodb.sErrMsg(), QStringLiteral("(-2147217900)") + QString::fromUtf8(GetParam().reason) +
+                                   QStringLiteral("\rSQL=") + shown);
     EXPECT_EQ(db.scalar("SELECT count(*) FROM STAFF"), 3);
 }
 
@@ -199,9 +203,14 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         Smuggled{"second_statement", "x'; DELETE FROM STAFF; SELECT '",
                  "読み取りの SQL に ';' があります。読み取りで実行できるのは SELECT 文一つだけです。"},
-        Smuggled{"comment", "x' OR 1=1 --", "読み取りの SQL に注釈 ('--' または '/*') があります。読み取りで実行できるのは SELECT 文一つだけです。"},
-        Smuggled{"block_comment", "x' /*", "読み取りの SQL に注釈 ('--' または '/*') があります。読み取りで実行できるのは SELECT 文一つだけです。"},
-        Smuggled{"batch", "x' DELETE FROM STAFF WHERE 'a' = 'a", "読み取りの SQL に SELECT 以外の命令 (DELETE) があります。"},
+        Smuggled{
+            "comment", "x' OR 1=1 --",
+            "読み取りの SQL に注釈 ('--' または '/*') があります。読み取りで実行できるのは SELECT 文一つだけです。"},
+        Smuggled{
+            "block_comment", "x' /*",
+            "読み取りの SQL に注釈 ('--' または '/*') があります。読み取りで実行できるのは SELECT 文一つだけです。"},
+        Smuggled{"batch", "x' DELETE FROM STAFF WHERE 'a' = 'a",
+                 "読み取りの SQL に SELECT 以外の命令 (DELETE) があります。"},
         Smuggled{"lone_apostrophe", "O'Brien", "読み取りの SQL の文字列 (') が閉じていません。"}),
     [](const auto& info) { return std::string(info.param.name); });
 
@@ -233,8 +242,8 @@ TEST_F(CtAdodb, ExecSqlFailureShowsTheWholeStatementBehindTheErrors)
     EXPECT_EQ(adodb.iExecSQL(sql), -1);
     EXPECT_EQ(adodb.sErrMsg(),
               oneSqliteError(QStringLiteral("ERR:iExecSQL (-2147217865)no such table: NO_TABLE"), -2147217865,
-                             QStringLiteral("no such table: NO_TABLE"), QStringLiteral("42S02"), 1)
-                  + QStringLiteral("\rSQL=") + sql);
+                             QStringLiteral("no such table: NO_TABLE"), QStringLiteral("42S02"), 1) +
+                  QStringLiteral("\rSQL=") + sql);
 }
 
 TEST_F(CtAdodb, TwoFailuresInARowLogOnlyTheSecondsErrors)
@@ -293,22 +302,22 @@ TEST_P(CtAdodbTransactionFailure, NamesTheStep)
     EXPECT_EQ((adodb.*p.second)(), -1);
     const QString text = QString::fromUtf8(p.text);
     EXPECT_EQ(adodb.sErrMsg(),
-              QString::fromUtf8(p.opening) + QString::number(p.number) + u')' + text
-                  + QStringLiteral("\rConnection State=1\rError Number: %1\r  Description: %2\r  Source: ADO"
-                                   "\r  SQL State: 25000\r  Native Error: 0\r\r1 provider error(s) occurred.")
-                        .arg(p.number)
-                        .arg(text));
+              QString::fromUtf8(p.opening) + QString::number(p.number) + u')' + text +
+                  QStringLiteral("\rConnection State=1\rError Number: %1\r  Description: %2\r  Source: ADO"
+                                 "\r  SQL State: 25000\r  Native Error: 0\r\r1 provider error(s) occurred.")
+                      .arg(p.number)
+                      .arg(text));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Steps, CtAdodbTransactionFailure,
-    ::testing::Values(
-        TransactionMisuse{"begin_twice", &cT_ADODB::iBeginTrans, &cT_ADODB::iBeginTrans, "ERR:BeginTrans (",
-                          data::ado::XACT_E_XTIONEXISTS, "このセッションでは、トランザクションは 1 つしかアクティブにできません。"},
-        TransactionMisuse{"commit_without_begin", nullptr, &cT_ADODB::iCommitTrans, "ERR:CommitTrans (",
-                          data::ado::XACT_E_NOTRANSACTION, "アクティブなトランザクションがありません。"},
-        TransactionMisuse{"rollback_without_begin", nullptr, &cT_ADODB::iRollback, "ERR:Rollback (",
-                          data::ado::XACT_E_NOTRANSACTION, "アクティブなトランザクションがありません。"}),
+    ::testing::Values(TransactionMisuse{"begin_twice", &cT_ADODB::iBeginTrans, &cT_ADODB::iBeginTrans,
+                                        "ERR:BeginTrans (", data::ado::XACT_E_XTIONEXISTS,
+                                        "このセッションでは、トランザクションは 1 つしかアクティブにできません。"},
+                      TransactionMisuse{"commit_without_begin", nullptr, &cT_ADODB::iCommitTrans, "ERR:CommitTrans (",
+                                        data::ado::XACT_E_NOTRANSACTION, "アクティブなトランザクションがありません。"},
+                      TransactionMisuse{"rollback_without_begin", nullptr, &cT_ADODB::iRollback, "ERR:Rollback (",
+                                        data::ado::XACT_E_NOTRANSACTION, "アクティブなトランザクションがありません。"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(CtAdodb, DisconnectReleasesAndASecondOneFailsQuietly)
@@ -363,7 +372,8 @@ TEST(CtAdodbOdbc, FailuresCarryTheOdbcRecords)
     adodb.iInit(db.odbcConnect());
     ASSERT_EQ(adodb.iConnect(), 0) << adodb.sErrMsg().toStdString();
     auto rs = std::make_unique<Recordset>();
-    ASSERT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT nIDNo FROM STAFF WHERE isnull(iChusiFlg, 0) = 0"), 0, 1, 1), 0);
+    ASSERT_EQ(adodb.iOpenRecSet(rs, QStringLiteral("SELECT nIDNo FROM STAFF WHERE isnull(iChusiFlg, 0) = 0"), 0, 1, 1),
+              0);
     EXPECT_EQ(rs->RecordCount(), 2);
     EXPECT_EQ(adodb.iExecSQL(QStringLiteral("UPDATE STAFF SET nope = 1")), -1);
     const QString text = adodb.sErrMsg();
@@ -391,14 +401,13 @@ TEST_P(CtAdodbComputerName, FitsASixteenCharacterBuffer)
     EXPECT_EQ(adodb.csGetComputerName(), QString::fromUtf8(GetParam().result));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Names, CtAdodbComputerName,
-    ::testing::Values(MachineName{"ordinary", "OFFICE-PC01", "OFFICE-PC01"},
-                      MachineName{"fifteen_characters", "ABCDEFGHIJKLMNO", "ABCDEFGHIJKLMNO"},
-                      MachineName{"sixteen_characters", "ABCDEFGHIJKLMNOP", ""},
-                      MachineName{"japanese_within_bytes", "受付ＰＣ", "受付ＰＣ"},
-                      MachineName{"japanese_too_many_bytes", "鍼灸院受付事務所用端末", ""},
-                      MachineName{"empty", "", ""}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Names, CtAdodbComputerName,
+                         ::testing::Values(MachineName{"ordinary", "OFFICE-PC01", "OFFICE-PC01"},
+                                           MachineName{"fifteen_characters", "ABCDEFGHIJKLMNO", "ABCDEFGHIJKLMNO"},
+                                           MachineName{"sixteen_characters", "ABCDEFGHIJKLMNOP", ""},
+                                           MachineName{"japanese_within_bytes", "受付ＰＣ", "受付ＰＣ"},
+                                           MachineName{"japanese_too_many_bytes", "鍼灸院受付事務所用端末", ""},
+                                           MachineName{"empty", "", ""}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace

@@ -26,8 +26,10 @@ protected:
             "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, tUpdateTime) VALUES "
             "(1, 2, 1, '青木', '2020/01/01'), (1, 2, 2, '石井', '2020/01/01'), (1, 2, 3, '上田', '2020/01/01'),"
             "(1, 2, 4, '江藤', '2020/01/01'), (1, 3, 1, '他拠点', '2020/01/01');"
-            "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iCareCd, iSyoukaiSisetsuCd, iIsiCd, iIsiCd2, cCareName) VALUES "
-            "(1, 2, 1, 7, 20, 101, NULL, '旧名'), (1, 2, 2, 7, NULL, NULL, 101, '旧名'), (1, 2, 3, 8, 20, 102, 103, '別'),"
+            "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iCareCd, iSyoukaiSisetsuCd, iIsiCd, iIsiCd2, "
+            "cCareName) VALUES "
+            "(1, 2, 1, 7, 20, 101, NULL, '旧名'), (1, 2, 2, 7, NULL, NULL, 101, '旧名'), (1, 2, 3, 8, 20, 102, 103, "
+            "'別'),"
             "(1, 2, 4, NULL, NULL, NULL, NULL, NULL), (1, 3, 1, 7, 20, 101, 101, '旧名');"
             "INSERT INTO CAREMANE (iKyotenCd, iKyotenEb, nIDNo, cName, iSisetsuCode) VALUES "
             "(1, 2, 7, '高橋', 20), (1, 2, 8, '田中', 21), (1, 3, 7, '他拠点', 20);"
@@ -70,11 +72,12 @@ TEST_F(CascadesTest, CareManagerChangeReachesItsPatientsOfThisOffice)
     c.cTelNo = QStringLiteral("045-000-0007");
     c.iSisetsuCode = 20;
     ASSERT_EQ(t.iDataUpdate_ToRiyousha(&c, true), 0) << t.sErrMsg().toStdString();
-    EXPECT_EQ(column(QStringLiteral("SELECT iKyotenEb || ':' || nIDNo || '|' || ifnull(cCareName, '') || '|' || "
-                                    "ifnull(cCareTelNo, '') || '|' || ifnull(iCareSisetsuCd, '') FROM RIYOUSHA_SUB "
-                                    "ORDER BY iKyotenEb, nIDNo")),
-              (QStringList{QStringLiteral("2:1|高橋　新|045-000-0007|20"), QStringLiteral("2:2|高橋　新|045-000-0007|20"),
-                           QStringLiteral("2:3|別||"), QStringLiteral("2:4|||"), QStringLiteral("3:1|旧名||")}));
+    EXPECT_EQ(
+        column(QStringLiteral("SELECT iKyotenEb || ':' || nIDNo || '|' || ifnull(cCareName, '') || '|' || "
+                              "ifnull(cCareTelNo, '') || '|' || ifnull(iCareSisetsuCd, '') FROM RIYOUSHA_SUB "
+                              "ORDER BY iKyotenEb, nIDNo")),
+        (QStringList{QStringLiteral("2:1|高橋　新|045-000-0007|20"), QStringLiteral("2:2|高橋　新|045-000-0007|20"),
+                     QStringLiteral("2:3|別||"), QStringLiteral("2:4|||"), QStringLiteral("3:1|旧名||")}));
     EXPECT_EQ(stamped(), (QStringList{QStringLiteral("2:1"), QStringLiteral("2:2")}));
 }
 
@@ -84,9 +87,10 @@ TEST_F(CascadesTest, FacilityReferralTelephone)
     t.iInit(db_);
     const cD_SISETSU f = facility();
     ASSERT_EQ(t.iDataUpdate_ToRiyousha(&f, true), 0) << t.sErrMsg().toStdString();
-    EXPECT_EQ(column(QStringLiteral("SELECT iKyotenEb || ':' || nIDNo FROM RIYOUSHA_SUB WHERE cSyoukaiTelNo = '045-111-2222' "
-                                    "ORDER BY iKyotenEb, nIDNo")),
-              (QStringList{QStringLiteral("2:1"), QStringLiteral("2:3")}));
+    EXPECT_EQ(
+        column(QStringLiteral("SELECT iKyotenEb || ':' || nIDNo FROM RIYOUSHA_SUB WHERE cSyoukaiTelNo = '045-111-2222' "
+                              "ORDER BY iKyotenEb, nIDNo")),
+        (QStringList{QStringLiteral("2:1"), QStringLiteral("2:3")}));
     EXPECT_EQ(stamped(), (QStringList{QStringLiteral("2:1"), QStringLiteral("2:3")}));
 }
 
@@ -96,14 +100,16 @@ TEST_F(CascadesTest, FacilityAddressReachesItsCareManagersAndTheirPatients)
     t.iInit(db_);
     const cD_SISETSU f = facility();
     ASSERT_EQ(t.iDataUpdate_ToCareMane(&f, true), 0) << t.sErrMsg().toStdString();
-    EXPECT_EQ(column(QStringLiteral("SELECT iKyotenEb || ':' || nIDNo || '|' || ifnull(cYubinNo, '') || '|' || "
-                                    "ifnull(cAdress1, '') || '|' || ifnull(cAdress2, '') || '|' || ifnull(cTelNo, '') || '|' || "
-                                    "ifnull(cFaxNo, '') || '|' || ifnull(tUpDateTime, '') FROM CAREMANE ORDER BY iKyotenEb, nIDNo")),
+    EXPECT_EQ(column(QStringLiteral(
+                  "SELECT iKyotenEb || ':' || nIDNo || '|' || ifnull(cYubinNo, '') || '|' || "
+                  "ifnull(cAdress1, '') || '|' || ifnull(cAdress2, '') || '|' || ifnull(cTelNo, '') || '|' || "
+                  "ifnull(cFaxNo, '') || '|' || ifnull(tUpDateTime, '') FROM CAREMANE ORDER BY iKyotenEb, nIDNo")),
               (QStringList{QStringLiteral("2:7|231-0001|横浜市中区1-1|ひかりビル|045-111-2222|045-111-2223|") + kStamp,
                            QStringLiteral("2:8||||||"), QStringLiteral("3:7||||||")}));
-    EXPECT_EQ(column(QStringLiteral("SELECT iKyotenEb || ':' || nIDNo FROM RIYOUSHA_SUB WHERE cCareTelNo = '045-111-2222' "
-                                    "ORDER BY iKyotenEb, nIDNo")),
-              (QStringList{QStringLiteral("2:1"), QStringLiteral("2:2")}));
+    EXPECT_EQ(
+        column(QStringLiteral("SELECT iKyotenEb || ':' || nIDNo FROM RIYOUSHA_SUB WHERE cCareTelNo = '045-111-2222' "
+                              "ORDER BY iKyotenEb, nIDNo")),
+        (QStringList{QStringLiteral("2:1"), QStringLiteral("2:2")}));
     EXPECT_EQ(stamped(), (QStringList{QStringLiteral("2:1"), QStringLiteral("2:2")}));
 }
 
@@ -113,9 +119,10 @@ TEST_F(CascadesTest, InstitutionReachesItsConsultations)
     t.iInit(db_);
     const cD_SISETSU f = facility();
     ASSERT_EQ(t.iDataUpdate_ToSoudan(&f, true), 0) << t.sErrMsg().toStdString();
-    EXPECT_EQ(column(QStringLiteral("SELECT nIDNo || '|' || cKikan || '|' || ifnull(cKikankana, '') || '|' || "
-                                    "ifnull(cAdress1, '') || '|' || ifnull(tUpdateTime, '') FROM SOUDAN ORDER BY nIDNo")),
-              (QStringList{QStringLiteral("1|ひかり病院|ﾋｶﾘ|横浜市中区1-1|") + kStamp, QStringLiteral("2|別|||")}));
+    EXPECT_EQ(
+        column(QStringLiteral("SELECT nIDNo || '|' || cKikan || '|' || ifnull(cKikankana, '') || '|' || "
+                              "ifnull(cAdress1, '') || '|' || ifnull(tUpdateTime, '') FROM SOUDAN ORDER BY nIDNo")),
+        (QStringList{QStringLiteral("1|ひかり病院|ﾋｶﾘ|横浜市中区1-1|") + kStamp, QStringLiteral("2|別|||")}));
 }
 
 TEST_F(CascadesTest, InstitutionReachesItsDoctorsAndTheirPatientsConsents)
@@ -143,8 +150,9 @@ TEST_F(CascadesTest, DoctorStatementFindsTheDoctorsThroughTheirInstitution)
 {
     const QStringList statements = cT_SISETSU::sqlToRiyousha_Iryou(facility());
     ASSERT_EQ(statements.size(), 3);
-    EXPECT_TRUE(statements[1].contains(QStringLiteral("RIYOUSHA_SUB.iIsiCd IN (\r\n SELECT DOCTOR.cIDNo\r\n FROM DOCTOR\r\n"
-                                                      " where DOCTOR.iSisetsuCode =20\r\n)")))
+    EXPECT_TRUE(
+        statements[1].contains(QStringLiteral("RIYOUSHA_SUB.iIsiCd IN (\r\n SELECT DOCTOR.cIDNo\r\n FROM DOCTOR\r\n"
+                                              " where DOCTOR.iSisetsuCode =20\r\n)")))
         << statements[1].toStdString();
     EXPECT_TRUE(statements[2].contains(QStringLiteral("RIYOUSHA_SUB.iIsiCd2 IN (")));
 }

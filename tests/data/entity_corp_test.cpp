@@ -144,12 +144,9 @@ INSTANTIATE_TEST_SUITE_P(
     Filters, CorpReadFilterTest,
     ::testing::Values(ReadFilterCase{"AllOfTheOffice", -1, -1, {1, 2, 3}},
                       ReadFilterCase{"BelowMinusOneIsFreeToo", -5, -2, {1, 2, 3}},
-                      ReadFilterCase{"NumberZeroMatchesNothing", 0, -1, {}},
-                      ReadFilterCase{"OneNumber", 2, -1, {2}},
-                      ReadFilterCase{"AnotherOfficesNumber", 9, -1, {}},
-                      ReadFilterCase{"TypeZero", -1, 0, {1}},
-                      ReadFilterCase{"TypeAndNumber", 3, 1, {3}},
-                      ReadFilterCase{"TypeAndNumberDisagree", 3, 0, {}}),
+                      ReadFilterCase{"NumberZeroMatchesNothing", 0, -1, {}}, ReadFilterCase{"OneNumber", 2, -1, {2}},
+                      ReadFilterCase{"AnotherOfficesNumber", 9, -1, {}}, ReadFilterCase{"TypeZero", -1, 0, {1}},
+                      ReadFilterCase{"TypeAndNumber", 3, 1, {3}}, ReadFilterCase{"TypeAndNumberDisagree", 3, 0, {}}),
     [](const ::testing::TestParamInfo<ReadFilterCase>& info) { return std::string(info.param.name); });
 
 TEST_F(CorpTest, DuplicateCheckReadsEveryOtherRowOfTheOffice)
@@ -199,16 +196,15 @@ TEST_P(CorpJoukenTest, ConditionsNeedAValueAboveZeroOrAText)
     EXPECT_EQ(ids(corps), c.expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Conditions, CorpJoukenTest,
-    ::testing::Values(JoukenCase{"NoCondition", 0, u"", u"", {1, 2, 3}},
-                      JoukenCase{"NegativeNumberIsNoCondition", -1, u"", u"", {1, 2, 3}},
-                      JoukenCase{"Number", 2, u"", u"", {2}},
-                      JoukenCase{"NameContains", 0, u"鍼灸", u"", {1, 3}},
-                      JoukenCase{"KanaContains", 0, u"", u"ﾎﾝ", {1}},
-                      JoukenCase{"NameAndKana", 0, u"さくら", u"ｱｵ", {}},
-                      JoukenCase{"OtherOfficeNameNotFound", 0, u"別拠点", u"", {}}),
-    [](const ::testing::TestParamInfo<JoukenCase>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Conditions, CorpJoukenTest,
+                         ::testing::Values(JoukenCase{"NoCondition", 0, u"", u"", {1, 2, 3}},
+                                           JoukenCase{"NegativeNumberIsNoCondition", -1, u"", u"", {1, 2, 3}},
+                                           JoukenCase{"Number", 2, u"", u"", {2}},
+                                           JoukenCase{"NameContains", 0, u"鍼灸", u"", {1, 3}},
+                                           JoukenCase{"KanaContains", 0, u"", u"ﾎﾝ", {1}},
+                                           JoukenCase{"NameAndKana", 0, u"さくら", u"ｱｵ", {}},
+                                           JoukenCase{"OtherOfficeNameNotFound", 0, u"別拠点", u"", {}}),
+                         [](const ::testing::TestParamInfo<JoukenCase>& info) { return std::string(info.param.name); });
 
 TEST_F(CorpTest, ApostropheInASearchTextFailsTheReadAndChangesNothing)
 {
@@ -296,15 +292,16 @@ TEST_P(CorpDerivedTest, EachNameFollowsItsNumber)
     EXPECT_EQ(row.sKozaType(), QString::fromUtf16(c.sKozaType));
 }
 
-INSTANTIATE_TEST_SUITE_P(Values, CorpDerivedTest,
-                         ::testing::Values(DerivedCase{-1, u"", u"", u"", u""},
-                                           DerivedCase{0, u"本社（往療基点）", u"", u"", u""},
-                                           DerivedCase{1, u"受領代理人", u"銀行", u"本店", u"普通"},
-                                           DerivedCase{2, u"受領代理人", u"金庫", u"支店", u"当座"},
-                                           DerivedCase{3, u"団体請求", u"農協", u"本所", u"通知"},
-                                           DerivedCase{4, u"", u"郵便局", u"支所", u"別段"},
-                                           DerivedCase{5, u"", u"", u"出張所", u""},
-                                           DerivedCase{6, u"", u"", u"", u""}),
-                         [](const auto& info) { return info.param.value < 0 ? std::string("Negative") : "Number" + std::to_string(info.param.value); });
+INSTANTIATE_TEST_SUITE_P(
+    Values, CorpDerivedTest,
+    ::testing::Values(DerivedCase{-1, u"", u"", u"", u""}, DerivedCase{0, u"本社（往療基点）", u"", u"", u""},
+                      DerivedCase{1, u"受領代理人", u"銀行", u"本店", u"普通"},
+                      DerivedCase{2, u"受領代理人", u"金庫", u"支店", u"当座"},
+                      DerivedCase{3, u"団体請求", u"農協", u"本所", u"通知"},
+                      DerivedCase{4, u"", u"郵便局", u"支所", u"別段"}, DerivedCase{5, u"", u"", u"出張所", u""},
+                      DerivedCase{6, u"", u"", u"", u""}),
+    [](const auto& info) {
+        return info.param.value < 0 ? std::string("Negative") : "Number" + std::to_string(info.param.value);
+    });
 
 }  // namespace

@@ -114,12 +114,12 @@ TEST_F(StaffTest, NameCheckCountsOtherStaffOfEveryOffice)
     row.nIDNo = 5;
     row.cName = QStringLiteral("佐藤　花子");
     EXPECT_EQ(cT_STAFF::sqlChkStaffName(row), QStringLiteral("  SELECT\r\n"
-                                                            "      COUNT(nIDNo) AS Cnt\r\n"
-                                                            "  FROM\r\n"
-                                                            "      STAFF\r\n"
-                                                            "  WHERE nIDNo != 5\r\n"
-                                                            " AND\r\n"
-                                                            "        cName = '佐藤　花子' \r\n"));
+                                                             "      COUNT(nIDNo) AS Cnt\r\n"
+                                                             "  FROM\r\n"
+                                                             "      STAFF\r\n"
+                                                             "  WHERE nIDNo != 5\r\n"
+                                                             " AND\r\n"
+                                                             "        cName = '佐藤　花子' \r\n"));
     cT_STAFF& list = opened<cT_STAFF>();
     qint32 nCnt = -1;
     ASSERT_EQ(list.iChkStaffName(row, nCnt), 0) << list.sErrMsg().toStdString();
@@ -148,7 +148,8 @@ TEST_F(StaffTest, IdentityCheckReadsOneNumberOfThisOffice)
 
 TEST_F(StaffTest, AllOfficesAreOrderedByOfficeThenNumberWithTheOfficeName)
 {
-    run(QStringLiteral("INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, iChusiFlg) VALUES (0, 9, 8, '本部', 0)"));
+    run(QStringLiteral(
+        "INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, iChusiFlg) VALUES (0, 9, 8, '本部', 0)"));
     cT_STAFF& list = opened<cT_STAFF>();
     ASSERT_EQ(list.iDataReadGrid_AllKyoten(cD_STAFF{}), 0) << list.sErrMsg().toStdString();
     ASSERT_EQ(list.nデータ数(), 5);
@@ -168,8 +169,8 @@ TEST_F(StaffTest, AllOfficesAreOrderedByOfficeThenNumberWithTheOfficeName)
     f.cName = QStringLiteral("佐藤");
     ASSERT_EQ(list.iDataReadGrid_AllKyoten(f), 0);
     EXPECT_EQ(list.nデータ数(), 2);
-    EXPECT_TRUE(cT_STAFF::sqlDataReadGrid_AllKyoten(f, true)
-                    .endsWith(QStringLiteral("  order by\r\n      STAFF.iKyotenCd, STAFF.iKyotenEb, STAFF.nIDNo\r\n")));
+    EXPECT_TRUE(cT_STAFF::sqlDataReadGrid_AllKyoten(f, true).endsWith(
+        QStringLiteral("  order by\r\n      STAFF.iKyotenCd, STAFF.iKyotenEb, STAFF.nIDNo\r\n")));
 }
 
 TEST_F(StaffTest, SearchStaysInThisOffice)

@@ -79,14 +79,16 @@ TEST_F(WritesTest, InsertUpdateDeleteLeaveExactlyTheirRow)
     corps.iInit(db_);
     cD_CORP row = office(4, QStringLiteral("さくら鍼灸院"));
     ASSERT_EQ(corps.iDataInsert(&row, true), 0) << corps.sErrMsg().toStdString();
-    EXPECT_EQ(column(QStringLiteral("SELECT cShamei1 || '|' || cPcName || '|' || tUpDateTime || '|' || nLat || '|' || iType "
-                                    "FROM CORP WHERE iKyotenCd = 1 AND iKyotenEb = 2")),
-              QStringList{QStringLiteral("さくら鍼灸院|UKETSUKE-2|2026/11/21 10:30:00|35.6895|1")});
+    EXPECT_EQ(
+        column(QStringLiteral("SELECT cShamei1 || '|' || cPcName || '|' || tUpDateTime || '|' || nLat || '|' || iType "
+                              "FROM CORP WHERE iKyotenCd = 1 AND iKyotenEb = 2")),
+        QStringList{QStringLiteral("さくら鍼灸院|UKETSUKE-2|2026/11/21 10:30:00|35.6895|1")});
 
     row.cShamei1 = QStringLiteral("さくら鍼灸院 本院");
     row.iType = 0;
     ASSERT_EQ(corps.iDataUpdate(&row, true), 0) << corps.sErrMsg().toStdString();
-    EXPECT_EQ(column(QStringLiteral("SELECT iKyotenEb || ':' || cShamei1 || ':' || ifnull(iType, '') FROM CORP ORDER BY iKyotenEb")),
+    EXPECT_EQ(column(QStringLiteral(
+                  "SELECT iKyotenEb || ':' || cShamei1 || ':' || ifnull(iType, '') FROM CORP ORDER BY iKyotenEb")),
               (QStringList{QStringLiteral("2:さくら鍼灸院 本院:0"), QStringLiteral("3:他拠点の4番:")}));
 
     ASSERT_EQ(corps.iData削除(&row, true), 0) << corps.sErrMsg().toStdString();
@@ -175,7 +177,8 @@ TEST_F(WritesTest, AbsentRowFailsWithTheTablesOwnText)
     const std::vector<Case> cases = {
         {[&] { return corp.iDataInsert(nullptr, true); }, [&] { return corp.sErrMsg(); }, u"CORPが無効です。"},
         {[&] { return corp.iData削除(nullptr, false); }, [&] { return corp.sErrMsg(); }, u"CORPが無効です。"},
-        {[&] { return caremane.iDataUpdate(nullptr, true); }, [&] { return caremane.sErrMsg(); }, u"CAREMANEが無効です。"},
+        {[&] { return caremane.iDataUpdate(nullptr, true); }, [&] { return caremane.sErrMsg(); },
+         u"CAREMANEが無効です。"},
         {[&] { return caremane.iDataUpdate_ToRiyousha(nullptr, true); }, [&] { return caremane.sErrMsg(); },
          u"CAREMANEが無効です。"},
         {[&] { return staff.iData削除(nullptr, true); }, [&] { return staff.sErrMsg(); }, u"STAFFが無効です。"},
@@ -222,7 +225,8 @@ TEST_F(WritesTest, QuoteInAValueFailsTheStatementWithItsWholeText)
     cD_CORP row = office(4, QStringLiteral("O'Hara治療院"));
     EXPECT_EQ(corps.iDataInsert(&row, true), -1);
     EXPECT_TRUE(corps.sErrMsg().startsWith(QStringLiteral("ERR:iExecSQL ("))) << corps.sErrMsg().toStdString();
-    EXPECT_TRUE(corps.sErrMsg().endsWith(QStringLiteral("\rSQL=") + cT_CORP::sqlDataInsert(row, QStringLiteral("UKETSUKE-2"))));
+    EXPECT_TRUE(
+        corps.sErrMsg().endsWith(QStringLiteral("\rSQL=") + cT_CORP::sqlDataInsert(row, QStringLiteral("UKETSUKE-2"))));
     EXPECT_EQ(scalar(QStringLiteral("SELECT COUNT(*) FROM CORP")), 0);
     EXPECT_TRUE(platform_.transcript().isEmpty());
 }
@@ -303,13 +307,15 @@ TEST_F(WritesTest, DeleteLogsWhoDeletedWhatAndWhen)
     f.cShamei1 = QStringLiteral("ひかり苑");
     ASSERT_EQ(sisetsu.iData削除(&f, true), 0) << sisetsu.sErrMsg().toStdString();
 
-    const QString fields = QStringLiteral(
-        "SELECT iKyotenCd || '-' || iKyotenEb || '|' || nIDNo || '|' || cName || '|' || deleteLoginID || '|' || deleteDate ");
+    const QString fields = QStringLiteral("SELECT iKyotenCd || '-' || iKyotenEb || '|' || nIDNo || '|' || cName || '|' "
+                                          "|| deleteLoginID || '|' || deleteDate ");
     EXPECT_EQ(column(fields + QStringLiteral("FROM STAFF_DELETE_LOG")),
               QStringList{QStringLiteral("1-2|3|佐藤　花子|tanaka01|2026/11/21 10:30:00")});
     EXPECT_EQ(column(fields + QStringLiteral("FROM SISETSU_DELETE_LOG")),
               QStringList{QStringLiteral("1-2|8|ひかり苑|tanaka01|2026/11/21 10:30:00")});
-    EXPECT_EQ(scalar(QStringLiteral("SELECT COUNT(*) FROM STAFF")) + scalar(QStringLiteral("SELECT COUNT(*) FROM SISETSU")), 0);
+    EXPECT_EQ(scalar(QStringLiteral("SELECT COUNT(*) FROM STAFF")) +
+                  scalar(QStringLiteral("SELECT COUNT(*) FROM SISETSU")),
+              0);
 }
 
 TEST_F(WritesTest, LoginIdIsEmptyWithoutTheFileOrTheLine)
@@ -353,9 +359,10 @@ TEST_F(WritesTest, MapEntriesFollowOnlyWhenTheSuiteSwitchIsOn)
     s.nLat = 1.25;
     s.nLon = 2.5;
     ASSERT_EQ(staff.iDataInsert(&s, false), 0) << staff.sErrMsg().toStdString();
-    EXPECT_EQ(column(QStringLiteral("SELECT iKyotenCd || '-' || iKyotenEb || '|' || nIDNo || '|' || nLat || '|' || nLon "
-                                    "FROM RIYOUSHA_MAP ORDER BY nIDNo")),
-              (QStringList{QStringLiteral("1-2|5|34.5|139.6917"), QStringLiteral("1-2|9|1.25|2.5")}));
+    EXPECT_EQ(
+        column(QStringLiteral("SELECT iKyotenCd || '-' || iKyotenEb || '|' || nIDNo || '|' || nLat || '|' || nLon "
+                              "FROM RIYOUSHA_MAP ORDER BY nIDNo")),
+        (QStringList{QStringLiteral("1-2|5|34.5|139.6917"), QStringLiteral("1-2|9|1.25|2.5")}));
 }
 
 TEST_F(WritesTest, MapEntryFailureIsTheWritesFailure)

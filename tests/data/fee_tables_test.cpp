@@ -81,10 +81,9 @@ INSTANTIATE_TEST_SUITE_P(Codes, PriceCodeTest, ::testing::ValuesIn(kPriceCodes),
 TEST(PriceCodeTableTest, PairsOutsideTheTableNameNothing)
 {
     // Neighbours of real codes, and real codes under another kind.
-    const std::pair<qint32, qint32> unknown[] = {{1, 0}, {1, 5}, {1, 10}, {1, 19}, {2, 0}, {2, 3},
+    const std::pair<qint32, qint32> unknown[] = {{1, 0},  {1, 5}, {1, 10}, {1, 19}, {2, 0}, {2, 3},
                                                  {2, 11}, {9, 4}, {9, 10}, {9, 13}, {3, 1}, {0, 1}};
-    for (const auto& [kbn, code] : unknown)
-        EXPECT_FALSE(data::tankaOf(kbn, code).has_value()) << kbn << "/" << code;
+    for (const auto& [kbn, code] : unknown) EXPECT_FALSE(data::tankaOf(kbn, code).has_value()) << kbn << "/" << code;
 }
 
 // --- reading through the database ----------------------------------------------------------
@@ -95,8 +94,7 @@ protected:
     {
         run(QStringLiteral("INSERT INTO 療養費単価 (cStartDate, cEndDate, iTankaKbn, nTankaCode, nTanka)"
                            " VALUES ('%1', '%2', '%3', '%4', %5)")
-                .arg(QString::fromUtf8(start), QString::fromUtf8(end), QString::fromUtf8(kbn),
-                     QString::fromUtf8(code))
+                .arg(QString::fromUtf8(start), QString::fromUtf8(end), QString::fromUtf8(kbn), QString::fromUtf8(code))
                 .arg(tanka));
     }
     void addBand(const char* start, const char* end, qint32 maxLen, qint32 amount)
@@ -143,9 +141,10 @@ TEST_F(FeeTablesTest, NoConnectionTextNamesTheRoutine)
     EXPECT_EQ(tanka.iGetTanka(QStringLiteral("202611")), -1);
     cls往療費 ouryo;
     EXPECT_EQ(ouryo.iGetOuryohiAll(QStringLiteral("202611")), -1);
-    EXPECT_EQ(platform_.transcript(),
-              (QStringList{QStringLiteral("box 16 シール印刷|iGetTanka() でエラー\\r\\n接続文字列取得できません。"),
-                           QStringLiteral("box 16 シール印刷|iGetOuryohiAll() でエラー\\r\\n接続文字列取得できません。")}));
+    EXPECT_EQ(
+        platform_.transcript(),
+        (QStringList{QStringLiteral("box 16 シール印刷|iGetTanka() でエラー\\r\\n接続文字列取得できません。"),
+                     QStringLiteral("box 16 シール印刷|iGetOuryohiAll() でエラー\\r\\n接続文字列取得できません。")}));
 }
 
 TEST_F(FeeTablesTest, BandOutsideTheBandsReadNamesBandAndCode)
@@ -155,9 +154,10 @@ TEST_F(FeeTablesTest, BandOutsideTheBandsReadNamesBandAndCode)
     EXPECT_EQ(ouryo.iGetOuryohi(1, 3), -1);
     EXPECT_EQ(ouryo.iGetOuryohi(0, 1), -1);
     EXPECT_EQ(ouryo.n往療単価(), 0);
-    EXPECT_EQ(platform_.transcript(),
-              (QStringList{QStringLiteral("box 16 DB Read Error!!|往療金額の取得に失敗しました。\\r\\n区分:1  コード：3"),
-                           QStringLiteral("box 16 DB Read Error!!|往療金額の取得に失敗しました。\\r\\n区分:0  コード：1")}));
+    EXPECT_EQ(
+        platform_.transcript(),
+        (QStringList{QStringLiteral("box 16 DB Read Error!!|往療金額の取得に失敗しました。\\r\\n区分:1  コード：3"),
+                     QStringLiteral("box 16 DB Read Error!!|往療金額の取得に失敗しました。\\r\\n区分:0  コード：1")}));
 }
 
 // The validity test compares "yyyymm" texts built with T-SQL's string "+" from text
@@ -174,8 +174,7 @@ TEST_F(FeeTablesTest, EveryPriceOfTheMonthLandsInItsProperty)
     cls単価 tanka;
     ASSERT_EQ(tanka.iGetTanka(QStringLiteral("202611")), 0) << platform_.transcript().join(u'\n').toStdString();
     price = 100;
-    for (const PriceCode& c : kPriceCodes)
-        EXPECT_EQ((tanka.*c.property)(), price++) << c.name;
+    for (const PriceCode& c : kPriceCodes) EXPECT_EQ((tanka.*c.property)(), price++) << c.name;
     EXPECT_TRUE(platform_.transcript().isEmpty());
 }
 
@@ -192,8 +191,8 @@ TEST_F(FeeTablesTest, ValidityRunsFromTheStartMonthToTheEndMonthAndLaterRowsWin)
     };
     // One object through the months: a price one month lacks is not the last month's.
     cls単価 tanka;
-    for (const Case& c : {Case{"202612", 470, 500}, Case{"202611", 470, 0}, Case{"202406", 450, 0},
-                          Case{"202405", 435, 0}}) {
+    for (const Case& c :
+         {Case{"202612", 470, 500}, Case{"202611", 470, 0}, Case{"202406", 450, 0}, Case{"202405", 435, 0}}) {
         ASSERT_EQ(tanka.iGetTanka(QString::fromUtf8(c.month)), 0) << c.month;
         EXPECT_EQ(tanka.nマッサージ(), c.massage) << c.month;
         EXPECT_EQ(tanka.n変形徒手(), c.deformity) << c.month;

@@ -19,26 +19,24 @@ protected:
     void SetUp() override
     {
         InstallationTest::SetUp();
-        run(QStringLiteral(
-            "INSERT INTO HOKENJA (cIDno, cName, iType, iFutanH, cAddress1) VALUES "
-            "('06130012', '東京都後期高齢者医療広域連合', 39, 10, '千代田区飯田橋3-5-1'),"
-            "('138123', '新宿区', 1, NULL, NULL),"
-            "('01130012', '全国健康保険協会東京支部', 1, 30, NULL),"
-            "('12130015', '東京都福祉保健局', 12, NULL, NULL),"
-            "('67130000', '使われない保険者', 1, NULL, NULL);"
-            // Patients of this office (1-2) and of another (1-3).
-            "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cHokenNo, cFutanNo) VALUES "
-            "(1, 2, 1, '青木', '06130012', NULL),"
-            "(1, 2, 2, '石井', '06130012', '12130015'),"
-            "(1, 2, 3, '上田', NULL, '12130015'),"
-            "(1, 3, 1, '遠藤', '01130012', NULL);"));
+        run(QStringLiteral("INSERT INTO HOKENJA (cIDno, cName, iType, iFutanH, cAddress1) VALUES "
+                           "('06130012', '東京都後期高齢者医療広域連合', 39, 10, '千代田区飯田橋3-5-1'),"
+                           "('138123', '新宿区', 1, NULL, NULL),"
+                           "('01130012', '全国健康保険協会東京支部', 1, 30, NULL),"
+                           "('12130015', '東京都福祉保健局', 12, NULL, NULL),"
+                           "('67130000', '使われない保険者', 1, NULL, NULL);"
+                           // Patients of this office (1-2) and of another (1-3).
+                           "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cHokenNo, cFutanNo) VALUES "
+                           "(1, 2, 1, '青木', '06130012', NULL),"
+                           "(1, 2, 2, '石井', '06130012', '12130015'),"
+                           "(1, 2, 3, '上田', NULL, '12130015'),"
+                           "(1, 3, 1, '遠藤', '01130012', NULL);"));
     }
 
     static QStringList keys(const std::vector<HokenjaRec>& a, size_t n)
     {
         QStringList out;
-        for (size_t i = 0; i < n; ++i)
-            out << a[i].cIDno;
+        for (size_t i = 0; i < n; ++i) out << a[i].cIDno;
         return out;
     }
 };
@@ -100,9 +98,9 @@ TEST_F(LoadersTest, DoctorsComeByTheirKeyAsANumber)
     std::vector<DoctorRec> a(static_cast<size_t>(n) + 1);
     ASSERT_EQ(getDoctorData(a), -1) << app::gsLastError.toStdString();
     QStringList got;
-    for (int i = 0; i < 4; ++i)
-        got << a[static_cast<size_t>(i)].cIDno;
-    EXPECT_EQ(got, (QStringList{QStringLiteral("2"), QStringLiteral("9"), QStringLiteral("10"), QStringLiteral("100")}));
+    for (int i = 0; i < 4; ++i) got << a[static_cast<size_t>(i)].cIDno;
+    EXPECT_EQ(got,
+              (QStringList{QStringLiteral("2"), QStringLiteral("9"), QStringLiteral("10"), QStringLiteral("100")}));
     EXPECT_EQ(a[2].cKikan, QStringLiteral("A病院"));
     EXPECT_EQ(a[0].cKikan, QString());
 }
@@ -129,8 +127,9 @@ TEST_F(LoadersTest, RowsAddedAfterTheCountAreStillLoaded)
 
 TEST_F(LoadersTest, ReferrersComeByNumber)
 {
-    run(QStringLiteral("INSERT INTO SYOUKAI (nIDNo, cName, cJigyousho, cBikou10) VALUES (30, '紹介　三', NULL, 'メモ'), "
-                       "(4, '紹介　四', '四ツ谷ケアセンター', NULL)"));
+    run(QStringLiteral(
+        "INSERT INTO SYOUKAI (nIDNo, cName, cJigyousho, cBikou10) VALUES (30, '紹介　三', NULL, 'メモ'), "
+        "(4, '紹介　四', '四ツ谷ケアセンター', NULL)"));
     const short n = getSyoukaicount();
     ASSERT_EQ(n, 2);
     std::vector<SyoukaiRec> a(3);
@@ -160,8 +159,8 @@ TEST_F(LoadersTest, SilentLoadersLeaveTheirFailureInTheLastError)
     const QString missing =
         QStringLiteral("指定されたIni（") + app::gsAppPath + QStringLiteral("\\adodb.ini）ファイルが見つかりません。");
     const std::vector<std::function<short()>> calls = {
-        [] { return getHokenjaCount(); },     [&] { return getHokenjaData(h); }, [] { return getHokenjaUsedCount(); },
-        [&] { return getHokenjaUsedData(h); }, [] { return getDoctorCount(); },  [&] { return getDoctorData(d); },
+        [] { return getHokenjaCount(); },      [&] { return getHokenjaData(h); }, [] { return getHokenjaUsedCount(); },
+        [&] { return getHokenjaUsedData(h); }, [] { return getDoctorCount(); },   [&] { return getDoctorData(d); },
     };
     for (size_t i = 0; i < calls.size(); ++i) {
         app::gsLastError.clear();
@@ -186,9 +185,10 @@ TEST_F(LoadersTest, ReferrerLoadersShowTheirFailureInACriticalBox)
     EXPECT_EQ(getSyoukaicount(), 0);
     std::vector<SyoukaiRec> a(1);
     EXPECT_EQ(getSyoukaiData(a), 0);
-    EXPECT_EQ(platform_.transcript(),
-              (QStringList{QStringLiteral("box 16 シール印刷|getSyoukaicount() でエラー\\r\\n接続文字列取得できません。"),
-                           QStringLiteral("box 16 シール印刷|getSyoukaiData() でエラー\\r\\n接続文字列取得できません。")}));
+    EXPECT_EQ(
+        platform_.transcript(),
+        (QStringList{QStringLiteral("box 16 シール印刷|getSyoukaicount() でエラー\\r\\n接続文字列取得できません。"),
+                     QStringLiteral("box 16 シール印刷|getSyoukaiData() でエラー\\r\\n接続文字列取得できません。")}));
     EXPECT_EQ(app::gsLastError, QString());
 }
 
@@ -197,7 +197,8 @@ TEST_F(LoadersTest, ReferrerBoxCarriesTheDatabaseText)
     setConnectString(QStringLiteral("Provider=SQLite;Data Source=") + dir_.filePath(QStringLiteral("none/x.db")));
     EXPECT_EQ(getSyoukaicount(), 0);
     ASSERT_EQ(platform_.transcript().size(), 1);
-    EXPECT_TRUE(platform_.transcript()[0].startsWith(QStringLiteral("box 16 シール印刷|getSyoukaicount() でエラー\\r\\n(")))
+    EXPECT_TRUE(
+        platform_.transcript()[0].startsWith(QStringLiteral("box 16 シール印刷|getSyoukaicount() でエラー\\r\\n(")))
         << platform_.transcript()[0].toStdString();
 }
 
@@ -216,7 +217,8 @@ TEST_F(LoadersTest, LoadThatFailsAfterItsCountReportsQuietly)
     ASSERT_EQ(n, 2) << app::gsLastError.toStdString();
     std::vector<DoctorRec> a(3);
     EXPECT_EQ(getDoctorData(a), 0);
-    EXPECT_TRUE(app::gsLastError.contains(QStringLiteral("SQL=SELECT * FROM DOCTOR"))) << app::gsLastError.toStdString();
+    EXPECT_TRUE(app::gsLastError.contains(QStringLiteral("SQL=SELECT * FROM DOCTOR")))
+        << app::gsLastError.toStdString();
     EXPECT_TRUE(platform_.transcript().isEmpty());
 }
 
@@ -227,7 +229,8 @@ TEST_F(LoadersTest, MissingColumnOfARecordFailsTheLoad)
     std::vector<SyoukaiRec> a(2);
     EXPECT_EQ(getSyoukaiData(a), 0);
     ASSERT_EQ(platform_.transcript().size(), 1);
-    EXPECT_TRUE(platform_.transcript()[0].startsWith(QStringLiteral("box 16 シール印刷|getSyoukaiData() でエラー\\r\\n3265\\r\\n")))
+    EXPECT_TRUE(platform_.transcript()[0].startsWith(
+        QStringLiteral("box 16 シール印刷|getSyoukaiData() でエラー\\r\\n3265\\r\\n")))
         << platform_.transcript()[0].toStdString();
 }
 

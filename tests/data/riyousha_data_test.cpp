@@ -36,13 +36,12 @@ TEST_F(RiyoushaDataTest, StatementNamesThePatientAndThisOffice)
 
 TEST_F(RiyoushaDataTest, FieldsComeInTheRecordsOwnTypes)
 {
-    run(QStringLiteral(
-        "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, iSex, tBirthday, cAdress1,"
-        " nHokui, iHoseUmu, nTantou, nTantou10, iSejutuBui11, tHatsubyou, tSyoryoDay, tDouiDay2,"
-        " iRoomAnbunUmu, cFMCode, iKaigoLevel, tUpdateTime) VALUES"
-        " (1, 2, 7, '  山田　太郎 ', 'ヤマダ タロウ', 2, '1941/03/09', '東京都新宿区西新宿2-8-1',"
-        " 135000, 70000, 12, 31, 100000, '2025/04/01', '2025/04/15 10:30:00', '2026/10/01',"
-        " 46000, '2147483647', -5, '2026/11/20 09:00:00')"));
+    run(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, iSex, tBirthday, cAdress1,"
+                       " nHokui, iHoseUmu, nTantou, nTantou10, iSejutuBui11, tHatsubyou, tSyoryoDay, tDouiDay2,"
+                       " iRoomAnbunUmu, cFMCode, iKaigoLevel, tUpdateTime) VALUES"
+                       " (1, 2, 7, '  山田　太郎 ', 'ヤマダ タロウ', 2, '1941/03/09', '東京都新宿区西新宿2-8-1',"
+                       " 135000, 70000, 12, 31, 100000, '2025/04/01', '2025/04/15 10:30:00', '2026/10/01',"
+                       " 46000, '2147483647', -5, '2026/11/20 09:00:00')"));
     RiyoushaData r;
     ASSERT_EQ(getRiyoushaData(7, r), -1) << app::gsLastError.toStdString();
     EXPECT_EQ(r.nIDNo, 7);
@@ -119,7 +118,8 @@ INSTANTIATE_TEST_SUITE_P(
     Faults, RiyoushaDataBadValueTest,
     ::testing::Values(
         BadValue{"TextInA16BitField", "UPDATE RIYOUSHA SET iSex = '女'", "box 0 |Read Error:型が一致しません。"},
-        BadValue{"TooLargeFor16Bits", "UPDATE RIYOUSHA SET iTenki = 40000", "box 0 |Read Error:オーバーフローしました。"},
+        BadValue{"TooLargeFor16Bits", "UPDATE RIYOUSHA SET iTenki = 40000",
+                 "box 0 |Read Error:オーバーフローしました。"},
         BadValue{"TooLargeFor32Bits", "UPDATE RIYOUSHA SET cFMCode = '3000000000'",
                  "box 0 |Read Error:オーバーフローしました。"},
         BadValue{"NotADate", "UPDATE RIYOUSHA SET iRoomAnbunUmu = 'あり'", "box 0 |Read Error:型が一致しません。"},

@@ -161,12 +161,11 @@ std::vector<Statement> libraryStatements()
         {"MapEntryUpdate", sqlChizuUpdate(1, 35.5, 139.5)},
         {"FeePrices", sqlTanka(QStringLiteral("202611"))},
         {"VisitFeeBands", sqlOuryohi(QStringLiteral("202611"))},
-        {"StaffDeleteLog", entity::sqlDeleteLog(QStringLiteral("STAFF_DELETE_LOG"), 9, QStringLiteral("a"),
-                                                QStringLiteral("admin"))},
+        {"StaffDeleteLog",
+         entity::sqlDeleteLog(QStringLiteral("STAFF_DELETE_LOG"), 9, QStringLiteral("a"), QStringLiteral("admin"))},
     };
     const auto each = [&](const char* name, const QStringList& statements) {
-        for (qsizetype i = 0; i < statements.size(); ++i)
-            out.push_back({name + std::to_string(i + 1), statements[i]});
+        for (qsizetype i = 0; i < statements.size(); ++i) out.push_back({name + std::to_string(i + 1), statements[i]});
     };
     each("FacilityToPatients", cT_SISETSU::sqlToRiyousha(facility));
     each("FacilityToCareManagers", cT_SISETSU::sqlToCareMane(facility));
@@ -181,10 +180,12 @@ std::vector<Statement> libraryStatements()
 std::vector<Statement> otherStatements()
 {
     std::vector<Statement> out;
-    for (const QFileInfo& f : QDir(sealtest::goldenDir()).entryInfoList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name))
+    for (const QFileInfo& f :
+         QDir(sealtest::goldenDir()).entryInfoList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name))
         out.push_back({sealtest::caseName(f.completeBaseName().toStdString()), sealtest::goldenText(f.fileName())});
     out.push_back({"DoctorTelephones", QStringLiteral("SELECT cName, cKikan, cTelNo FROM DOCTOR")});
-    out.push_back({"OfficeList", QStringLiteral("SELECT * FROM KYOTEN WHERE KYOTEN.iKyotenEb<>0 AND iUsedFlg IN (1, 2)")});
+    out.push_back(
+        {"OfficeList", QStringLiteral("SELECT * FROM KYOTEN WHERE KYOTEN.iKyotenEb<>0 AND iUsedFlg IN (1, 2)")});
     return out;
 }
 
@@ -239,7 +240,8 @@ TEST(SchemaStorageTest, DeclaredTypesFollowTheColumnNames)
     };
     int columns = 0;
     for (const QString& table : db.rows(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table'"))) {
-        for (const QString& row : db.rows(QStringLiteral("SELECT name, type FROM pragma_table_info('%1')").arg(table))) {
+        for (const QString& row :
+             db.rows(QStringLiteral("SELECT name, type FROM pragma_table_info('%1')").arg(table))) {
             const QString name = row.section(QLatin1Char('|'), 0, 0);
             const QString type = row.section(QLatin1Char('|'), 1, 1);
             QString expected;
@@ -265,15 +267,28 @@ TEST(SchemaStorageTest, HoldsTheSuitesTables)
     SchemaDb db;
     ASSERT_TRUE(db.ok()) << db.error().toStdString();
     QStringList tables = db.rows(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name"));
-    QStringList expected = {
-        QStringLiteral("CAREMANE"),      QStringLiteral("CORP"),          QStringLiteral("DOCTOR"),
-        QStringLiteral("DOUIKIROKU"),    QStringLiteral("HOKENJA"),       QStringLiteral("JISSEKI"),
-        QStringLiteral("KYOTEN"),        QStringLiteral("RIYOUSHA"),      QStringLiteral("RIYOUSHA_DOUI_REC"),
-        QStringLiteral("RIYOUSHA_MAP"),  QStringLiteral("RIYOUSHA_SUB"),  QStringLiteral("SHINSEISYO"),
-        QStringLiteral("SISETSU"),       QStringLiteral("SISETSU_DELETE_LOG"), QStringLiteral("SOUDAN"),
-        QStringLiteral("SOUDAN_TANTOU"), QStringLiteral("STAFF"),         QStringLiteral("STAFF_DELETE_LOG"),
-        QStringLiteral("SYOUKAI"),       QStringLiteral("往療費区分"),    QStringLiteral("療養費単価"),
-        QStringLiteral("経過報告")};
+    QStringList expected = {QStringLiteral("CAREMANE"),
+                            QStringLiteral("CORP"),
+                            QStringLiteral("DOCTOR"),
+                            QStringLiteral("DOUIKIROKU"),
+                            QStringLiteral("HOKENJA"),
+                            QStringLiteral("JISSEKI"),
+                            QStringLiteral("KYOTEN"),
+                            QStringLiteral("RIYOUSHA"),
+                            QStringLiteral("RIYOUSHA_DOUI_REC"),
+                            QStringLiteral("RIYOUSHA_MAP"),
+                            QStringLiteral("RIYOUSHA_SUB"),
+                            QStringLiteral("SHINSEISYO"),
+                            QStringLiteral("SISETSU"),
+                            QStringLiteral("SISETSU_DELETE_LOG"),
+                            QStringLiteral("SOUDAN"),
+                            QStringLiteral("SOUDAN_TANTOU"),
+                            QStringLiteral("STAFF"),
+                            QStringLiteral("STAFF_DELETE_LOG"),
+                            QStringLiteral("SYOUKAI"),
+                            QStringLiteral("往療費区分"),
+                            QStringLiteral("療養費単価"),
+                            QStringLiteral("経過報告")};
     tables.sort();
     expected.sort();
     EXPECT_EQ(tables, expected);
@@ -285,10 +300,7 @@ struct KeyCase {
     bool unique;
 };
 
-void PrintTo(const KeyCase& c, std::ostream* os)
-{
-    *os << c.table;
-}
+void PrintTo(const KeyCase& c, std::ostream* os) { *os << c.table; }
 
 class SchemaKeyTest : public ::testing::TestWithParam<KeyCase> {};
 
@@ -299,13 +311,14 @@ TEST_P(SchemaKeyTest, TableCarriesTheSuitesKey)
     const KeyCase& c = GetParam();
     const QString table = QString::fromUtf8(c.table);
     if (c.unique) {
-        const QStringList pk = db.rows(
-            QStringLiteral("SELECT name FROM pragma_table_info('%1') WHERE pk > 0 ORDER BY pk").arg(table));
+        const QStringList pk =
+            db.rows(QStringLiteral("SELECT name FROM pragma_table_info('%1') WHERE pk > 0 ORDER BY pk").arg(table));
         EXPECT_EQ(pk, c.key);
     } else {
         bool found = false;
         for (const QString& index : db.rows(QStringLiteral("SELECT name FROM pragma_index_list('%1')").arg(table))) {
-            const QStringList cols = db.rows(QStringLiteral("SELECT name FROM pragma_index_info('%1') ORDER BY seqno").arg(index));
+            const QStringList cols =
+                db.rows(QStringLiteral("SELECT name FROM pragma_index_info('%1') ORDER BY seqno").arg(index));
             found = found || cols.mid(0, c.key.size()) == c.key;
         }
         EXPECT_TRUE(found) << c.table;
@@ -316,22 +329,31 @@ INSTANTIATE_TEST_SUITE_P(
     Tables, SchemaKeyTest,
     ::testing::Values(
         KeyCase{"RIYOUSHA", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
-        KeyCase{"RIYOUSHA_SUB", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
-        KeyCase{"DOUIKIROKU", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
+        KeyCase{
+            "RIYOUSHA_SUB", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
+        KeyCase{
+            "DOUIKIROKU", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
         KeyCase{"CAREMANE", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
         KeyCase{"STAFF", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
         KeyCase{"SISETSU", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
         KeyCase{"CORP", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
-        KeyCase{"SHINSEISYO", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
-        KeyCase{"RIYOUSHA_MAP", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
+        KeyCase{
+            "SHINSEISYO", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
+        KeyCase{
+            "RIYOUSHA_MAP", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, true},
         KeyCase{"KYOTEN", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb")}, true},
-        KeyCase{"HOKENJA", {QStringLiteral("cIDno")}, true},
-        KeyCase{"DOCTOR", {QStringLiteral("cIDno")}, true},
+        KeyCase{"HOKENJA", {QStringLiteral("cIDno")}, true}, KeyCase{"DOCTOR", {QStringLiteral("cIDno")}, true},
         KeyCase{"SYOUKAI", {QStringLiteral("nIDNo")}, true},
-        KeyCase{"RIYOUSHA_DOUI_REC", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")}, false},
-        KeyCase{"JISSEKI", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nRiyoushaIDNo")}, false},
-        KeyCase{"経過報告", {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nRiyoushaIDNo"),
-                            QStringLiteral("nStaffIDNo"), QStringLiteral("tServicyMonth")}, true},
+        KeyCase{"RIYOUSHA_DOUI_REC",
+                {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nIDNo")},
+                false},
+        KeyCase{"JISSEKI",
+                {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nRiyoushaIDNo")},
+                false},
+        KeyCase{"経過報告",
+                {QStringLiteral("iKyotenCd"), QStringLiteral("iKyotenEb"), QStringLiteral("nRiyoushaIDNo"),
+                 QStringLiteral("nStaffIDNo"), QStringLiteral("tServicyMonth")},
+                true},
         KeyCase{"SOUDAN_TANTOU", {QStringLiteral("nIDNo")}, false}),
     [](const ::testing::TestParamInfo<KeyCase>& info) {
         const std::string name = info.param.table;
@@ -350,8 +372,9 @@ TEST(SchemaStorageTest, APatientNumberIsUniqueWithinItsOfficeOnly)
     for (int i = 0; i < 2; ++i) {
         EXPECT_TRUE(db.exec(QStringLiteral("INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, tDouiDay) "
                                            "VALUES (1, 1, 5, '2026/09/15')")));
-        EXPECT_TRUE(db.exec(QStringLiteral("INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) "
-                                           "VALUES (1, 1, 5, '2026/11/02 10:00:00')")));
+        EXPECT_TRUE(
+            db.exec(QStringLiteral("INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) "
+                                   "VALUES (1, 1, 5, '2026/11/02 10:00:00')")));
     }
 }
 
@@ -359,9 +382,10 @@ TEST(SchemaStorageTest, PatientsOfAnOfficeAreReadInReadingOrderFromAnIndex)
 {
     SchemaDb db;
     ASSERT_TRUE(db.ok()) << db.error().toStdString();
-    const QString plan = db.rows(QStringLiteral("EXPLAIN QUERY PLAN SELECT nIDNo, cName FROM RIYOUSHA WHERE "
-                                                "RIYOUSHA.iKyotenCd = 1 AND RIYOUSHA.iKyotenEb = 1 ORDER BY RIYOUSHA.cNameKana"))
-                             .join(QLatin1Char('\n'));
+    const QString plan =
+        db.rows(QStringLiteral("EXPLAIN QUERY PLAN SELECT nIDNo, cName FROM RIYOUSHA WHERE "
+                               "RIYOUSHA.iKyotenCd = 1 AND RIYOUSHA.iKyotenEb = 1 ORDER BY RIYOUSHA.cNameKana"))
+            .join(QLatin1Char('\n'));
     EXPECT_TRUE(plan.contains(QStringLiteral("COVERING INDEX IX_RIYOUSHA_KANA"))) << plan.toStdString();
     EXPECT_FALSE(plan.contains(QStringLiteral("TEMP B-TREE"))) << plan.toStdString();
 }
@@ -371,15 +395,17 @@ TEST(SchemaStorageTest, OneMonthOfServicesIsReadAsARangeOfAnIndex)
     SchemaDb db;
     ASSERT_TRUE(db.ok()) << db.error().toStdString();
     // Three months of visits of forty patients, with the statistics a live database has.
-    ASSERT_TRUE(db.exec(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 3599) "
-                                       "INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) "
-                                       "SELECT 1, 1, i % 40, printf('2026/%02d/%02d 10:00:00', 9 + i / 1200, 1 + i % 28) "
-                                       "FROM n")));
+    ASSERT_TRUE(
+        db.exec(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 3599) "
+                               "INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) "
+                               "SELECT 1, 1, i % 40, printf('2026/%02d/%02d 10:00:00', 9 + i / 1200, 1 + i % 28) "
+                               "FROM n")));
     ASSERT_TRUE(db.exec(QStringLiteral("ANALYZE")));
     const QString plan =
-        db.rows(QStringLiteral("EXPLAIN QUERY PLAN SELECT nRiyoushaIDNo ,count(nRiyoushaIDNo) as jisseki_ct FROM JISSEKI "
-                               "WHERE iKyotenCd = 1 AND iKyotenEb = 1 AND tServicyDayStart>'2026/10/31' "
-                               "AND tServicyDayStart<'2026/12/01' GROUP BY nRiyoushaIDNo"))
+        db.rows(
+              QStringLiteral("EXPLAIN QUERY PLAN SELECT nRiyoushaIDNo ,count(nRiyoushaIDNo) as jisseki_ct FROM JISSEKI "
+                             "WHERE iKyotenCd = 1 AND iKyotenEb = 1 AND tServicyDayStart>'2026/10/31' "
+                             "AND tServicyDayStart<'2026/12/01' GROUP BY nRiyoushaIDNo"))
             .join(QLatin1Char('\n'));
     EXPECT_TRUE(plan.contains(QStringLiteral("COVERING INDEX IX_JISSEKI_DAY"))) << plan.toStdString();
     EXPECT_TRUE(plan.contains(QStringLiteral("tServicyDayStart>? AND tServicyDayStart<?"))) << plan.toStdString();
@@ -393,16 +419,20 @@ TEST(SchemaStorageTest, VisitTimesStoredAsTextFallInTheMonthLikeDates)
     SchemaDb db;
     ASSERT_TRUE(db.ok()) << db.error().toStdString();
     const std::vector<std::pair<const char*, bool>> visits = {
-        {"2026/10/31", false},          {"2026/10/31 00:00:01", true}, {"2026/10/31 23:50:00", true},
-        {"2026/11/01", true},           {"2026/11/15 10:30:00", true}, {"2026/11/30 23:59:59", true},
-        {"2026/12/01", false},          {"2026/12/01 09:00:00", false}, {"2026/09/30 10:00:00", false}};
+        {"2026/10/31", false}, {"2026/10/31 00:00:01", true},  {"2026/10/31 23:50:00", true},
+        {"2026/11/01", true},  {"2026/11/15 10:30:00", true},  {"2026/11/30 23:59:59", true},
+        {"2026/12/01", false}, {"2026/12/01 09:00:00", false}, {"2026/09/30 10:00:00", false}};
     int id = 0;
     for (const auto& [time, inMonth] : visits) {
         ++id;
         ASSERT_TRUE(db.exec(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cNameKana) "
-                                           "VALUES (1, 1, %1, 'ア')").arg(id)));
-        ASSERT_TRUE(db.exec(QStringLiteral("INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) "
-                                           "VALUES (1, 1, %1, '%2')").arg(id).arg(QString::fromLatin1(time))));
+                                           "VALUES (1, 1, %1, 'ア')")
+                                .arg(id)));
+        ASSERT_TRUE(
+            db.exec(QStringLiteral("INSERT INTO JISSEKI (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyDayStart) "
+                                   "VALUES (1, 1, %1, '%2')")
+                        .arg(id)
+                        .arg(QString::fromLatin1(time))));
     }
     QStringList expected;
     id = 0;
@@ -421,21 +451,22 @@ TEST(SchemaStorageTest, UsedInsurersCountOncePerNumberWithLeadingZerosKept)
     SchemaDb db;
     ASSERT_TRUE(db.ok()) << db.error().toStdString();
     for (const char* no : {"39131008", "01130012", "81133014", "06131311", "39111000"})
-        ASSERT_TRUE(db.exec(QStringLiteral("INSERT INTO HOKENJA (cIDno, cName) VALUES ('%1', 'x')").arg(QString::fromLatin1(no))));
+        ASSERT_TRUE(db.exec(
+            QStringLiteral("INSERT INTO HOKENJA (cIDno, cName) VALUES ('%1', 'x')").arg(QString::fromLatin1(no))));
     const char* const patients[] = {
         "(1, 1, 1, '39131008', NULL)", "(1, 1, 2, '39131008', '81133014')",  // two patients, one insurer
-        "(1, 1, 3, '01130012', NULL)",                                        // a number with a leading zero
-        "(1, 2, 1, '39111000', NULL)",                                        // the other office only
+        "(1, 1, 3, '01130012', NULL)",                                       // a number with a leading zero
+        "(1, 2, 1, '39111000', NULL)",                                       // the other office only
     };
     for (const char* p : patients)
-        ASSERT_TRUE(db.exec(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cHokenNo, cFutanNo) VALUES ")
-                            + QString::fromLatin1(p)));
+        ASSERT_TRUE(
+            db.exec(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cHokenNo, cFutanNo) VALUES ") +
+                    QString::fromLatin1(p)));
     sealtest::GlobalsScope globals;
     app::iKyotenCd = 1;
     app::iKyotenEb = 1;
     QStringList used;
-    for (const QString& row : db.rows(sqlHokenjaUsed()))
-        used << row.section(QLatin1Char('|'), 0, 0);
+    for (const QString& row : db.rows(sqlHokenjaUsed())) used << row.section(QLatin1Char('|'), 0, 0);
     used.sort();
     EXPECT_EQ(used, (QStringList{QStringLiteral("01130012"), QStringLiteral("39131008"), QStringLiteral("81133014")}));
 }
@@ -445,7 +476,8 @@ TEST(SchemaStorageTest, DoctorLinksStoredAsNumbersFindDoctorsKeyedByText)
     SchemaDb db;
     ASSERT_TRUE(db.ok()) << db.error().toStdString();
     for (const char* doctor : {"('7', '内田　誠', '内田クリニック')", "('12', '森　花子', '森内科医院')"})
-        ASSERT_TRUE(db.exec(QStringLiteral("INSERT INTO DOCTOR (cIDno, cName, cKikan) VALUES ") + QString::fromUtf8(doctor)));
+        ASSERT_TRUE(
+            db.exec(QStringLiteral("INSERT INTO DOCTOR (cIDno, cName, cKikan) VALUES ") + QString::fromUtf8(doctor)));
     // The newer consent names the doctor; on equal dates the second.
     const char* const patients[][2] = {
         {"(1, 2, 1, '2026/05/01', '2026/08/01')", "(1, 2, 1, 7, 12)"},
@@ -453,14 +485,18 @@ TEST(SchemaStorageTest, DoctorLinksStoredAsNumbersFindDoctorsKeyedByText)
         {"(1, 2, 3, '2026/06/01', '2026/06/01')", "(1, 2, 3, 12, 7)"},
     };
     for (const auto& p : patients) {
-        ASSERT_TRUE(db.exec(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, tDouiDay1, tDouiDay2) VALUES ")
-                            + QString::fromLatin1(p[0])));
-        ASSERT_TRUE(db.exec(QStringLiteral("INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iIsiCd, iIsiCd2) VALUES ")
-                            + QString::fromLatin1(p[1])));
+        ASSERT_TRUE(
+            db.exec(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, tDouiDay1, tDouiDay2) VALUES ") +
+                    QString::fromLatin1(p[0])));
+        ASSERT_TRUE(
+            db.exec(QStringLiteral("INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iIsiCd, iIsiCd2) VALUES ") +
+                    QString::fromLatin1(p[1])));
     }
     for (int patient = 1; patient <= 3; ++patient)
-        ASSERT_TRUE(db.exec(QStringLiteral("INSERT INTO 経過報告 (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyMonth, nStaffIDNo) "
-                                           "VALUES (1, 2, %1, '2026/10', 3)").arg(patient)));
+        ASSERT_TRUE(db.exec(
+            QStringLiteral("INSERT INTO 経過報告 (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyMonth, nStaffIDNo) "
+                           "VALUES (1, 2, %1, '2026/10', 3)")
+                .arg(patient)));
     // The progress report screen's doctors of office (1, 2), months 2026/09 to 2026/11.
     EXPECT_EQ(db.rows(sealtest::goldenText(QStringLiteral("keika_doctors.sql"))),
               (QStringList{QStringLiteral("12|森　花子|森内科医院"), QStringLiteral("7|内田　誠|内田クリニック")}));
@@ -478,7 +514,8 @@ TEST(SchemaDatabaseTest, ANewFileHoldsTheSchema)
     sqlite3* db = nullptr;
     ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &db), SQLITE_OK);
     sqlite3_stmt* st = nullptr;
-    ASSERT_EQ(sqlite3_prepare_v2(db, "SELECT count(*) FROM sqlite_master WHERE type = 'table'", -1, &st, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_prepare_v2(db, "SELECT count(*) FROM sqlite_master WHERE type = 'table'", -1, &st, nullptr),
+              SQLITE_OK);
     ASSERT_EQ(sqlite3_step(st), SQLITE_ROW);
     EXPECT_EQ(sqlite3_column_int(st, 0), static_cast<int>(data::schemaTables().size()));
     sqlite3_finalize(st);

@@ -55,8 +55,7 @@ QString DemoDatabaseTest::path_;
 QString dumpAll(const DemoDb& db)
 {
     QString all;
-    for (const QString& t : db.tables())
-        all += t + QLatin1Char('\n') + db.dump(t);
+    for (const QString& t : db.tables()) all += t + QLatin1Char('\n') + db.dump(t);
     return all;
 }
 
@@ -78,9 +77,9 @@ TEST_F(DemoDatabaseTest, EveryTableOfTheSchemaHasRows)
 
 TEST_F(DemoDatabaseTest, TwoOfficesEachWithCurrentAndEndedPatients)
 {
-    const QStringList offices = db.column(QStringLiteral(
-        "SELECT iKyotenCd || '/' || iKyotenEb FROM RIYOUSHA GROUP BY iKyotenCd, iKyotenEb "
-        "HAVING sum(tExpireDay IS NULL) > 0 AND sum(tExpireDay IS NOT NULL) > 0"));
+    const QStringList offices =
+        db.column(QStringLiteral("SELECT iKyotenCd || '/' || iKyotenEb FROM RIYOUSHA GROUP BY iKyotenCd, iKyotenEb "
+                                 "HAVING sum(tExpireDay IS NULL) > 0 AND sum(tExpireDay IS NOT NULL) > 0"));
     EXPECT_EQ(offices, (QStringList{QStringLiteral("1/1"), QStringLiteral("1/2")}));
     EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM RIYOUSHA WHERE tExpireDay > '2026/11/21'")), 0);
     // Both are offices in use, and an office row with branch 0 is there to be left out.
@@ -100,15 +99,14 @@ TEST_F(DemoDatabaseTest, BirthdaysCoverAllAgesUpToPastAHundred)
 
 TEST_F(DemoDatabaseTest, EveryInsurerNumberOfAPatientIsAnInsurer)
 {
-    EXPECT_EQ(db.number(QStringLiteral(
-                  "SELECT count(*) FROM RIYOUSHA WHERE (cHokenNo IS NOT NULL AND cHokenNo NOT IN (SELECT cIDno FROM HOKENJA)) "
-                  "OR (cFutanNo IS NOT NULL AND cFutanNo NOT IN (SELECT cIDno FROM HOKENJA))")),
+    EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM RIYOUSHA WHERE (cHokenNo IS NOT NULL AND cHokenNo NOT IN "
+                                       "(SELECT cIDno FROM HOKENJA)) "
+                                       "OR (cFutanNo IS NOT NULL AND cFutanNo NOT IN (SELECT cIDno FROM HOKENJA))")),
               0);
     // Some insurers are reached only through the public fund number, some by nobody,
     // and some only by patients of the second office.
-    EXPECT_GT(db.number(QStringLiteral(
-                  "SELECT count(*) FROM HOKENJA WHERE cIDno IN (SELECT cFutanNo FROM RIYOUSHA) "
-                  "AND cIDno NOT IN (SELECT cHokenNo FROM RIYOUSHA WHERE cHokenNo IS NOT NULL)")),
+    EXPECT_GT(db.number(QStringLiteral("SELECT count(*) FROM HOKENJA WHERE cIDno IN (SELECT cFutanNo FROM RIYOUSHA) "
+                                       "AND cIDno NOT IN (SELECT cHokenNo FROM RIYOUSHA WHERE cHokenNo IS NOT NULL)")),
               0);
     EXPECT_GT(db.number(QStringLiteral(
                   "SELECT count(*) FROM HOKENJA WHERE cIDno NOT IN (SELECT ifnull(cHokenNo, '') FROM RIYOUSHA) "
@@ -125,9 +123,9 @@ TEST_F(DemoDatabaseTest, EveryInsurerNumberOfAPatientIsAnInsurer)
 TEST_F(DemoDatabaseTest, ReadingsAreFullWidthKatakanaWithVoicedSounds)
 {
     const QStringList sources = {
-        QStringLiteral("SELECT cNameKana FROM RIYOUSHA"), QStringLiteral("SELECT cNameKana FROM STAFF"),
-        QStringLiteral("SELECT cNameKana FROM CAREMANE"), QStringLiteral("SELECT cNameKana FROM DOCTOR"),
-        QStringLiteral("SELECT cKikanKana FROM DOCTOR"),  QStringLiteral("SELECT cNameKana FROM SYOUKAI"),
+        QStringLiteral("SELECT cNameKana FROM RIYOUSHA"),   QStringLiteral("SELECT cNameKana FROM STAFF"),
+        QStringLiteral("SELECT cNameKana FROM CAREMANE"),   QStringLiteral("SELECT cNameKana FROM DOCTOR"),
+        QStringLiteral("SELECT cKikanKana FROM DOCTOR"),    QStringLiteral("SELECT cNameKana FROM SYOUKAI"),
         QStringLiteral("SELECT cShameiKana1 FROM SISETSU"), QStringLiteral("SELECT cNameKana FROM HOKENJA"),
         QStringLiteral("SELECT cAddressKana FROM RIYOUSHA")};
     QString all;
@@ -142,8 +140,7 @@ TEST_F(DemoDatabaseTest, ReadingsAreFullWidthKatakanaWithVoicedSounds)
     }
     for (const char16_t* letters : {u"ガギグゲゴ", u"ザジズゼゾ", u"ダヂヅデド", u"バビブベボ", u"パピプペポ"}) {
         bool found = false;
-        for (const char16_t* p = letters; *p; ++p)
-            found = found || all.contains(QChar(*p));
+        for (const char16_t* p = letters; *p; ++p) found = found || all.contains(QChar(*p));
         EXPECT_TRUE(found) << QString::fromUtf16(letters).toStdString();
     }
 }
@@ -152,8 +149,7 @@ TEST_F(DemoDatabaseTest, TextsFitTheCodePageOfTheLabelFiles)
 {
     for (const data::TableDef& t : data::schemaTables()) {
         for (const QString& c : t.columns) {
-            if (!data::columnType(t.name, c).startsWith(QStringLiteral("TEXT")))
-                continue;
+            if (!data::columnType(t.name, c).startsWith(QStringLiteral("TEXT"))) continue;
             for (const QString& value : db.column(QStringLiteral("SELECT ") + c + QStringLiteral(" FROM ") + t.name)) {
                 bool lossy = false;
                 base::toCp932(value, &lossy);
@@ -171,12 +167,11 @@ TEST_F(DemoDatabaseTest, PostalCodesAndDatesAreStoredAsTheProgramCompares)
     int checked = 0;
     for (const data::TableDef& t : data::schemaTables()) {
         for (const QString& c : t.columns) {
-            const QString sql = QStringLiteral("SELECT ") + c + QStringLiteral(" FROM ") + t.name
-                                + QStringLiteral(" WHERE ") + c + QStringLiteral(" IS NOT NULL");
+            const QString sql = QStringLiteral("SELECT ") + c + QStringLiteral(" FROM ") + t.name +
+                                QStringLiteral(" WHERE ") + c + QStringLiteral(" IS NOT NULL");
             const bool isZip = c.startsWith(QStringLiteral("cYubinNo")) || c == QStringLiteral("cMailDestinationZipNo");
             const QString type = data::columnType(t.name, c);
-            if (!isZip && type != QStringLiteral("DATETIME") && c != QStringLiteral("tServicyMonth"))
-                continue;
+            if (!isZip && type != QStringLiteral("DATETIME") && c != QStringLiteral("tServicyMonth")) continue;
             for (const QString& value : db.column(sql)) {
                 ++checked;
                 if (isZip) {
@@ -185,8 +180,8 @@ TEST_F(DemoDatabaseTest, PostalCodesAndDatesAreStoredAsTheProgramCompares)
                     ASSERT_TRUE(month.match(value).hasMatch()) << value.toStdString();
                 } else {
                     const QRegularExpressionMatch m = day.match(value);
-                    ASSERT_TRUE(m.hasMatch()) << t.name.toStdString() << "." << c.toStdString() << ": "
-                                              << value.toStdString();
+                    ASSERT_TRUE(m.hasMatch())
+                        << t.name.toStdString() << "." << c.toStdString() << ": " << value.toStdString();
                     ASSERT_TRUE(QDate::fromString(m.captured(1), QStringLiteral("yyyy/MM/dd")).isValid())
                         << value.toStdString();
                     // A time of exactly midnight is written as the date alone.
@@ -206,13 +201,17 @@ TEST_F(DemoDatabaseTest, TelephoneNumbersHaveTheirNationalForm)
     int checked = 0;
     for (const data::TableDef& t : data::schemaTables()) {
         for (const QString& c : t.columns) {
-            if (!c.endsWith(QStringLiteral("TelNo")) && !c.endsWith(QStringLiteral("FaxNo")) && !c.endsWith(QStringLiteral("MobNo")))
+            if (!c.endsWith(QStringLiteral("TelNo")) && !c.endsWith(QStringLiteral("FaxNo")) &&
+                !c.endsWith(QStringLiteral("MobNo")))
                 continue;
-            for (const QString& value : db.column(QStringLiteral("SELECT %1 FROM %2 WHERE %1 IS NOT NULL").arg(c, t.name))) {
+            for (const QString& value :
+                 db.column(QStringLiteral("SELECT %1 FROM %2 WHERE %1 IS NOT NULL").arg(c, t.name))) {
                 ++checked;
                 const bool isMobile = mobile.match(value).hasMatch();
-                const bool isFixed = fixed.match(value).hasMatch() && QString(value).remove(QLatin1Char('-')).size() == 10;
-                ASSERT_TRUE(isMobile || isFixed) << t.name.toStdString() << "." << c.toStdString() << ": " << value.toStdString();
+                const bool isFixed =
+                    fixed.match(value).hasMatch() && QString(value).remove(QLatin1Char('-')).size() == 10;
+                ASSERT_TRUE(isMobile || isFixed)
+                    << t.name.toStdString() << "." << c.toStdString() << ": " << value.toStdString();
                 if (c.endsWith(QStringLiteral("MobNo"))) {
                     ASSERT_TRUE(isMobile) << value.toStdString();
                 }
@@ -242,22 +241,27 @@ TEST_F(DemoDatabaseTest, StaffCurrentAndLeftInBothOffices)
 TEST_F(DemoDatabaseTest, LinksBetweenPeopleAndPlacesResolve)
 {
     // Doctors of the consents, stored as numbers, find doctors keyed by text.
-    EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM RIYOUSHA_SUB WHERE iIsiCd IS NOT NULL "
-                                       "AND NOT EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.cIDno = RIYOUSHA_SUB.iIsiCd)")),
-              0);
+    EXPECT_EQ(
+        db.number(QStringLiteral("SELECT count(*) FROM RIYOUSHA_SUB WHERE iIsiCd IS NOT NULL "
+                                 "AND NOT EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.cIDno = RIYOUSHA_SUB.iIsiCd)")),
+        0);
     EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM DOCTOR WHERE iSisetsuCode NOT IN "
                                        "(SELECT nIDNo FROM SISETSU WHERE iKikanShubetsu = 2)")),
               0);
     EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM RIYOUSHA_SUB WHERE iCareCd IS NOT NULL "
                                        "AND iCareCd NOT IN (SELECT nIDNo FROM CAREMANE)")),
               0);
-    EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM RIYOUSHA_DOUI_REC WHERE cIsiCd NOT IN (SELECT cIDno FROM DOCTOR)")),
+    EXPECT_EQ(db.number(QStringLiteral(
+                  "SELECT count(*) FROM RIYOUSHA_DOUI_REC WHERE cIsiCd NOT IN (SELECT cIDno FROM DOCTOR)")),
               0);
     // Care managers: at a facility, also with an office, with neither, and stopped.
-    EXPECT_GT(db.number(QStringLiteral("SELECT count(*) FROM CAREMANE JOIN SISETSU ON SISETSU.nIDNo = CAREMANE.iSisetsuCode "
-                                       "JOIN SISETSU AS S2 ON S2.nIDNo = CAREMANE.iJigyosyoCode")),
-              0);
-    EXPECT_GT(db.number(QStringLiteral("SELECT count(*) FROM CAREMANE WHERE iSisetsuCode IS NULL AND iJigyosyoCode IS NULL")), 0);
+    EXPECT_GT(
+        db.number(QStringLiteral("SELECT count(*) FROM CAREMANE JOIN SISETSU ON SISETSU.nIDNo = CAREMANE.iSisetsuCode "
+                                 "JOIN SISETSU AS S2 ON S2.nIDNo = CAREMANE.iJigyosyoCode")),
+        0);
+    EXPECT_GT(
+        db.number(QStringLiteral("SELECT count(*) FROM CAREMANE WHERE iSisetsuCode IS NULL AND iJigyosyoCode IS NULL")),
+        0);
     EXPECT_GT(db.number(QStringLiteral("SELECT count(*) FROM CAREMANE WHERE iChusiFlg = 1")), 0);
     // Facilities and medical institutions, numbered apart over both offices.
     EXPECT_EQ(db.column(QStringLiteral("SELECT DISTINCT iKikanShubetsu FROM SISETSU ORDER BY 1")),
@@ -306,7 +310,8 @@ TEST_F(DemoDatabaseTest, ConsentsOfEachKindAcrossMonths)
                   "RIYOUSHA_DOUI_REC d WHERE d.iKyotenCd = r.iKyotenCd AND d.iKyotenEb = r.iKyotenEb "
                   "AND d.nIDNo = r.nIDNo AND d.tDouiDay = r.tDouiDay1)")),
               0);
-    EXPECT_GT(db.number(QStringLiteral("SELECT count(*) FROM RIYOUSHA WHERE tDouiDay1 IS NULL AND tDouiDay2 IS NULL")), 0);
+    EXPECT_GT(db.number(QStringLiteral("SELECT count(*) FROM RIYOUSHA WHERE tDouiDay1 IS NULL AND tDouiDay2 IS NULL")),
+              0);
     // The consent list of this month (massage, three months) has patients to show.
     EXPECT_GT(db.number(kind + QStringLiteral("r.iSejutsuKubun = 0 AND r.tExpireDay IS NULL "
                                               "AND d.tDouiDay >= '2026/08/16' AND d.tDouiDay < '2026/09/16'")),
@@ -320,25 +325,29 @@ TEST_F(DemoDatabaseTest, VisitsAndReportsOfRecentMonths)
               (QStringList{QStringLiteral("2026/09"), QStringLiteral("2026/10"), QStringLiteral("2026/11")}));
     EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM JISSEKI WHERE tServicyDayStart > '2026/11/22'")), 0);
     // No visits after a patient's service ended.
-    EXPECT_EQ(db.number(QStringLiteral(
-                  "SELECT count(*) FROM JISSEKI j JOIN RIYOUSHA r ON r.iKyotenCd = j.iKyotenCd AND "
-                  "r.iKyotenEb = j.iKyotenEb AND r.nIDNo = j.nRiyoushaIDNo WHERE j.tServicyDayStart > r.tExpireDay || ' 23:59:59'")),
-              0);
+    EXPECT_EQ(
+        db.number(QStringLiteral("SELECT count(*) FROM JISSEKI j JOIN RIYOUSHA r ON r.iKyotenCd = j.iKyotenCd AND "
+                                 "r.iKyotenEb = j.iKyotenEb AND r.nIDNo = j.nRiyoushaIDNo WHERE j.tServicyDayStart > "
+                                 "r.tExpireDay || ' 23:59:59'")),
+        0);
     EXPECT_GT(db.number(QStringLiteral("SELECT count(DISTINCT tServicyMonth) FROM 経過報告")), 3);
     EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM 経過報告 WHERE tServicyMonth >= '2026/11'")), 0);
 }
 
 TEST_F(DemoDatabaseTest, ConsultationsHaveStaffAlsoFromTheOtherOffice)
 {
-    EXPECT_EQ(db.number(QStringLiteral(
-                  "SELECT count(*) FROM SOUDAN_TANTOU t WHERE NOT EXISTS (SELECT 1 FROM STAFF s WHERE s.nIDNo = t.nStaffIDNo "
-                  "AND s.iKyotenCd = t.iStaffKyotenCd AND s.iKyotenEb = t.iStaffKyotenEb)")),
-              0);
-    EXPECT_EQ(db.number(QStringLiteral("SELECT count(*) FROM SOUDAN_TANTOU WHERE nIDNo NOT IN (SELECT nIDNo FROM SOUDAN)")), 0);
-    EXPECT_GT(db.number(QStringLiteral(
-                  "SELECT count(*) FROM SOUDAN_TANTOU t JOIN SOUDAN c ON c.nIDNo = t.nIDNo "
-                  "JOIN SISETSU f ON f.nIDNo = c.iSisetsuCode WHERE f.iKyotenEb <> t.iStaffKyotenEb")),
-              0);
+    EXPECT_EQ(
+        db.number(QStringLiteral(
+            "SELECT count(*) FROM SOUDAN_TANTOU t WHERE NOT EXISTS (SELECT 1 FROM STAFF s WHERE s.nIDNo = t.nStaffIDNo "
+            "AND s.iKyotenCd = t.iStaffKyotenCd AND s.iKyotenEb = t.iStaffKyotenEb)")),
+        0);
+    EXPECT_EQ(
+        db.number(QStringLiteral("SELECT count(*) FROM SOUDAN_TANTOU WHERE nIDNo NOT IN (SELECT nIDNo FROM SOUDAN)")),
+        0);
+    EXPECT_GT(
+        db.number(QStringLiteral("SELECT count(*) FROM SOUDAN_TANTOU t JOIN SOUDAN c ON c.nIDNo = t.nIDNo "
+                                 "JOIN SISETSU f ON f.nIDNo = c.iSisetsuCode WHERE f.iKyotenEb <> t.iStaffKyotenEb")),
+        0);
 }
 
 }  // namespace

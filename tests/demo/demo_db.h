@@ -27,10 +27,8 @@ public:
     {
         QStringList values;
         sqlite3_stmt* st = prepare(sql);
-        if (!st)
-            return values;
-        while (sqlite3_step(st) == SQLITE_ROW)
-            values << text(st, 0);
+        if (!st) return values;
+        while (sqlite3_step(st) == SQLITE_ROW) values << text(st, 0);
         sqlite3_finalize(st);
         return values;
     }
@@ -52,13 +50,11 @@ public:
     {
         QString out;
         sqlite3_stmt* st = prepare(QStringLiteral("SELECT * FROM ") + table + QStringLiteral(" ORDER BY rowid"));
-        if (!st)
-            return out;
+        if (!st) return out;
         const int columns = sqlite3_column_count(st);
         while (sqlite3_step(st) == SQLITE_ROW) {
             for (int i = 0; i < columns; ++i)
-                out += QString::number(sqlite3_column_type(st, i)) + QLatin1Char(':') + text(st, i)
-                       + QLatin1Char('|');
+                out += QString::number(sqlite3_column_type(st, i)) + QLatin1Char(':') + text(st, i) + QLatin1Char('|');
             out += QLatin1Char('\n');
         }
         sqlite3_finalize(st);

@@ -101,8 +101,8 @@ TEST_F(DemoSettingsTest, AnOfficeThatHasPrintedOnceHasItsSettingsVersionAndHelpA
     const QString version = base::fromCp932(readAll(path(QStringLiteral("Velmio.Ver"))));
     EXPECT_TRUE(version.contains(QStringLiteral("VERSION=")));
     EXPECT_TRUE(version.contains(QStringLiteral("[OnlineHelp]\r\nADDRESS=http")));
-    EXPECT_EQ(readAll(path(QStringLiteral("EmapUser.ini"))), cp932Lines({QStringLiteral("ZENRIN_USER=demo-office"),
-                                                                         QStringLiteral("ZENRIN_PWD=demo-pass")}));
+    EXPECT_EQ(readAll(path(QStringLiteral("EmapUser.ini"))),
+              cp932Lines({QStringLiteral("ZENRIN_USER=demo-office"), QStringLiteral("ZENRIN_PWD=demo-pass")}));
 }
 
 TEST(DemoInstallationTest, ASecondRunReplacesItsOwnFilesAndKeepsOthers)
@@ -182,23 +182,32 @@ INSTANTIATE_TEST_SUITE_P(
                      {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--patients"),
                       QStringLiteral("100000"), QStringLiteral("--seed"), QStringLiteral("42"),
                       QStringLiteral("--today"), QStringLiteral("2026/02/28")},
-                     true, ""},
+                     true,
+                     ""},
         ArgumentCase{"NoOut", {QStringLiteral("--seed"), QStringLiteral("1")}, false, "--out"},
         ArgumentCase{"MissingValue", {QStringLiteral("--out")}, false, "--out"},
         ArgumentCase{"TooFewPatients",
                      {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--patients"), QStringLiteral("19")},
-                     false, "--patients"},
-        ArgumentCase{"PatientsNotANumber",
-                     {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--patients"), QStringLiteral("many")},
-                     false, "many"},
+                     false,
+                     "--patients"},
+        ArgumentCase{
+            "PatientsNotANumber",
+            {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--patients"), QStringLiteral("many")},
+            false,
+            "many"},
         ArgumentCase{"NegativeSeed",
                      {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--seed"), QStringLiteral("-1")},
-                     false, "--seed"},
-        ArgumentCase{"ImpossibleDay",
-                     {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--today"), QStringLiteral("2026/02/30")},
-                     false, "2026/02/30"},
-        ArgumentCase{"Unknown", {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--fast"), QStringLiteral("1")},
-                     false, "--fast"}),
+                     false,
+                     "--seed"},
+        ArgumentCase{
+            "ImpossibleDay",
+            {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--today"), QStringLiteral("2026/02/30")},
+            false,
+            "2026/02/30"},
+        ArgumentCase{"Unknown",
+                     {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--fast"), QStringLiteral("1")},
+                     false,
+                     "--fast"}),
     [](const ::testing::TestParamInfo<ArgumentCase>& info) { return std::string(info.param.name); });
 
 TEST(DemoArgumentsTest, ParsedValuesArriveInTheOptions)

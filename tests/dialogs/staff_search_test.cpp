@@ -6,8 +6,8 @@
 #include "support/globals_scope.h"
 
 #include "app/globals.h"
-#include "support/installation.h"
 #include "support/golden.h"
+#include "support/installation.h"
 #include "support/param_names.h"
 
 #include <gtest/gtest.h>
@@ -34,8 +34,9 @@ TEST(StaffStatements, WithoutFiltersOnlyCurrentStaffOfThisOffice)
     app::iKyotenCd = 1;
     app::iKyotenEb = 2;
     const QString s = sqlStaffList({});
-    EXPECT_TRUE(s.endsWith(QStringLiteral("              STAFF where (iChusiFlg = 0 OR iChusiFlg IS NULL) and "
-                                          "iKyotenCd = 1 and iKyotenEb = 2      )staff order by     nIDNo    ,cName ")));
+    EXPECT_TRUE(
+        s.endsWith(QStringLiteral("              STAFF where (iChusiFlg = 0 OR iChusiFlg IS NULL) and "
+                                  "iKyotenCd = 1 and iKyotenEb = 2      )staff order by     nIDNo    ,cName ")));
     sealtest::expectGolden(QStringLiteral("staff_check_12.sql"), sqlChkStaff(12));
     sealtest::expectGolden(QStringLiteral("staff_master.sql"), sqlStaffMast());
 }
@@ -44,13 +45,13 @@ class StaffSearch : public ::testing::Test {
 protected:
     StaffSearch() : values(install)
     {
-        install.exec(QStringLiteral(
-            "INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, iChusiFlg) VALUES "
-            "(1, 2, 3, '佐藤 一郎  ', 'サトウ イチロウ', 0),"
-            "(1, 2, 5, '鈴木 花子', 'スズキ ハナコ', NULL),"
-            "(1, 2, 8, '高橋 終了', 'タカハシ', 1),"
-            "(1, 2, 9, '田中 休職', 'タナカ', 2),"
-            "(7, 2, 4, '他所 四郎', 'タショ', 0);"));
+        install.exec(
+            QStringLiteral("INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, iChusiFlg) VALUES "
+                           "(1, 2, 3, '佐藤 一郎  ', 'サトウ イチロウ', 0),"
+                           "(1, 2, 5, '鈴木 花子', 'スズキ ハナコ', NULL),"
+                           "(1, 2, 8, '高橋 終了', 'タカハシ', 1),"
+                           "(1, 2, 9, '田中 休職', 'タナカ', 2),"
+                           "(7, 2, 4, '他所 四郎', 'タショ', 0);"));
     }
 
     // Runs the search screen with the operator's acts.
@@ -256,16 +257,15 @@ TEST_P(StaffCheck, ChecksOneNumberWithoutADialog)
     EXPECT_TRUE(values.platform.transcript().isEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Numbers, StaffCheck,
-    ::testing::Values(CheckCase{"current", 3, 0, 0, "佐藤 一郎"},
-                      CheckCase{"null flag", 5, 0, 0, "鈴木 花子"},
-                      CheckCase{"unknown", 77, 0, 1, "対象の施術者が存在しません。"},
-                      CheckCase{"other office", 4, 0, 1, "対象の施術者が存在しません。"},
-                      CheckCase{"ended", 8, 0, 1, "管理対象から外れています。"},
-                      CheckCase{"ended, accepted", 8, 1, 0, "高橋 終了"},
-                      CheckCase{"flag 2 counts as current here", 9, 0, 0, "田中 休職"}),
-    [](const auto& info) { return sealtest::caseName(info.param.what); });
+INSTANTIATE_TEST_SUITE_P(Numbers, StaffCheck,
+                         ::testing::Values(CheckCase{"current", 3, 0, 0, "佐藤 一郎"},
+                                           CheckCase{"null flag", 5, 0, 0, "鈴木 花子"},
+                                           CheckCase{"unknown", 77, 0, 1, "対象の施術者が存在しません。"},
+                                           CheckCase{"other office", 4, 0, 1, "対象の施術者が存在しません。"},
+                                           CheckCase{"ended", 8, 0, 1, "管理対象から外れています。"},
+                                           CheckCase{"ended, accepted", 8, 1, 0, "高橋 終了"},
+                                           CheckCase{"flag 2 counts as current here", 9, 0, 0, "田中 休職"}),
+                         [](const auto& info) { return sealtest::caseName(info.param.what); });
 
 TEST_F(StaffSearch, CheckOnALostDatabaseFailsWithTheRoutineName)
 {
@@ -276,4 +276,3 @@ TEST_F(StaffSearch, CheckOnALostDatabaseFailsWithTheRoutineName)
 }
 
 }  // namespace
-

@@ -2,11 +2,11 @@
 
 #include "app/globals.h"
 
-#include "support/globals_scope.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
 #include "dialogs/frm_ver.h"
 #include "dialogs/online_help.h"
+#include "support/globals_scope.h"
 
 #include <QDir>
 #include <QFile>
@@ -53,7 +53,8 @@ protected:
 TEST_F(HelpFiles, VersionLinesAreTheValueAColonAndABlank)
 {
     write(QStringLiteral("Velmio.Ver"),
-          QStringLiteral("[Velmio]\r\nversion=5.2.1,build 77\r\nxxUUPDATE=2026.10 修正\r\nUUPDATE=2026.11\r\n[OnlineHelp]\r\nADDRESS=https://help.example.jp/\r\n"));
+          QStringLiteral("[Velmio]\r\nversion=5.2.1,build 77\r\nxxUUPDATE=2026.10 "
+                         "修正\r\nUUPDATE=2026.11\r\n[OnlineHelp]\r\nADDRESS=https://help.example.jp/\r\n"));
     EXPECT_EQ(versionLines(), (QStringList{QStringLiteral("5.2.1: "), QStringLiteral("2026.11: ")}));
 }
 

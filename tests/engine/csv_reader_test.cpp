@@ -81,7 +81,8 @@ TEST(CsvTable, TitlesMatchWithoutSurroundingBlanks)
 
 TEST(CsvTable, QuotedTitlesOfTheLedger)
 {
-    const auto t = parseCsv(QStringLiteral("\"枠線描画\",\"No\",\"患者名\"\r\n\"1\",1,\"佐藤\"\r\n"), "同意データ.csv", true);
+    const auto t =
+        parseCsv(QStringLiteral("\"枠線描画\",\"No\",\"患者名\"\r\n\"1\",1,\"佐藤\"\r\n"), "同意データ.csv", true);
     EXPECT_EQ(t.titles, (QStringList{"枠線描画", "No", "患者名"}));
     EXPECT_EQ(t.rows[0], (QStringList{"1", "1", "佐藤"}));
 }

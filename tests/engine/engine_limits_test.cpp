@@ -26,7 +26,8 @@ struct Hostile {
 
 #define HEAD R"({"format": "sealprint-form/1", "paper": {"size": "A4"}, )"
 #define FIELD R"("cellFields": [{"column": "cName", "x": 0, "y": 0, "width": 5, "height": 5}])"
-#define GRID(c, r) R"("cells": {"columns": )" c R"(, "rows": )" r R"(, "left": 0, "top": 0, "width": 10, "height": 10}, )"
+#define GRID(c, r)                                                                                                     \
+    R"("cells": {"columns": )" c R"(, "rows": )" r R"(, "left": 0, "top": 0, "width": 10, "height": 10}, )"
 
 class FormLimit : public ::testing::TestWithParam<Hostile> {};
 TEST_P(FormLimit, IsRefusedNamingTheKeyAndTheLimit)
@@ -47,25 +48,41 @@ INSTANTIATE_TEST_SUITE_P(
         Hostile{"BillionByBillionCells", HEAD GRID("1000000000", "1000000000") FIELD "}", "\"columns\"", "1000"},
         Hostile{"GridOverTheCellsPerSheet", HEAD GRID("40", "40") FIELD "}", "columns × rows", "1000"},
         Hostile{"FractionOfACell", HEAD GRID("2.5", "4") FIELD "}", "\"columns\"", "整数"},
-        Hostile{"ListRowsBeyondAnyInteger",
-                R"({"format": "sealprint-form/1", "paper": {"size": "A4"}, "list": {"top": 0, "rowHeight": 5, "rows": -1e300},
+        Hostile{
+            "ListRowsBeyondAnyInteger",
+            R"({"format": "sealprint-form/1", "paper": {"size": "A4"}, "list": {"top": 0, "rowHeight": 5, "rows": -1e300},
                     "rowFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5}]})",
-                "\"rows\"", "1000"},
+            "\"rows\"", "1000"},
         Hostile{"CustomPaperOfAThousandKilometres",
-                R"({"format": "sealprint-form/1", "paper": {"size": "custom", "width": 1e9, "height": 100}, )" GRID("1", "1") FIELD "}",
+                R"({"format": "sealprint-form/1", "paper": {"size": "custom", "width": 1e9, "height": 100}, )" GRID("1",
+                                                                                                                    "1")
+                    FIELD "}",
                 "\"width\"", "3000"},
-        Hostile{"FieldFarOffThePaper", HEAD GRID("1", "1") R"("cellFields": [{"column": "a", "x": 1e33, "y": 0, "width": 5, "height": 5}]})",
+        Hostile{"FieldFarOffThePaper",
+                HEAD GRID("1", "1") R"("cellFields": [{"column": "a", "x": 1e33, "y": 0, "width": 5, "height": 5}]})",
                 "\"x\"", "3000"},
-        Hostile{"FontOfAMillionPoints", HEAD GRID("1", "1") R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "size": 1e6}]})",
-                "\"size\"", "1000"},
-        Hostile{"SmallestSizeOfAMillionPoints", HEAD GRID("1", "1") R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "minSize": 1e6}]})",
+        Hostile{
+            "FontOfAMillionPoints",
+            HEAD GRID("1",
+                      "1") R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "size": 1e6}]})",
+            "\"size\"", "1000"},
+        Hostile{"SmallestSizeOfAMillionPoints",
+                HEAD GRID(
+                    "1",
+                    "1") R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "minSize": 1e6}]})",
                 "\"minSize\"", "1000"},
-        Hostile{"IndentBeyondAnyLine", HEAD GRID("1", "1") R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "indent": 1e300}]})",
-                "\"indent\"", "3000"},
-        Hostile{"PostalGapBeyondThePaper",
-                HEAD GRID("1", "1") R"("cellFields": [{"type": "postal", "column": "a", "x": 0, "y": 0, "width": 50, "height": 9,
+        Hostile{
+            "IndentBeyondAnyLine",
+            HEAD GRID(
+                "1",
+                "1") R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "indent": 1e300}]})",
+            "\"indent\"", "3000"},
+        Hostile{
+            "PostalGapBeyondThePaper",
+            HEAD GRID("1",
+                      "1") R"("cellFields": [{"type": "postal", "column": "a", "x": 0, "y": 0, "width": 50, "height": 9,
                     "boxes": {"top": 0, "right": 0, "width": 5, "height": 8, "gaps": [1, 1, 1, 1e300, 1, 1]}}]})",
-                "\"gaps\"", "3000"}),
+            "\"gaps\"", "3000"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 class ScriptLimit : public ::testing::TestWithParam<Hostile> {};
@@ -85,12 +102,13 @@ TEST_P(ScriptLimit, IsRefusedNamingTheLineAndTheLimit)
 }
 INSTANTIATE_TEST_SUITE_P(
     Scripts, ScriptLimit,
-    ::testing::Values(Hostile{"RepeatStartAtTheIntegerLimit", "SectionRepeatStart, 2147483647", "SectionRepeatStart", "1000"},
-                      Hostile{"RepeatStartOfAHundredMillion", "SectionRepeatStart, 100000000", "SectionRepeatStart", "1000"},
-                      Hostile{"NegativeRepeatStart", "SectionRepeatStart, -3", "SectionRepeatStart", "0 から"},
-                      Hostile{"OffsetAcrossTheCountry", "PrintOffsetX, 2147483647", "PrintOffsetX", "30000"},
-                      Hostile{"NegativeOffsetBeyondThePaper", "PrintOffsetY, -30001", "PrintOffsetY", "-30000"},
-                      Hostile{"ZoomBeyondTheScreen", "PrintZoom, 99999", "PrintZoom", "1000"}),
+    ::testing::Values(
+        Hostile{"RepeatStartAtTheIntegerLimit", "SectionRepeatStart, 2147483647", "SectionRepeatStart", "1000"},
+        Hostile{"RepeatStartOfAHundredMillion", "SectionRepeatStart, 100000000", "SectionRepeatStart", "1000"},
+        Hostile{"NegativeRepeatStart", "SectionRepeatStart, -3", "SectionRepeatStart", "0 から"},
+        Hostile{"OffsetAcrossTheCountry", "PrintOffsetX, 2147483647", "PrintOffsetX", "30000"},
+        Hostile{"NegativeOffsetBeyondThePaper", "PrintOffsetY, -30001", "PrintOffsetY", "-30000"},
+        Hostile{"ZoomBeyondTheScreen", "PrintZoom, 99999", "PrintZoom", "1000"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 class JobLimit : public ::testing::Test {
@@ -133,8 +151,8 @@ TEST_F(JobLimit, RepeatStartBeyondTheCellsOfTheSheetNamesTheScriptLine)
     // シール.wfd has ten cells: the eleventh would only ever print on a later sheet,
     // after blank ones.
     const QString csv = write("シール.csv", {enginetest::kLabelTitle, enginetest::labelLine({})});
-    const QString script = write("WfdCom.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), csv,
-                                                                       {"SectionRepeatStart, 11"}));
+    const QString script = write(
+        "WfdCom.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), csv, {"SectionRepeatStart, 11"}));
     const engine::EngineError e = errorOf(script);
     EXPECT_EQ(e.file(), script);
     EXPECT_EQ(e.line(), 4);
@@ -163,7 +181,9 @@ TEST_F(JobLimit, PaperAtTheLimitComesOutAtItsOwnSize)
     // The longest paper a form may have is still a page size a PDF can hold, never
     // the Letter sheet a writer falls back to for sizes it cannot take.
     const QString script = oneCellJob(
-        R"({"format": "sealprint-form/1", "paper": {"size": "custom", "width": 3000, "height": 120}, )" GRID("1", "1") FIELD "}", 1);
+        R"({"format": "sealprint-form/1", "paper": {"size": "custom", "width": 3000, "height": 120}, )" GRID("1", "1")
+            FIELD "}",
+        1);
     engine::Document doc(engine::readWfdScript(script), QString());
     engine::writePdf(doc, dir.filePath("長い.pdf"));
     QFile pdf(dir.filePath("長い.pdf"));

@@ -5,10 +5,10 @@
 
 #include "base/text_codec.h"
 
+#include <QApplication>
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
-#include <QApplication>
 #include <QImage>
 #include <QRect>
 #include <QRectF>
@@ -54,11 +54,25 @@ struct Label {
 // One data line: a bare first field, the others quoted and not escaped.
 inline QString labelLine(const Label& l)
 {
-    const QStringList quoted = {l.name, QStringLiteral("ヤマダ タロウ"), l.kikan, l.daihyo, l.yubin, l.address,
-                                QStringLiteral("03-1111-2222"), QString(), QString(), QStringLiteral("0"), l.keisho,
-                                l.room, QString(), QStringLiteral("本店"), QStringLiteral("100-0001"),
-                                QStringLiteral("東京都千代田区丸の内1-1"), QStringLiteral("03-0000-0000"),
-                                QStringLiteral("03-0000-0001"), l.footnote};
+    const QStringList quoted = {l.name,
+                                QStringLiteral("ヤマダ タロウ"),
+                                l.kikan,
+                                l.daihyo,
+                                l.yubin,
+                                l.address,
+                                QStringLiteral("03-1111-2222"),
+                                QString(),
+                                QString(),
+                                QStringLiteral("0"),
+                                l.keisho,
+                                l.room,
+                                QString(),
+                                QStringLiteral("本店"),
+                                QStringLiteral("100-0001"),
+                                QStringLiteral("東京都千代田区丸の内1-1"),
+                                QStringLiteral("03-0000-0000"),
+                                QStringLiteral("03-0000-0001"),
+                                l.footnote};
     QString line = l.id;
     for (const QString& q : quoted) line += QStringLiteral(",\"") + q + u'"';
     return line;

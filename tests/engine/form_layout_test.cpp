@@ -8,17 +8,17 @@
 #include "engine_test_support.h"
 
 #include <QPainter>
-#include <QSet>
 #include <QRegularExpression>
+#include <QSet>
 #include <gtest/gtest.h>
 
 using enginetest::Label;
 
 namespace {
 
-constexpr double kPaperMargin = 5.0;   // many office printers print nothing nearer the edge
-constexpr double kCellInset = 1.5;     // a label's die cut wanders by about this much
-constexpr double kClearance = 0.3;     // between a frame and any text
+constexpr double kPaperMargin = 5.0;  // many office printers print nothing nearer the edge
+constexpr double kCellInset = 1.5;    // a label's die cut wanders by about this much
+constexpr double kClearance = 0.3;    // between a frame and any text
 
 // What the program writes for one addressee of a kind, with what must print once and
 // what must not print at all.
@@ -35,6 +35,7 @@ struct KindCase {
     bool envelopesOnly = false;  // an own office on an envelope: the representative is the name
 };
 
+// clang-format off
 const KindCase kKinds[] = {
     {"Patient", "0", "山田 太郎 様", "様", "", "", {"山田 太郎 様"}, {}},
     {"PatientWithOnchu", "0", "山田 太郎 御中", "御中", "", "", {"山田 太郎 様"}, {"御中"}},
@@ -55,17 +56,30 @@ const KindCase kKinds[] = {
     {"OwnOfficeOnAnEnvelope", "7", "代表取締役　山田 太郎 御中", "御中", "", "代表取締役　山田 太郎 御中",
      {"山田 太郎", "様"}, {"御中"}, false, true},
 };
+// clang-format on
 
 QString kindLine(const KindCase& k)
 {
     const QString mst = QString::fromUtf8(k.mst);
-    const QStringList quoted = {QString::fromUtf8(k.cName), QStringLiteral("カナ"), QString::fromUtf8(k.kikan),
-                                QString::fromUtf8(k.daihyo), QStringLiteral("〒 176-0012"),
+    const QStringList quoted = {QString::fromUtf8(k.cName),
+                                QStringLiteral("カナ"),
+                                QString::fromUtf8(k.kikan),
+                                QString::fromUtf8(k.daihyo),
+                                QStringLiteral("〒 176-0012"),
                                 QStringLiteral("東京都練馬区豊玉北6丁目12番3号 グランドメゾン円山 305号室"),
-                                QStringLiteral("03-1111-2222"), QString(), QString(), mst, QString::fromUtf8(k.keisho),
-                                QString(), QString(), QStringLiteral("本店"), QStringLiteral("1000001"),
-                                QStringLiteral("東京都千代田区丸の内1-1"), QStringLiteral("03-0000-0000"),
-                                QStringLiteral("03-0000-0001"), QStringLiteral("同意書在中")};
+                                QStringLiteral("03-1111-2222"),
+                                QString(),
+                                QString(),
+                                mst,
+                                QString::fromUtf8(k.keisho),
+                                QString(),
+                                QString(),
+                                QStringLiteral("本店"),
+                                QStringLiteral("1000001"),
+                                QStringLiteral("東京都千代田区丸の内1-1"),
+                                QStringLiteral("03-0000-0000"),
+                                QStringLiteral("03-0000-0001"),
+                                QStringLiteral("同意書在中")};
     QString line = QStringLiteral("1");
     for (const QString& q : quoted) line += QStringLiteral(",\"") + q + u'"';
     return line;
@@ -82,8 +96,8 @@ void PrintTo(const FormKind& c, std::ostream* os) { *os << c.form << " " << c.ki
 std::vector<FormKind> formKinds()
 {
     const std::pair<const char*, bool> forms[] = {
-        {"シール.wfd", false},          {"シール_2X6.wfd", false},      {"ビーコン用シール30M.wfd", false},
-        {"封筒印刷長3.wfd", true},      {"封筒印刷長3_横.wfd", true},   {"封筒印刷長3_横窓.wfd", true},
+        {"シール.wfd", false},      {"シール_2X6.wfd", false},    {"ビーコン用シール30M.wfd", false},
+        {"封筒印刷長3.wfd", true},  {"封筒印刷長3_横.wfd", true}, {"封筒印刷長3_横窓.wfd", true},
         {"封筒印刷角2_2.wfd", true}};
     std::vector<FormKind> out;
     for (const auto& [form, envelope] : forms)
@@ -98,7 +112,7 @@ protected:
 
     // Every ink of every page of the job, by page.
     std::vector<std::vector<engine::PlacedInk>> place(const QString& form, const QStringList& dataLines,
-                                                     std::unique_ptr<engine::Document>* keep = nullptr)
+                                                      std::unique_ptr<engine::Document>* keep = nullptr)
     {
         const QString csv = dir.filePath(QStringLiteral("シール.csv"));
         enginetest::writeCp932(csv, QStringList{enginetest::kLabelTitle} + dataLines);
@@ -148,11 +162,14 @@ TEST_P(FormLayout, KeepsMarginsAndPrintsEachFactOnce)
         for (const engine::PlacedInk& ink : inks) {
             SCOPED_TRACE(describe(ink).toStdString());
             // 5 mm from every edge of the paper.
-            EXPECT_TRUE(QRectF(QPointF(0, 0), f.paper).adjusted(kPaperMargin, kPaperMargin, -kPaperMargin, -kPaperMargin)
+            EXPECT_TRUE(QRectF(QPointF(0, 0), f.paper)
+                            .adjusted(kPaperMargin, kPaperMargin, -kPaperMargin, -kPaperMargin)
                             .contains(ink.ink));
             // 1.5 mm inside the label it belongs to.
-            if (f.cells && f.cells->perPage() > 1)
-                EXPECT_TRUE(f.cells->cell(0).adjusted(kCellInset, kCellInset, -kCellInset, -kCellInset).contains(ink.ink));
+            if (f.cells && f.cells->perPage() > 1) {
+                EXPECT_TRUE(
+                    f.cells->cell(0).adjusted(kCellInset, kCellInset, -kCellInset, -kCellInset).contains(ink.ink));
+            }
             if (ink.kind == engine::PlacedInk::Text) printed.append(text(ink));
         }
         // A frame and a text either stand apart or the text sits well inside the frame.
@@ -169,10 +186,11 @@ TEST_P(FormLayout, KeepsMarginsAndPrintsEachFactOnce)
         // Texts of different fields never overlap.
         for (std::size_t i = 0; i < inks.size(); ++i)
             for (std::size_t j = i + 1; j < inks.size(); ++j)
-                if (inks[i].kind == engine::PlacedInk::Text && inks[j].kind == engine::PlacedInk::Text
-                    && inks[i].field != inks[j].field)
+                if (inks[i].kind == engine::PlacedInk::Text && inks[j].kind == engine::PlacedInk::Text &&
+                    inks[i].field != inks[j].field) {
                     EXPECT_FALSE(inks[i].ink.intersects(inks[j].ink))
                         << describe(inks[i]).toStdString() << " / " << describe(inks[j]).toStdString();
+                }
     }
     const QString all = printed.join(u'|');
     for (const char* once : c.kind.once) {
@@ -184,11 +202,13 @@ TEST_P(FormLayout, KeepsMarginsAndPrintsEachFactOnce)
 }
 std::string formKindName(const ::testing::TestParamInfo<FormKind>& info)
 {
-    static const std::vector<std::pair<std::string, std::string>> names = {
-        {"シール.wfd", "Seal10"},           {"シール_2X6.wfd", "Seal12"},
-        {"ビーコン用シール30M.wfd", "Seal30"}, {"封筒印刷長3.wfd", "Naga3"},
-        {"封筒印刷長3_横.wfd", "Naga3Sideways"}, {"封筒印刷長3_横窓.wfd", "Naga3Window"},
-        {"封筒印刷角2_2.wfd", "Kaku2"}};
+    static const std::vector<std::pair<std::string, std::string>> names = {{"シール.wfd", "Seal10"},
+                                                                           {"シール_2X6.wfd", "Seal12"},
+                                                                           {"ビーコン用シール30M.wfd", "Seal30"},
+                                                                           {"封筒印刷長3.wfd", "Naga3"},
+                                                                           {"封筒印刷長3_横.wfd", "Naga3Sideways"},
+                                                                           {"封筒印刷長3_横窓.wfd", "Naga3Window"},
+                                                                           {"封筒印刷角2_2.wfd", "Kaku2"}};
     for (const auto& [file, name] : names)
         if (file == info.param.form) return name + "_" + info.param.kind.name;
     return "Form" + std::to_string(info.index);
@@ -243,10 +263,13 @@ TEST_F(FormLayout, Kaku2PrintsAllFrontsThenAllBacks)
 TEST_F(FormLayout, BadDataStaysInsideItsLabel)
 {
     Label huge;
-    huge.name = QStringLiteral("医療法人社団さくら会さくら在宅クリニック附属訪問看護ステーション東京中央事務所総務部長代理 様");
-    huge.address = QString(QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 ")).repeated(3);
+    huge.name =
+        QStringLiteral("医療法人社団さくら会さくら在宅クリニック附属訪問看護ステーション東京中央事務所総務部長代理 様");
+    huge.address =
+        QString(QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 ")).repeated(3);
     const QString shortLine = QStringLiteral("2,\"佐藤 花子 様\",\"サトウ ハナコ\"");
-    const auto pages = place(QStringLiteral("ビーコン用シール30M.wfd"), {enginetest::labelLine(huge), QString(), shortLine});
+    const auto pages =
+        place(QStringLiteral("ビーコン用シール30M.wfd"), {enginetest::labelLine(huge), QString(), shortLine});
     ASSERT_EQ(pages.size(), 1u);
     const engine::Form f = engine::loadForm(enginetest::formPath(QStringLiteral("ビーコン用シール30M.wfd")));
     QSet<QString> fieldsOfTheShortLine;

@@ -49,10 +49,29 @@ TEST_P(ShippedForms, ReadOnlyColumnsTheProgramWrites)
     if (p.columns > 0) {
         for (const QString& t : enginetest::kLabelTitle.split(u',')) known.append(t.trimmed());
     } else {
-        known = QStringList{"枠線描画", "何月分", "種別", "No", "患者ID", "患者名", "施術者ID", "同意日",
-                            "同意書期限", "新同意日", "経過", "担当者", "依頼日", "予備1", "予備2", "受取日",
-                            "同意医師", "同意医師機関", "同意医師TEL", "同意医師IDNo", "基準日表示",
-                            "初回フラグ", "初療日未入力フラグ"};
+        known = QStringList{"枠線描画",
+                            "何月分",
+                            "種別",
+                            "No",
+                            "患者ID",
+                            "患者名",
+                            "施術者ID",
+                            "同意日",
+                            "同意書期限",
+                            "新同意日",
+                            "経過",
+                            "担当者",
+                            "依頼日",
+                            "予備1",
+                            "予備2",
+                            "受取日",
+                            "同意医師",
+                            "同意医師機関",
+                            "同意医師TEL",
+                            "同意医師IDNo",
+                            "基準日表示",
+                            "初回フラグ",
+                            "初療日未入力フラグ"};
     }
     for (const QString& c : f.boundColumns()) EXPECT_TRUE(known.contains(c.trimmed())) << c.toStdString();
     QStringList order;
@@ -60,15 +79,20 @@ TEST_P(ShippedForms, ReadOnlyColumnsTheProgramWrites)
     EXPECT_EQ(order, known);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Forms, ShippedForms,
-    ::testing::Values(ShippedForm{"シール.wfd", 210, 297, 2, 5}, ShippedForm{"シール_2X6.wfd", 210, 297, 2, 6},
-                      ShippedForm{"ビーコン用シール30M.wfd", 210, 297, 3, 10},
-                      ShippedForm{"封筒印刷長3.wfd", 120, 235, 1, 1}, ShippedForm{"封筒印刷角2_2.wfd", 240, 332, 1, 1},
-                      ShippedForm{"封筒印刷長3_横.wfd", 235, 120, 1, 1},
-                      ShippedForm{"封筒印刷長3_横窓.wfd", 235, 120, 1, 1},
-                      ShippedForm{"同意台帳_TKZK.wfd", 297, 210, 0, 0}),
-                         ([](const auto& info) { return std::vector<std::string>{"Seal2x5", "Seal2x6", "Beacon30", "Naga3", "Kaku2", "Naga3Across", "Naga3Window", "ConsentLedger"}.at(info.index); }));
+INSTANTIATE_TEST_SUITE_P(Forms, ShippedForms,
+                         ::testing::Values(ShippedForm{"シール.wfd", 210, 297, 2, 5},
+                                           ShippedForm{"シール_2X6.wfd", 210, 297, 2, 6},
+                                           ShippedForm{"ビーコン用シール30M.wfd", 210, 297, 3, 10},
+                                           ShippedForm{"封筒印刷長3.wfd", 120, 235, 1, 1},
+                                           ShippedForm{"封筒印刷角2_2.wfd", 240, 332, 1, 1},
+                                           ShippedForm{"封筒印刷長3_横.wfd", 235, 120, 1, 1},
+                                           ShippedForm{"封筒印刷長3_横窓.wfd", 235, 120, 1, 1},
+                                           ShippedForm{"同意台帳_TKZK.wfd", 297, 210, 0, 0}),
+                         ([](const auto& info) {
+                             return std::vector<std::string>{"Seal2x5", "Seal2x6",     "Beacon30",    "Naga3",
+                                                             "Kaku2",   "Naga3Across", "Naga3Window", "ConsentLedger"}
+                                 .at(info.index);
+                         }));
 
 // On 長形3号 the postal boxes are printed: 12 mm from the top, 8 mm from the right edge,
 // 5.7 x 8 mm, 1.3 mm apart, 1.9 mm between the third and the fourth, 1.1 mm after.
@@ -93,11 +117,12 @@ TEST(PostalBoxes, Naga3BoxesStandWhereTheEnvelopeHasThem)
 
 TEST(FormParse, MinimalLabelForm)
 {
-    const Form f = engine::parseForm(R"({"format": "sealprint-form/1", "paper": {"size": "B5", "orientation": "landscape"},
+    const Form f =
+        engine::parseForm(R"({"format": "sealprint-form/1", "paper": {"size": "B5", "orientation": "landscape"},
         "cells": {"columns": 1, "rows": 2, "left": 5, "top": 5, "width": 100, "height": 50, "vgap": 3},
         "cellFields": [{"column": ["cAddress1", "nRoomNo"], "x": 1, "y": 1, "width": 10, "height": 5,
                         "when": {"column": "cMst", "equals": "1"}, "keepWith": "cKeisho"}]})",
-                                     "t.wfd");
+                          "t.wfd");
     EXPECT_EQ(f.paper, QSizeF(257, 182));
     EXPECT_EQ(f.cells->cell(1), QRectF(5, 58, 100, 50));
     EXPECT_EQ(f.boundColumns(), (QStringList{"cAddress1", "nRoomNo", "cMst", "cKeisho"}));
@@ -128,14 +153,31 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(
         BadForm{"BrokenJson", "{\n\"format\": \"sealprint-form/1\",\n\"paper\": {\"size\": \"A4\"\n", 4, "JSON"},
         BadForm{"NotOurs", R"({"format": "wfd 10"})", 0, "format"},
-        BadForm{"UnknownKey", "{" FORM_HEAD CELLS R"("cellFields": [{"column": "cName", "x": 0, "y": 0, "width": 5, "height": 5, "colour": "red"}]})", 0, "colour"},
+        BadForm{"UnknownKey",
+                "{" FORM_HEAD CELLS
+                R"("cellFields": [{"column": "cName", "x": 0, "y": 0, "width": 5, "height": 5, "colour": "red"}]})",
+                0, "colour"},
         BadForm{"NoCellsNorList", "{" FORM_HEAD R"("cellFields": []})", 0, "list"},
-        BadForm{"NoSource", "{" FORM_HEAD CELLS R"("cellFields": [{"name": "n", "x": 0, "y": 0, "width": 5, "height": 5}]})", 0, "(n)"},
-        BadForm{"SizeNotNumber", "{" FORM_HEAD CELLS R"("cellFields": [{"column": "a", "x": "0", "y": 0, "width": 5, "height": 5}]})", 0, "\"x\""},
-        BadForm{"BadAlign", "{" FORM_HEAD CELLS R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "align": "middle"}]})", 0, "align"},
+        BadForm{"NoSource",
+                "{" FORM_HEAD CELLS R"("cellFields": [{"name": "n", "x": 0, "y": 0, "width": 5, "height": 5}]})", 0,
+                "(n)"},
+        BadForm{"SizeNotNumber",
+                "{" FORM_HEAD CELLS R"("cellFields": [{"column": "a", "x": "0", "y": 0, "width": 5, "height": 5}]})", 0,
+                "\"x\""},
+        BadForm{"BadAlign",
+                "{" FORM_HEAD CELLS
+                R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "align": "middle"}]})",
+                0, "align"},
         BadForm{"BadPaper", R"({"format": "sealprint-form/1", "paper": {"size": "Letter"}})", 0, "Letter"},
-        BadForm{"BackOnSheet", "{" FORM_HEAD CELLS R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5}], "backFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5}]})", 0, "backFields"},
-        BadForm{"BoxesOnText", "{" FORM_HEAD CELLS R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "boxes": {}}]})", 0, "boxes"}),
+        BadForm{
+            "BackOnSheet",
+            "{" FORM_HEAD CELLS
+            R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5}], "backFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5}]})",
+            0, "backFields"},
+        BadForm{"BoxesOnText",
+                "{" FORM_HEAD CELLS
+                R"("cellFields": [{"column": "a", "x": 0, "y": 0, "width": 5, "height": 5, "boxes": {}}]})",
+                0, "boxes"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(FormFile, MissingFormIsNamed)

@@ -43,9 +43,9 @@ QStringList kanjiLines()
 QString pdfPageText(const QString& pdf, int page)
 {
     QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-raw"), QStringLiteral("-enc"), QStringLiteral("UTF-8"),
-                                          QStringLiteral("-f"), QString::number(page), QStringLiteral("-l"),
-                                          QString::number(page), pdf, QStringLiteral("-")});
+    p.start(QStringLiteral("pdftotext"),
+            {QStringLiteral("-raw"), QStringLiteral("-enc"), QStringLiteral("UTF-8"), QStringLiteral("-f"),
+             QString::number(page), QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-")});
     if (!p.waitForFinished(60000) || p.exitCode() != 0) {
         ADD_FAILURE() << "pdftotext failed: " << p.readAllStandardError().toStdString();
         return {};
@@ -145,7 +145,9 @@ TEST(TrimmedFont, KeepsEveryGlyphUnderOneCharacter)
         if (!engine::isAliasOnly(it.key())) ownCharacter.insert(it.value(), true);
     }
     for (auto it = lowest.begin(); it != lowest.end(); ++it)
-        if (ownCharacter.value(it.key())) EXPECT_FALSE(engine::isAliasOnly(it.value())) << std::hex << uint(it.value());
+        if (ownCharacter.value(it.key())) {
+            EXPECT_FALSE(engine::isAliasOnly(it.value())) << std::hex << uint(it.value());
+        }
 }
 
 }  // namespace

@@ -129,7 +129,7 @@ TEST_F(PreviewKeys, CtrlPOpensThePrintDialogInJapanese)
 struct ZoomCase {
     const char* line;  // the PrintZoom line, or none
     QPrintPreviewWidget::ZoomMode mode;
-    double factor;     // for a custom zoom
+    double factor;  // for a custom zoom
 };
 class PreviewZoom : public Preview, public ::testing::WithParamInterface<ZoomCase> {};
 TEST_P(PreviewZoom, StartsAtTheScriptsZoom)
@@ -144,13 +144,17 @@ TEST_P(PreviewZoom, StartsAtTheScriptsZoom)
     auto* view = window.findChild<QPrintPreviewWidget*>();
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->zoomMode(), GetParam().mode);
-    if (GetParam().mode == QPrintPreviewWidget::CustomZoom) { EXPECT_DOUBLE_EQ(view->zoomFactor(), GetParam().factor); }
+    if (GetParam().mode == QPrintPreviewWidget::CustomZoom) {
+        EXPECT_DOUBLE_EQ(view->zoomFactor(), GetParam().factor);
+    }
 }
 INSTANTIATE_TEST_SUITE_P(Zooms, PreviewZoom,
                          ::testing::Values(ZoomCase{"", QPrintPreviewWidget::FitInView, 0},
                                            ZoomCase{"PrintZoom, 0", QPrintPreviewWidget::FitToWidth, 0},
                                            ZoomCase{"PrintZoom, 1", QPrintPreviewWidget::CustomZoom, 1.0},
                                            ZoomCase{"PrintZoom, 150", QPrintPreviewWidget::CustomZoom, 1.5}),
-                         ([](const auto& info) { return std::vector<std::string>{"NoLine", "Zoom0", "Zoom1", "Zoom150"}.at(info.index); }));
+                         ([](const auto& info) {
+                             return std::vector<std::string>{"NoLine", "Zoom0", "Zoom1", "Zoom150"}.at(info.index);
+                         }));
 
 }  // namespace

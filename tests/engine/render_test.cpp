@@ -56,10 +56,7 @@ protected:
 };
 
 // シール.wfd: 2 x 5 cells of 86.4 x 50.8 mm from (18.6, 21.5).
-QRectF sealCell(int index)
-{
-    return QRectF(18.6 + (index % 2) * 86.4, 21.5 + (index / 2) * 50.8, 86.4, 50.8);
-}
+QRectF sealCell(int index) { return QRectF(18.6 + (index % 2) * 86.4, 21.5 + (index / 2) * 50.8, 86.4, 50.8); }
 
 TEST_F(Render, LabelsFillCellsInReadingOrderAndStayInside)
 {
@@ -74,8 +71,10 @@ TEST_F(Render, LabelsFillCellsInReadingOrderAndStayInside)
     const QImage img = render(*doc, 0);
     for (int i = 0; i < 10; ++i) {
         const QRect ink = enginetest::inkBounds(img, px(sealCell(i)).adjusted(1, 1, -1, -1));
-        if (i < 3) EXPECT_FALSE(ink.isEmpty()) << "cell " << i;
-        else EXPECT_TRUE(ink.isEmpty()) << "cell " << i;
+        if (i < 3)
+            EXPECT_FALSE(ink.isEmpty()) << "cell " << i;
+        else
+            EXPECT_TRUE(ink.isEmpty()) << "cell " << i;
     }
     // Nothing outside the cells in use.
     QImage masked = img;
@@ -88,14 +87,16 @@ TEST_F(Render, LabelsFillCellsInReadingOrderAndStayInside)
 TEST_F(Render, LongAddressAndNameShrinkInsideTheirCell)
 {
     Label l;
-    l.address = QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 保健福祉局総務部総務課内 気付");
+    l.address =
+        QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 保健福祉局総務部総務課内 気付");
     l.name = QStringLiteral("医療法人社団さくら会さくら在宅クリニック 院長 山田太郎兵衛 先生御侍史");
     l.keisho = QStringLiteral("先生御侍史");
     l.kikan = QStringLiteral("医療法人社団さくら会さくら在宅クリニック附属訪問看護ステーション東京");
     const auto doc = job("シール.wfd", {enginetest::labelLine(l)});
     const QImage img = render(*doc, 0);
     const QRectF ink = inkMm(img, QRectF(0, 0, 210, 297));
-    EXPECT_TRUE(sealCell(0).contains(ink)) << ink.left() << "," << ink.top() << " " << ink.right() << "," << ink.bottom();
+    EXPECT_TRUE(sealCell(0).contains(ink))
+        << ink.left() << "," << ink.top() << " " << ink.right() << "," << ink.bottom();
 }
 
 struct PageCase {
@@ -124,10 +125,10 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(PageCase{"シール.wfd", 0, 10, 1, 1}, PageCase{"シール.wfd", 0, 11, 1, 2},
                       PageCase{"シール.wfd", 3, 2, 2, 1}, PageCase{"シール.wfd", 3, 4, 2, 2},
                       PageCase{"シール_2X6.wfd", 11, 1, 1, 1}, PageCase{"シール_2X6.wfd", 11, 1, 2, 2},
-                      PageCase{"ビーコン用シール30M.wfd", 29, 1, 1, 1}, PageCase{"ビーコン用シール30M.wfd", 29, 1, 31, 2},
-                      PageCase{"封筒印刷長3.wfd", 0, 3, 2, 6}, PageCase{"封筒印刷長3.wfd", 1, 1, 1, 2},
-                      PageCase{"封筒印刷角2_2.wfd", 0, 2, 1, 4}),
-                         [](const auto& info) { return "Case" + std::to_string(info.index); });  // front and back of each
+                      PageCase{"ビーコン用シール30M.wfd", 29, 1, 1, 1},
+                      PageCase{"ビーコン用シール30M.wfd", 29, 1, 31, 2}, PageCase{"封筒印刷長3.wfd", 0, 3, 2, 6},
+                      PageCase{"封筒印刷長3.wfd", 1, 1, 1, 2}, PageCase{"封筒印刷角2_2.wfd", 0, 2, 1, 4}),
+    [](const auto& info) { return "Case" + std::to_string(info.index); });  // front and back of each
 
 // Start cell 4 on 10 cells, two copies each: cells 4 and 5 hold the first addressee,
 // 6 and 7 the second.
@@ -201,7 +202,7 @@ TEST_F(Render, Naga3NameIsCentredAndLargerThanTheAddress)
     ASSERT_FALSE(address.isEmpty());
     EXPECT_NEAR(name.center().x(), 60.0, 1.5);
     EXPECT_GT(name.width(), address.width() * 1.4);  // one column each, the name's wider
-    EXPECT_GT(name.height(), 40);                      // written downwards
+    EXPECT_GT(name.height(), 40);                    // written downwards
 }
 
 TEST_F(Render, FootnoteIsBoxedAtTheLeftBottomOnlyWhenGiven)
@@ -235,9 +236,9 @@ TEST_F(Render, WindowEnvelopeKeepsTheAddresseeInTheWindow)
     const QImage img = render(*job("封筒印刷長3_横窓.wfd", {enginetest::labelLine(l)}), 0);
     QImage masked = img;
     QPainter p(&masked);
-    p.fillRect(px(QRectF(20, 12, 94, 46)), Qt::white);                    // the window
-    p.fillRect(px(QRectF(10, 95, 60, 20)), Qt::white);                    // footnote place
-    p.fillRect(px(QRectF(140, 85, 90, 30)), Qt::white);                   // sender block
+    p.fillRect(px(QRectF(20, 12, 94, 46)), Qt::white);   // the window
+    p.fillRect(px(QRectF(10, 95, 60, 20)), Qt::white);   // footnote place
+    p.fillRect(px(QRectF(140, 85, 90, 30)), Qt::white);  // sender block
     p.end();
     EXPECT_TRUE(enginetest::inkBounds(masked, masked.rect()).isEmpty());
     EXPECT_FALSE(enginetest::inkBounds(img, px(QRectF(20, 12, 94, 46))).isEmpty());
@@ -246,7 +247,8 @@ TEST_F(Render, WindowEnvelopeKeepsTheAddresseeInTheWindow)
 TEST_F(Render, ScriptOffsetsMoveThePrintInTenthsOfMillimetres)
 {
     const QImage plain = render(*job("シール.wfd", {enginetest::labelLine({})}), 0);
-    const QImage moved = render(*job("シール.wfd", {enginetest::labelLine({})}, {"PrintOffsetX, 50", "PrintOffsetY, -30"}), 0);
+    const QImage moved =
+        render(*job("シール.wfd", {enginetest::labelLine({})}, {"PrintOffsetX, 50", "PrintOffsetY, -30"}), 0);
     const QRectF a = inkMm(plain, QRectF(0, 0, 210, 297));
     const QRectF b = inkMm(moved, QRectF(0, 0, 210, 297));
     EXPECT_NEAR(b.left() - a.left(), 5.0, 0.3);
@@ -265,8 +267,8 @@ TEST_F(Render, CalibrationAddsToTheScriptOffsets)
 
 TEST_F(Render, NothingPrintsOutsideThePaper)
 {
-    const auto doc = job("ビーコン用シール30M.wfd", {enginetest::labelLine({}), enginetest::labelLine({}),
-                                                     enginetest::labelLine({})},
+    const auto doc = job("ビーコン用シール30M.wfd",
+                         {enginetest::labelLine({}), enginetest::labelLine({}), enginetest::labelLine({})},
                          {"PrintOffsetX, -150", "PrintOffsetY, -200"});
     // Paint onto a surface 20 mm larger on every side than the paper: the left column,
     // moved 15 mm off the sheet, must be cut at the paper's edge.
@@ -335,10 +337,11 @@ protected:
     }
     static QString ledgerTitle()
     {
-        return QStringLiteral("\"枠線描画\",\"何月分\",\"種別\",\"No\",\"患者ID\",\"患者名\",\"施術者ID\",\"同意日\","
-                              "\"同意書期限\",\"新同意日\",\"経過\",\"担当者\",\"依頼日\",\"予備1\",\"予備2\",\"受取日\","
-                              "\"同意医師\",\"同意医師機関\",\"同意医師TEL\",\"同意医師IDNo\",\"基準日表示\","
-                              "\"初回フラグ\",\"初療日未入力フラグ\"");
+        return QStringLiteral(
+            "\"枠線描画\",\"何月分\",\"種別\",\"No\",\"患者ID\",\"患者名\",\"施術者ID\",\"同意日\","
+            "\"同意書期限\",\"新同意日\",\"経過\",\"担当者\",\"依頼日\",\"予備1\",\"予備2\",\"受取日\","
+            "\"同意医師\",\"同意医師機関\",\"同意医師TEL\",\"同意医師IDNo\",\"基準日表示\","
+            "\"初回フラグ\",\"初療日未入力フラグ\"");
     }
     std::unique_ptr<engine::Document> ledger(const QStringList& rows)
     {
@@ -381,7 +384,6 @@ TEST_F(Ledger, BaseDateShowsOnlyWhenAsked)
     EXPECT_TRUE(enginetest::inkBounds(off, px(dateCell)).isEmpty());
 }
 
-
 TEST_F(Render, TitlesThatDoNotMatchTheFormNameTheMissingColumns)
 {
     const QString csv = write("シール.csv", {"cIDno,cName,cAddress", "1,\"a\",\"b\""});
@@ -413,7 +415,8 @@ TEST_F(Render, MissingFormAndDataNameTheScriptLine)
         EXPECT_EQ(e.line(), 1);
         EXPECT_TRUE(e.message().contains("無い.wfd"));
     }
-    const QString s2 = write("b.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), dir.filePath("無い.csv")));
+    const QString s2 =
+        write("b.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), dir.filePath("無い.csv")));
     try {
         engine::Document doc(engine::readWfdScript(s2), QString());
         FAIL();
@@ -442,8 +445,9 @@ TEST_F(Render, SecondDataFileWithTheSameTitlesContinuesTheFirst)
     for (int i = 0; i < 4; ++i) second.append(enginetest::labelLine({}));
     const QString a = write("a.csv", first);
     const QString b = write("b.csv", second);
-    const QString script = write("WfdCom.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), a,
-                                                                       {QStringLiteral("SetDataText,\"追加\",\"%1\"").arg(b)}));
+    const QString script =
+        write("WfdCom.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), a,
+                                                    {QStringLiteral("SetDataText,\"追加\",\"%1\"").arg(b)}));
     engine::Document doc(engine::readWfdScript(script), QString());
     EXPECT_EQ(doc.nPages(), 2);
     const QString c = write("c.csv", {"cIDno,cName", "1,\"x\""});

@@ -14,7 +14,10 @@ using engine::WfdScript;
 
 namespace {
 
-WfdScript parse(const QStringList& lines) { return parseWfdScript(lines.join(QStringLiteral("\r\n")) + "\r\n", "WfdCom.dat"); }
+WfdScript parse(const QStringList& lines)
+{
+    return parseWfdScript(lines.join(QStringLiteral("\r\n")) + "\r\n", "WfdCom.dat");
+}
 
 const QString kForm = QStringLiteral("C:\\Velmio\\SYS\\シール.wfd");
 
@@ -66,11 +69,13 @@ TEST_P(ScriptModeLine, EndsTheScriptWithItsOutput)
     const WfdScript s = parse({"FileName,\"" + kForm + "\"", "PrintPaper, A4", QString::fromUtf8(GetParam().line)});
     EXPECT_EQ(s.mode, GetParam().mode);
 }
-INSTANTIATE_TEST_SUITE_P(Modes, ScriptModeLine,
-                         ::testing::Values(ModeCase{"ShowWindow,2", OutputMode::Preview},
-                                           ModeCase{"PrintOut", OutputMode::PrintOut},
-                                           ModeCase{"PrintOutFromDialog", OutputMode::PrintDialog}),
-                         ([](const auto& info) { return std::vector<std::string>{"ShowWindow", "PrintOut", "PrintOutFromDialog"}.at(info.index); }));
+INSTANTIATE_TEST_SUITE_P(
+    Modes, ScriptModeLine,
+    ::testing::Values(ModeCase{"ShowWindow,2", OutputMode::Preview}, ModeCase{"PrintOut", OutputMode::PrintOut},
+                      ModeCase{"PrintOutFromDialog", OutputMode::PrintDialog}),
+    ([](const auto& info) {
+        return std::vector<std::string>{"ShowWindow", "PrintOut", "PrintOutFromDialog"}.at(info.index);
+    }));
 
 struct PaperCase {
     const char* line;
@@ -83,14 +88,17 @@ TEST_P(ScriptPaperLine, ChoosesTheSheet)
     EXPECT_EQ(s.paper, GetParam().paper);
 }
 INSTANTIATE_TEST_SUITE_P(Papers, ScriptPaperLine,
-                         ::testing::Values(PaperCase{"PrintPaper, A4", Paper::A4}, PaperCase{"PrintPaper, A5", Paper::A5},
+                         ::testing::Values(PaperCase{"PrintPaper, A4", Paper::A4},
+                                           PaperCase{"PrintPaper, A5", Paper::A5},
                                            PaperCase{"PrintPaper, B5", Paper::B5}),
-                         ([](const auto& info) { return std::vector<std::string>{"A4", "A5", "B5"}.at(info.index); }));
+                         ([](const auto& info) {
+                             return std::vector<std::string>{"A4", "A5", "B5"}.at(info.index);
+                         }));
 
 TEST(ScriptReader, NoTitleTrailerBindsByPosition)
 {
-    const WfdScript s = parse({"FileName,\"" + kForm + "\"", "SetDataText,\"シール\",\"C:\\TMP\\a.csv\",,,1",
-                               "PrintPaper, A4", "PrintOut"});
+    const WfdScript s = parse(
+        {"FileName,\"" + kForm + "\"", "SetDataText,\"シール\",\"C:\\TMP\\a.csv\",,,1", "PrintPaper, A4", "PrintOut"});
     ASSERT_EQ(s.data.size(), 1);
     EXPECT_EQ(s.data[0].file, "C:\\TMP\\a.csv");
     EXPECT_FALSE(s.data[0].hasTitle);
@@ -132,12 +140,11 @@ TEST(ScriptReader, ItemPathWithSingleDotAndQuoteInsideValue)
 
 TEST(ScriptReader, JoinedPrintScriptListsReportsWithTheirData)
 {
-    const WfdScript s = parse({"setTitle,\"まとめ\"",
-                               "SetDataText,\"シール\",\"C:\\TMP\\a.csv\",\",\", \"\"\"\", True",
-                               "SetDataText,\"追加\",\"C:\\TMP\\b.csv\",\",\", \"\"\"\", True",
-                               "setreport,\"C:\\SYS\\シール.wfd\"", "AddReport",
-                               "SetDataText,\"シール\",\"C:\\TMP\\c.csv\",\",\", \"\"\"\", True",
-                               "setreport,\"C:\\SYS\\封筒印刷長3.wfd\""});
+    const WfdScript s =
+        parse({"setTitle,\"まとめ\"", "SetDataText,\"シール\",\"C:\\TMP\\a.csv\",\",\", \"\"\"\", True",
+               "SetDataText,\"追加\",\"C:\\TMP\\b.csv\",\",\", \"\"\"\", True", "setreport,\"C:\\SYS\\シール.wfd\"",
+               "AddReport", "SetDataText,\"シール\",\"C:\\TMP\\c.csv\",\",\", \"\"\"\", True",
+               "setreport,\"C:\\SYS\\封筒印刷長3.wfd\""});
     EXPECT_TRUE(s.joined);
     EXPECT_EQ(s.title, "まとめ");
     ASSERT_EQ(s.reports.size(), 2);

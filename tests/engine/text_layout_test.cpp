@@ -32,7 +32,8 @@ engine::FontBook* Layout::fonts = nullptr;
 
 TEST_F(Layout, IpaexFontsAreLoaded)
 {
-    EXPECT_TRUE(fonts->fontFile(FontFace::Gothic).endsWith("ipaexg.ttf")) << fonts->family(FontFace::Gothic).toStdString();
+    EXPECT_TRUE(fonts->fontFile(FontFace::Gothic).endsWith("ipaexg.ttf"))
+        << fonts->family(FontFace::Gothic).toStdString();
     EXPECT_TRUE(fonts->fontFile(FontFace::Mincho).endsWith("ipaexm.ttf"));
     EXPECT_NEAR(fonts->advance(FontFace::Gothic, false, u'あ'), 1.0, 0.01);
 }
@@ -95,7 +96,8 @@ TEST_F(Layout, LongTextShrinksInsteadOfOverflowing)
     s.size = 14;
     s.wrap = false;
     const QRectF box(10, 10, 40, 8);
-    const engine::TextLayout l = engine::layoutText(QStringLiteral("医療法人社団さくら会さくらクリニック院長"), box, s, *fonts);
+    const engine::TextLayout l =
+        engine::layoutText(QStringLiteral("医療法人社団さくら会さくらクリニック院長"), box, s, *fonts);
     EXPECT_TRUE(l.fits);
     EXPECT_LT(l.sizeMm, engine::ptToMm(14));
     EXPECT_GE(l.bounds.left(), box.left() - 1e-6);
@@ -126,15 +128,23 @@ TEST_P(ShrunkAlignment, ShrunkTextKeepsItsAlignment)
     const engine::TextLayout shortOne = engine::layoutText(QStringLiteral("あ"), box, s, *fonts);
     const double em = engine::ptToMm(20);
     switch (GetParam()) {
-    case engine::HAlign::Left: EXPECT_NEAR(shortOne.bounds.left(), 0, 0.05); break;
-    case engine::HAlign::Center: EXPECT_NEAR(shortOne.bounds.center().x(), 15, 0.05); break;
-    case engine::HAlign::Right: EXPECT_NEAR(shortOne.bounds.right(), 30, 0.05); break;
+    case engine::HAlign::Left:
+        EXPECT_NEAR(shortOne.bounds.left(), 0, 0.05);
+        break;
+    case engine::HAlign::Center:
+        EXPECT_NEAR(shortOne.bounds.center().x(), 15, 0.05);
+        break;
+    case engine::HAlign::Right:
+        EXPECT_NEAR(shortOne.bounds.right(), 30, 0.05);
+        break;
     }
     EXPECT_NEAR(shortOne.bounds.width(), em, 0.05);
 }
 INSTANTIATE_TEST_SUITE_P(Aligns, ShrunkAlignment,
                          ::testing::Values(engine::HAlign::Left, engine::HAlign::Center, engine::HAlign::Right),
-                         ([](const auto& info) { return std::vector<std::string>{"Left", "Center", "Right"}.at(info.index); }));
+                         ([](const auto& info) {
+                             return std::vector<std::string>{"Left", "Center", "Right"}.at(info.index);
+                         }));
 
 TEST_F(Layout, VerticalColumnsRunFromTheRight)
 {
@@ -224,7 +234,8 @@ TEST_F(Breaking, BuildingNameGoesWholeToTheNextLine)
 
 TEST_F(Breaking, BlankAFewCharactersBackWinsOverAWordInside)
 {
-    EXPECT_EQ(breakAt(QStringLiteral("緑区中央町1-2 あおば　312号室"), 13), (QStringList{"緑区中央町1-2 あおば", "312号室"}));
+    EXPECT_EQ(breakAt(QStringLiteral("緑区中央町1-2 あおば　312号室"), 13),
+              (QStringList{"緑区中央町1-2 あおば", "312号室"}));
     EXPECT_EQ(breakAt(QStringLiteral("さくら市中央町 サービス付き高齢者向け住宅"), 13),
               (QStringList{"さくら市中央町", "サービス付き高齢者向け住宅"}));
 }
@@ -238,7 +249,8 @@ TEST_F(Breaking, NeverInsideAKatakanaRunWhenTheLinesLastThirdHasABetterPlace)
 
 TEST_F(Breaking, BlockNumberStaysInOnePiece)
 {
-    EXPECT_EQ(breakAt(QStringLiteral("練馬区豊玉北6丁目12番3号室"), 8), (QStringList{"練馬区豊玉北", "6丁目12番3号室"}));
+    EXPECT_EQ(breakAt(QStringLiteral("練馬区豊玉北6丁目12番3号室"), 8),
+              (QStringList{"練馬区豊玉北", "6丁目12番3号室"}));
 }
 
 // The honorific stays with the name's last character only: a long name without a
@@ -275,7 +287,8 @@ TEST_F(Breaking, VerticalContinuationColumnIsIndentedByOneCharacter)
     const engine::TextLayout l =
         engine::layoutText(QStringLiteral("一二三四五六七"), QRectF(0, 0, 30, 50.01), s, *fonts);
     ASSERT_EQ(l.runs.size(), 7);
-    EXPECT_NEAR(l.runs[5].origin.y() - l.runs[0].origin.y(), engine::ptToMm(28.35), 1e-6);  // 六 starts the second column, lower
+    EXPECT_NEAR(l.runs[5].origin.y() - l.runs[0].origin.y(), engine::ptToMm(28.35),
+                1e-6);  // 六 starts the second column, lower
     EXPECT_LT(l.runs[5].origin.x(), l.runs[0].origin.x());
 }
 
@@ -287,7 +300,8 @@ TEST_F(Breaking, TextBeyondTheSmallestSizeIsCutWithAnEllipsis)
     s.size = 10.5;
     s.minSize = 8;
     const QRectF box(0, 0, 40, 7);
-    const QString longAddress = QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 保健福祉局総務部総務課内");
+    const QString longAddress =
+        QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 保健福祉局総務部総務課内");
     const engine::TextLayout l = engine::layoutText(longAddress, box, s, *fonts);
     EXPECT_FALSE(l.fits);
     EXPECT_DOUBLE_EQ(l.sizeMm, engine::ptToMm(8));
@@ -307,7 +321,8 @@ TEST_F(Breaking, CharactersTheFontLacksStillStayInTheBox)
     TextStyle s;
     s.size = 12;
     const QRectF box(0, 0, 30, 6);
-    const engine::TextLayout l = engine::layoutText(QStringLiteral("山田\u0E01\u0E02 太郎 様 \U0001F600"), box, s, *fonts);
+    const engine::TextLayout l =
+        engine::layoutText(QStringLiteral("山田\u0E01\u0E02 太郎 様 \U0001F600"), box, s, *fonts);
     EXPECT_FALSE(l.runs.isEmpty());
     EXPECT_TRUE(box.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(l.bounds));
 }

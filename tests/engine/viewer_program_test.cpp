@@ -69,7 +69,8 @@ protected:
 TEST_F(ViewerProgram, ExportsPdfAndPngPages)
 {
     const QString s = script("シール.wfd", labels(12));
-    const ProgramRun r = runProgram("wfrfv10", {"/c", s, "--pdf", dir.filePath("out.pdf"), "--png", dir.filePath("png")});
+    const ProgramRun r =
+        runProgram("wfrfv10", {"/c", s, "--pdf", dir.filePath("out.pdf"), "--png", dir.filePath("png")});
     EXPECT_EQ(r.code, 0) << r.err.toStdString();
     EXPECT_GT(QFileInfo(dir.filePath("out.pdf")).size(), 1000);
     EXPECT_TRUE(QFileInfo::exists(dir.filePath("png/page-001.png")));
@@ -92,12 +93,12 @@ TEST_F(ViewerProgram, WithoutADisplayThePdfGoesBesideTheScript)
 TEST_F(ViewerProgram, JoinedPrintRunsThroughTheJoinerAndTheViewer)
 {
     const QString csv = labels(3);
-    const QString joined = write(
-        "WfdCom.dat",
-        {"setTitle,\"まとめ\"", QStringLiteral("SetDataText,\"シール\",\"%1\",\",\", \"\"\"\", True").arg(csv),
-         QStringLiteral("setreport,\"%1\"").arg(enginetest::formPath("シール.wfd")), "AddReport",
-         QStringLiteral("SetDataText,\"封筒\",\"%1\",\",\", \"\"\"\", True").arg(csv),
-         QStringLiteral("setreport,\"%1\"").arg(enginetest::formPath("封筒印刷長3.wfd"))});
+    const QString joined =
+        write("WfdCom.dat",
+              {"setTitle,\"まとめ\"", QStringLiteral("SetDataText,\"シール\",\"%1\",\",\", \"\"\"\", True").arg(csv),
+               QStringLiteral("setreport,\"%1\"").arg(enginetest::formPath("シール.wfd")), "AddReport",
+               QStringLiteral("SetDataText,\"封筒\",\"%1\",\",\", \"\"\"\", True").arg(csv),
+               QStringLiteral("setreport,\"%1\"").arg(enginetest::formPath("封筒印刷長3.wfd"))});
     const QString tmpWfd = dir.filePath("tmp.wfd");
     const ProgramRun j = runProgram("wfrimg10", {tmpWfd, "/c", joined});
     ASSERT_EQ(j.code, 0) << j.err.toStdString();
@@ -113,9 +114,10 @@ TEST_F(ViewerProgram, JoinedPrintRunsThroughTheJoinerAndTheViewer)
 TEST_F(ViewerProgram, ViewerWaitsForTheJoinersForm)
 {
     const QString csv = labels(3);
-    const QString joined = write(
-        "join.dat", {"setTitle,\"まとめ\"", QStringLiteral("SetDataText,\"シール\",\"%1\",\",\", \"\"\"\", True").arg(csv),
-                     QStringLiteral("setreport,\"%1\"").arg(enginetest::formPath("シール.wfd"))});
+    const QString joined =
+        write("join.dat",
+              {"setTitle,\"まとめ\"", QStringLiteral("SetDataText,\"シール\",\"%1\",\",\", \"\"\"\", True").arg(csv),
+               QStringLiteral("setreport,\"%1\"").arg(enginetest::formPath("シール.wfd"))});
     const QString tmpWfd = dir.filePath("tmp.wfd");
     const QString viewer =
         write("WfdCom.dat", {"Title,\"まとめ\"", QStringLiteral("FileName,\"%1\"").arg(tmpWfd), "PrintOutFromDialog"});
@@ -211,20 +213,19 @@ TEST_P(ViewerFault, SaysWhichFileAndLineAndFails)
         EXPECT_FALSE(QFileInfo::exists(dir.filePath("シール.pdf")));
     }
 }
-INSTANTIATE_TEST_SUITE_P(
-    Faults, ViewerFault,
-    ::testing::Values(FaultCase{"MissingScript", 1, "WfdCom.dat", "見つかりません"},
-                      FaultCase{"MissingForm", 1, "無い.wfd", "(1行目)"},
-                      FaultCase{"MissingData", 1, "無い.csv", "(3行目)"},
-                      FaultCase{"UnknownLineKind", 1, "PrintColour", "(4行目)"},
-                      FaultCase{"MalformedForm", 1, "壊れた.wfd", "(3行目)"},
-                      FaultCase{"TitlesDoNotMatch", 1, "シール.csv", "(1行目)"},
-                      FaultCase{"NotCp932", 1, "シール.csv", "(3行目)"},
-                      FaultCase{"EmptyCsv", 1, "シール.csv", "空"},
-                      FaultCase{"OnlyBlankLines", 1, "シール.csv", "印刷するデータがありません"},
-                      FaultCase{"RepeatStartAtTheIntegerLimit", 1, "WfdCom.dat", "(4行目)"},
-                      FaultCase{"UnterminatedQuote", 1, "シール.csv", "(3行目)"}),
-    [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Faults, ViewerFault,
+                         ::testing::Values(FaultCase{"MissingScript", 1, "WfdCom.dat", "見つかりません"},
+                                           FaultCase{"MissingForm", 1, "無い.wfd", "(1行目)"},
+                                           FaultCase{"MissingData", 1, "無い.csv", "(3行目)"},
+                                           FaultCase{"UnknownLineKind", 1, "PrintColour", "(4行目)"},
+                                           FaultCase{"MalformedForm", 1, "壊れた.wfd", "(3行目)"},
+                                           FaultCase{"TitlesDoNotMatch", 1, "シール.csv", "(1行目)"},
+                                           FaultCase{"NotCp932", 1, "シール.csv", "(3行目)"},
+                                           FaultCase{"EmptyCsv", 1, "シール.csv", "空"},
+                                           FaultCase{"OnlyBlankLines", 1, "シール.csv", "印刷するデータがありません"},
+                                           FaultCase{"RepeatStartAtTheIntegerLimit", 1, "WfdCom.dat", "(4行目)"},
+                                           FaultCase{"UnterminatedQuote", 1, "シール.csv", "(3行目)"}),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(ViewerProgram, TenThousandLabelsMakeAThousandPages)
 {
@@ -266,8 +267,8 @@ TEST(ViewerArgs, CommandLineForms)
 TEST(ViewerArgs, AnUnquotedScriptPathWithBlanksIsTakenWhole)
 {
     QString err;
-    auto a = engine::parseViewerArgs({"/c", "C:\\Program", "Files\\訪問 鍼灸\\TMP\\WfdCom.dat", "--pdf", "out.pdf"},
-                                     &err);
+    auto a =
+        engine::parseViewerArgs({"/c", "C:\\Program", "Files\\訪問 鍼灸\\TMP\\WfdCom.dat", "--pdf", "out.pdf"}, &err);
     ASSERT_TRUE(a) << err.toStdString();
     EXPECT_EQ(a->script, "C:\\Program Files\\訪問 鍼灸\\TMP\\WfdCom.dat");
     EXPECT_EQ(a->pdf, "out.pdf");
@@ -279,8 +280,8 @@ TEST(ViewerArgs, AnUnquotedScriptPathWithBlanksIsTakenWhole)
     EXPECT_FALSE(engine::parseViewerArgs({"/c", "--pdf", "x.pdf"}, &err));
     EXPECT_FALSE(engine::parseViewerArgs({"/c", "a", "--pdf"}, &err));
 
-    auto j = engine::parseJoinArgs({"C:\\Program", "Files\\TMP\\tmp.wfd", "/c", "C:\\Program", "Files\\TMP\\WfdCom.dat"},
-                                   &err);
+    auto j = engine::parseJoinArgs(
+        {"C:\\Program", "Files\\TMP\\tmp.wfd", "/c", "C:\\Program", "Files\\TMP\\WfdCom.dat"}, &err);
     ASSERT_TRUE(j);
     EXPECT_EQ(j->output, "C:\\Program Files\\TMP\\tmp.wfd");
     EXPECT_EQ(j->script, "C:\\Program Files\\TMP\\WfdCom.dat");

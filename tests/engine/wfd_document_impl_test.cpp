@@ -91,7 +91,9 @@ TEST_P(WfdDocumentOutputTest, OutputWithoutADisplayLeavesThePagesBesideTheData)
 INSTANTIATE_TEST_SUITE_P(Outputs, WfdDocumentOutputTest,
                          ::testing::Values(&cls_WfdPrint::iPreview, &cls_WfdPrint::iPrintBk,
                                            &cls_WfdPrint::iPrintDialog),
-                         ([](const auto& info) { return std::vector<std::string>{"iPreview", "iPrintBk", "iPrintDialog"}.at(info.index); }));
+                         ([](const auto& info) {
+                             return std::vector<std::string>{"iPreview", "iPrintBk", "iPrintDialog"}.at(info.index);
+                         }));
 
 TEST_F(WfdDocumentImplTest, MissingFormIsAFaultOfOpenAndNothingIsPrinted)
 {
@@ -101,7 +103,8 @@ TEST_F(WfdDocumentImplTest, MissingFormIsAFaultOfOpenAndNothingIsPrinted)
     const QString form = dir.filePath(QStringLiteral("ない帳票.wfd"));
     p.iOpen(form);
     EXPECT_TRUE(p.sErrMsg.startsWith(QStringLiteral("(-2147467259)"))) << p.sErrMsg.toStdString();
-    EXPECT_TRUE(p.sErrMsg.contains(QStringLiteral("フォームファイルが見つかりません: ") + form)) << p.sErrMsg.toStdString();
+    EXPECT_TRUE(p.sErrMsg.contains(QStringLiteral("フォームファイルが見つかりません: ") + form))
+        << p.sErrMsg.toStdString();
     p.sErrMsg.clear();
     p.iPreview();
     EXPECT_EQ(p.sErrMsg, QStringLiteral("(-2147467259)フォームファイルが開かれていません (Open)。"));
@@ -117,7 +120,8 @@ TEST_F(WfdDocumentImplTest, DataThatDoesNotFitTheFormIsAFaultOfOpen)
     p.iSetDataText(QStringLiteral("シール"), csv);
     p.iOpen(enginetest::formPath(QStringLiteral("シール.wfd")));
     EXPECT_TRUE(p.sErrMsg.startsWith(QStringLiteral("(-2147467259)"))) << p.sErrMsg.toStdString();
-    EXPECT_TRUE(p.sErrMsg.contains(QStringLiteral("タイトル行がフォーム シール.wfd と合いません"))) << p.sErrMsg.toStdString();
+    EXPECT_TRUE(p.sErrMsg.contains(QStringLiteral("タイトル行がフォーム シール.wfd と合いません")))
+        << p.sErrMsg.toStdString();
 }
 
 TEST_F(WfdDocumentImplTest, OpenWithoutDataIsAFault)
@@ -167,8 +171,8 @@ TEST_F(WfdDocumentImplTest, DataAddedAfterOpenIsReadByTheNextOutput)
 TEST_F(WfdDocumentImplTest, OnlyCommaSeparatedQuotedDataIsTaken)
 {
     engine::WfdDocumentImpl doc{QString()};
-    EXPECT_NO_THROW(doc.SetDataText(QStringLiteral("a"), QStringLiteral("a.csv"), QStringLiteral(","),
-                                    QStringLiteral("\""), 0));
+    EXPECT_NO_THROW(
+        doc.SetDataText(QStringLiteral("a"), QStringLiteral("a.csv"), QStringLiteral(","), QStringLiteral("\""), 0));
     try {
         doc.SetDataText(QStringLiteral("b"), QStringLiteral("b.csv"), QStringLiteral("\t"), QString(), 0);
         ADD_FAILURE() << "a tab separator was taken";

@@ -84,9 +84,10 @@ TEST_F(FillPatients, WritesAllColumnsOfARowTrimmed)
 
     ASSERT_EQ(grid.MaxRows(), 1);
     EXPECT_EQ(grid.describeRows(),
-              QStringList{QStringLiteral("row 1 |101|101|山田 太郎 様|ﾔﾏﾀﾞ ﾀﾛｳ|||150-0001|東京都渋谷区|神宮前1-1|03-1111-2222||"
-                                         "090-1111-2222|0|様|305|実家||||||100-0001|千代田区|200-0002|川崎市 中原区|300||"
-                                         "|4||山田 花子 様| 様")});
+              QStringList{
+                  QStringLiteral("row 1 |101|101|山田 太郎 様|ﾔﾏﾀﾞ ﾀﾛｳ|||150-0001|東京都渋谷区|神宮前1-1|03-1111-2222||"
+                                 "090-1111-2222|0|様|305|実家||||||100-0001|千代田区|200-0002|川崎市 中原区|300||"
+                                 "|4||山田 花子 様| 様")});
 }
 
 TEST_F(FillPatients, WritesHiddenRowsInFullAndNothingStaysFromTheKindBefore)
@@ -192,26 +193,25 @@ TEST_P(Narrowing, HidesRowsByTheSearchTexts)
 
 INSTANTIATE_TEST_SUITE_P(
     Rules, Narrowing,
-    testing::Values(
-        NarrowCase{"no condition", "", "", "", "", "12,123,7,8"},
-        NarrowCase{"name part", "太郎", "", "", "", "123"},
-        NarrowCase{"apostrophe is a plain character", "O'B", "", "", "", "7"},
-        NarrowCase{"percent is no wildcard", "100%", "", "", "", "8"},
-        NarrowCase{"percent alone", "%", "", "", "", "8"},
-        NarrowCase{"full-width letters do not match half-width", "ABC", "", "", "", ""},
-        NarrowCase{"full-width letters match themselves", "ＡＢＣ", "", "", "", "7"},
-        NarrowCase{"untrimmed needle", "田中 ", "", "", "", "12"},
-        NarrowCase{"number by equality", "", "12", "", "", "12"},
-        NarrowCase{"number is no prefix", "", "1", "", "", ""},
-        NarrowCase{"kana text exact width", "", "", "ﾀﾅｶ", "", "12"},
-        NarrowCase{"half-width needle misses full-width kana", "", "", "ｶﾞｯﾂ", "", ""},
-        NarrowCase{"full-width needle", "", "", "ガッツ", "", "123"},
-        NarrowCase{"kana row ta", "", "", "", "ﾀﾁﾂﾃﾄ", "12"},
-        NarrowCase{"voiced full-width kana by its base letter", "", "", "", "ｶｷｸｹｺ", "123"},
-        NarrowCase{"voiced half-width kana by its base letter", "", "", "", "ｱｲｳｴｵ", "7"},
-        NarrowCase{"hiragana has no half-width form", "", "", "", "ｶｷｸｹｺ", "123"},
-        NarrowCase{"kana row and name both hold", "一郎", "", "", "ﾀﾁﾂﾃﾄ", "12"},
-        NarrowCase{"hidden by the kana row although the name matches", "太郎", "", "", "ﾀﾁﾂﾃﾄ", ""}),
+    testing::Values(NarrowCase{"no condition", "", "", "", "", "12,123,7,8"},
+                    NarrowCase{"name part", "太郎", "", "", "", "123"},
+                    NarrowCase{"apostrophe is a plain character", "O'B", "", "", "", "7"},
+                    NarrowCase{"percent is no wildcard", "100%", "", "", "", "8"},
+                    NarrowCase{"percent alone", "%", "", "", "", "8"},
+                    NarrowCase{"full-width letters do not match half-width", "ABC", "", "", "", ""},
+                    NarrowCase{"full-width letters match themselves", "ＡＢＣ", "", "", "", "7"},
+                    NarrowCase{"untrimmed needle", "田中 ", "", "", "", "12"},
+                    NarrowCase{"number by equality", "", "12", "", "", "12"},
+                    NarrowCase{"number is no prefix", "", "1", "", "", ""},
+                    NarrowCase{"kana text exact width", "", "", "ﾀﾅｶ", "", "12"},
+                    NarrowCase{"half-width needle misses full-width kana", "", "", "ｶﾞｯﾂ", "", ""},
+                    NarrowCase{"full-width needle", "", "", "ガッツ", "", "123"},
+                    NarrowCase{"kana row ta", "", "", "", "ﾀﾁﾂﾃﾄ", "12"},
+                    NarrowCase{"voiced full-width kana by its base letter", "", "", "", "ｶｷｸｹｺ", "123"},
+                    NarrowCase{"voiced half-width kana by its base letter", "", "", "", "ｱｲｳｴｵ", "7"},
+                    NarrowCase{"hiragana has no half-width form", "", "", "", "ｶｷｸｹｺ", "123"},
+                    NarrowCase{"kana row and name both hold", "一郎", "", "", "ﾀﾁﾂﾃﾄ", "12"},
+                    NarrowCase{"hidden by the kana row although the name matches", "太郎", "", "", "ﾀﾁﾂﾃﾄ", ""}),
     [](const testing::TestParamInfo<NarrowCase>& info) { return sealtest::caseName(info.param.what); });
 
 struct AgeCase {
@@ -248,7 +248,7 @@ INSTANTIATE_TEST_SUITE_P(
         AgeCase{QDate(1899, 12, 30), 1, 150, 0, true}, AgeCase{QDate(1899, 12, 30), 1, 100, 0, false},
         AgeCase{QDate(1899, 12, 30), 1, 150, 12, true}, AgeCase{QDate(1899, 12, 30), 1, 150, 1, false},
         AgeCase{QDate(1950, 5, 1), 1, 150, 5, true}, AgeCase{QDate(1950, 5, 1), 1, 150, 6, false}),
-                         [](const auto& info) { return "Case" + std::to_string(info.index); });
+    [](const auto& info) { return "Case" + std::to_string(info.index); });
 
 TEST(AgeRule, RisesOnTheBirthdayAcrossLeapDays)
 {

@@ -22,9 +22,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString kTitle =
-    u"cIDno,cName,cNameKana,cKikan,cDaihyo,cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,"
-    u"nRoomNo,nTantouID,拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号,脚注"_s;
+const QString kTitle = u"cIDno,cName,cNameKana,cKikan,cDaihyo,cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,"
+                       u"nRoomNo,nTantouID,拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号,脚注"_s;
 
 const OfficeBlock kOffice{u"ひかり鍼灸院"_s, u"100-0005"_s, u"東京都千代田区丸の内1-1"_s, u"03-0000-1111"_s,
                           u"03-0000-2222"_s};
@@ -75,7 +74,8 @@ TEST(CsvLine, FirstFieldBareTheOthersQuotedWithThePostalMark)
 TEST(CsvLine, AnEmptyPostalCodeStillHasItsMark)
 {
     const QString line = sealCsvLine(LabelRecord{}, OfficeBlock{}, QString());
-    EXPECT_EQ(line, u",\"\",\"\",\"\",\"\",\"〒 \",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\""_s);
+    EXPECT_EQ(line,
+              u",\"\",\"\",\"\",\"\",\"〒 \",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\",\"\""_s);
 }
 
 TEST(CsvLine, QuotesAndLineBreaksInsideValuesStandAsTheyAre)
@@ -137,15 +137,16 @@ TEST_F(CsvRun, StartCellCopiesAndOrderMakeTheWholeFile)
     ASSERT_EQ(makeLabelRows(csvPath, *g, {}, c, [&](const QString& s) { status << s; }), 0);
 
     auto line = [&](const QString& id, const QString& name) {
-        return id + u",\""_s + name + u" 様\",\"ﾔﾏﾀﾞ\",\"\",\"\",\"〒 100-0001\",\"東京都千代田区1-1\",\"03-1111-2222\","
-                                      u"\"03-1111-3333\",\"090-1234-5678\",\"0\",\"様\",\"\",\"\",\"ひかり鍼灸院\","
-                                      u"\"100-0005\",\"東京都千代田区丸の内1-1\",\"03-0000-1111\",\"03-0000-2222\","
-                                      u"\"領収書在中\""_s;
+        return id + u",\""_s + name +
+               u" 様\",\"ﾔﾏﾀﾞ\",\"\",\"\",\"〒 100-0001\",\"東京都千代田区1-1\",\"03-1111-2222\","
+               u"\"03-1111-3333\",\"090-1234-5678\",\"0\",\"様\",\"\",\"\",\"ひかり鍼灸院\","
+               u"\"100-0005\",\"東京都千代田区丸の内1-1\",\"03-0000-1111\",\"03-0000-2222\","
+               u"\"領収書在中\""_s;
     };
     const QString blank = u"0,,,,,,,,,,,,,,,,,,,"_s;
-    EXPECT_EQ(fileBytes(nativeCsv), crlf({kTitle, blank, blank, blank, line(u"1"_s, u"甲野 一"_s),
-                                          line(u"1"_s, u"甲野 一"_s), line(u"2"_s, u"乙野 二"_s),
-                                          line(u"2"_s, u"乙野 二"_s)}));
+    EXPECT_EQ(fileBytes(nativeCsv),
+              crlf({kTitle, blank, blank, blank, line(u"1"_s, u"甲野 一"_s), line(u"1"_s, u"甲野 一"_s),
+                    line(u"2"_s, u"乙野 二"_s), line(u"2"_s, u"乙野 二"_s)}));
     // The status bar is cleared once the labels are made.
     EXPECT_EQ(status, QStringList({u"2人中1人目を計算中です。"_s, u"2人中2人目を計算中です。"_s, QString()}));
 }
@@ -202,7 +203,8 @@ TEST_F(CsvRun, AMissingFolderShowsOneBoxAndMakesNothing)
     const QString missing = dir.path() + u"\\NOPE\\シール.csv"_s;
     EXPECT_EQ(makeLabelRows(missing, *g, {}, LabelChoices{}, {}), 1);
     EXPECT_EQ(scope.platform.transcript(),
-              QStringList({u"box 16 シール印刷|CSVタイトル行作成時にエラーが発生しました。\\r(76) パスが見つかりません。"_s}));
+              QStringList(
+                  {u"box 16 シール印刷|CSVタイトル行作成時にエラーが発生しました。\\r(76) パスが見つかりません。"_s}));
     EXPECT_FALSE(QDir(dir.path() + u"/NOPE"_s).exists());
 }
 
@@ -212,8 +214,9 @@ TEST_F(CsvRun, AFileThatCannotBeCreatedShowsOneBox)
     ASSERT_TRUE(QDir(dir.path()).mkpath(u"TMP/シール.csv"_s));
     auto g = makeGrid(1);
     EXPECT_EQ(makeLabelRows(csvPath, *g, {}, LabelChoices{}, {}), 1);
-    EXPECT_EQ(scope.platform.transcript(),
-              QStringList({u"box 16 シール印刷|CSVタイトル行作成時にエラーが発生しました。\\r(75) パス名が無効です。"_s}));
+    EXPECT_EQ(
+        scope.platform.transcript(),
+        QStringList({u"box 16 シール印刷|CSVタイトル行作成時にエラーが発生しました。\\r(75) パス名が無効です。"_s}));
 }
 
 TEST_F(CsvRun, ADoctorRunWithoutStaffEntriesStopsAtTheBlankLines)
@@ -224,5 +227,6 @@ TEST_F(CsvRun, ADoctorRunWithoutStaffEntriesStopsAtTheBlankLines)
     c.nStartPos = 2;
     EXPECT_EQ(makeLabelRows(csvPath, *g, {}, c, {}), 1);
     ASSERT_EQ(scope.platform.transcript().size(), 1);
-    EXPECT_TRUE(scope.platform.transcript()[0].startsWith(u"box 16 シール印刷|空データ作成時にエラーが発生しました。\\r(9) "_s));
+    EXPECT_TRUE(scope.platform.transcript()[0].startsWith(
+        u"box 16 シール印刷|空データ作成時にエラーが発生しました。\\r(9) "_s));
 }

@@ -18,14 +18,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::vector<LabelRecord> walk(const controls::Grid& g, const LabelChoices& c,
-                              const std::vector<OrderLine>& list = {}, QStringList* status = nullptr)
+std::vector<LabelRecord> walk(const controls::Grid& g, const LabelChoices& c, const std::vector<OrderLine>& list = {},
+                              QStringList* status = nullptr)
 {
     std::vector<LabelRecord> out;
-    walkLabels(g, list, c, [&](const LabelRecord& r) { out.push_back(r); },
-               [&](const QString& s) {
-                   if (status) *status << s;
-               });
+    walkLabels(
+        g, list, c, [&](const LabelRecord& r) { out.push_back(r); },
+        [&](const QString& s) {
+            if (status) *status << s;
+        });
     return out;
 }
 
@@ -81,15 +82,16 @@ TEST_P(AddressChoiceTest, EachElementTakesItsPostalCodeAddressAndName)
     EXPECT_EQ(records[0].sOutAtena, QString::fromUtf16(p.atena));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    SixElements, AddressChoiceTest,
-    ::testing::Values(AddressCase{0, u"100-0001", u"東京都千代田区1-1", u"山田 太郎 様"},
-                      AddressCase{1, u"500-0002", u"二番目の住所2-2", u"山田 太郎 様"},
-                      AddressCase{2, u"600-0003", u"三番目の住所3-3", u"山田 太郎 様"},
-                      AddressCase{3, u"400-0001", u"連絡先住所6-6", u"連絡 花子 様"},
-                      AddressCase{4, u"200-0001", u"申請先住所4-4", u""},
-                      AddressCase{5, u"300-0001", u"領収先住所5-5", u"領収 太郎 様"}),
-    [](const ::testing::TestParamInfo<AddressCase>& info) { return "Element" + std::to_string(info.param.element); });
+INSTANTIATE_TEST_SUITE_P(SixElements, AddressChoiceTest,
+                         ::testing::Values(AddressCase{0, u"100-0001", u"東京都千代田区1-1", u"山田 太郎 様"},
+                                           AddressCase{1, u"500-0002", u"二番目の住所2-2", u"山田 太郎 様"},
+                                           AddressCase{2, u"600-0003", u"三番目の住所3-3", u"山田 太郎 様"},
+                                           AddressCase{3, u"400-0001", u"連絡先住所6-6", u"連絡 花子 様"},
+                                           AddressCase{4, u"200-0001", u"申請先住所4-4", u""},
+                                           AddressCase{5, u"300-0001", u"領収先住所5-5", u"領収 太郎 様"}),
+                         [](const ::testing::TestParamInfo<AddressCase>& info) {
+                             return "Element" + std::to_string(info.param.element);
+                         });
 
 TEST(AddressElementTest, TheSumOfTheChosenButtonsPicksTheRow)
 {
@@ -125,8 +127,15 @@ TEST(AddressChoiceRules, NoFallbackForAPatientWithoutAContactAddress)
 TEST(AddressChoiceRules, AChoiceMadeForPatientsStandsForTheNextKind)
 {
     auto g = makeGrid(1);
-    setCells(*g, 1, {{2, u"D01"_s}, {3, u"D01"_s}, {4, u"佐藤 一郎 先生"_s}, {8, u"150-0001"_s},
-                     {9, u"渋谷区1-1"_s}, {10, u"佐藤医院2F"_s}, {14, u"1"_s}, {15, u"先生"_s}});
+    setCells(*g, 1,
+             {{2, u"D01"_s},
+              {3, u"D01"_s},
+              {4, u"佐藤 一郎 先生"_s},
+              {8, u"150-0001"_s},
+              {9, u"渋谷区1-1"_s},
+              {10, u"佐藤医院2F"_s},
+              {14, u"1"_s},
+              {15, u"先生"_s}});
     tick(*g, 1);
     LabelChoices c = gridWalk(1);
     c.optAdd = only(1);
@@ -258,10 +267,22 @@ TEST(ListWalk, ADoctorCarriesTheStaffNumberOfHisLineOnlyInTheList)
 TEST(KindRules, StaffPrintsBothAddressLinesAndKeepsTheChosenPostalCode)
 {
     auto g = makeGrid(2);
-    setCells(*g, 1, {{2, u"1"_s}, {3, u"1"_s}, {4, u"田中 三郎 様"_s}, {8, u"160-0001"_s},
-                     {9, u"新宿区1-1"_s}, {10, u"メゾン101"_s}, {14, u"5"_s}});
-    setCells(*g, 2, {{2, u"2"_s}, {3, u"2"_s}, {4, u"田中 四郎 様"_s}, {8, u"160-0002"_s},
-                     {9, u"新宿区2-2"_s}, {10, u"  "_s}, {14, u"5"_s}});
+    setCells(*g, 1,
+             {{2, u"1"_s},
+              {3, u"1"_s},
+              {4, u"田中 三郎 様"_s},
+              {8, u"160-0001"_s},
+              {9, u"新宿区1-1"_s},
+              {10, u"メゾン101"_s},
+              {14, u"5"_s}});
+    setCells(*g, 2,
+             {{2, u"2"_s},
+              {3, u"2"_s},
+              {4, u"田中 四郎 様"_s},
+              {8, u"160-0002"_s},
+              {9, u"新宿区2-2"_s},
+              {10, u"  "_s},
+              {14, u"5"_s}});
     tick(*g, 1);
     tick(*g, 2);
     LabelChoices c = gridWalk(5);
@@ -277,9 +298,18 @@ namespace {
 // An insurer row: location in 8 and 9, the receipt address in 18 to 20.
 void setInsurer(controls::Grid& g, int row, const QString& id)
 {
-    setCells(g, row, {{2, id}, {3, id}, {4, u"全国健康保険協会 理事長 御中"_s}, {7, u"理事長"_s},
-                      {8, u"100-1000"_s}, {9, u"所在地1-1"_s}, {14, u"2"_s}, {15, u"御中"_s},
-                      {18, u"200-2000"_s}, {19, u"レセプト送付先2-2"_s}, {20, u"レセプト係 御中"_s}});
+    setCells(g, row,
+             {{2, id},
+              {3, id},
+              {4, u"全国健康保険協会 理事長 御中"_s},
+              {7, u"理事長"_s},
+              {8, u"100-1000"_s},
+              {9, u"所在地1-1"_s},
+              {14, u"2"_s},
+              {15, u"御中"_s},
+              {18, u"200-2000"_s},
+              {19, u"レセプト送付先2-2"_s},
+              {20, u"レセプト係 御中"_s}});
 }
 
 }  // namespace
@@ -331,10 +361,19 @@ TEST_P(CaremaneRuleTest, FacilityOrOfficeByTheChoice)
 {
     const CaremaneCase& p = GetParam();
     auto g = makeGrid(1);
-    setCells(*g, 1, {{2, u"8"_s}, {3, u"8"_s}, {4, u"高橋 五郎 様"_s}, {6, QString::fromUtf16(p.facility)},
-                     {8, u"330-0001"_s}, {9, u"施設の住所1-1"_s}, {10, u"施設の住所2"_s}, {14, u"4"_s},
-                     {21, QString::fromUtf16(p.office)}, {22, u"居宅介護支援"_s}, {23, u"事業所の住所3-3"_s},
-                     {24, u"事業所ビル"_s}});
+    setCells(*g, 1,
+             {{2, u"8"_s},
+              {3, u"8"_s},
+              {4, u"高橋 五郎 様"_s},
+              {6, QString::fromUtf16(p.facility)},
+              {8, u"330-0001"_s},
+              {9, u"施設の住所1-1"_s},
+              {10, u"施設の住所2"_s},
+              {14, u"4"_s},
+              {21, QString::fromUtf16(p.office)},
+              {22, u"居宅介護支援"_s},
+              {23, u"事業所の住所3-3"_s},
+              {24, u"事業所ビル"_s}});
     tick(*g, 1);
     LabelChoices c = gridWalk(4);
     c.optAddKeamane = {!p.officeFirst, p.officeFirst};
@@ -345,21 +384,30 @@ TEST_P(CaremaneRuleTest, FacilityOrOfficeByTheChoice)
     EXPECT_EQ(r.sOutAddress, QString::fromUtf16(p.address));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Choices, CaremaneRuleTest,
-    ::testing::Values(
-        CaremaneCase{"office first, with office", true, u"ひまわり苑", u"さくら居宅", u"さくら居宅", u"事業所の住所3-3"},
-        CaremaneCase{"office first, no office", true, u"ひまわり苑", u"", u"ひまわり苑", u"施設の住所1-1"},
-        CaremaneCase{"facility first, with facility", false, u"ひまわり苑", u"さくら居宅", u"ひまわり苑", u"施設の住所1-1"},
-        CaremaneCase{"facility first, no facility", false, u"", u"さくら居宅", u"さくら居宅", u"事業所の住所3-3"},
-        CaremaneCase{"neither", false, u"", u"", u"", u"施設の住所1-1"}),
-    [](const ::testing::TestParamInfo<CaremaneCase>& info) { return sealtest::caseName(info.param.what); });
+INSTANTIATE_TEST_SUITE_P(Choices, CaremaneRuleTest,
+                         ::testing::Values(CaremaneCase{"office first, with office", true, u"ひまわり苑", u"さくら居宅",
+                                                        u"さくら居宅", u"事業所の住所3-3"},
+                                           CaremaneCase{"office first, no office", true, u"ひまわり苑", u"",
+                                                        u"ひまわり苑", u"施設の住所1-1"},
+                                           CaremaneCase{"facility first, with facility", false, u"ひまわり苑",
+                                                        u"さくら居宅", u"ひまわり苑", u"施設の住所1-1"},
+                                           CaremaneCase{"facility first, no facility", false, u"", u"さくら居宅",
+                                                        u"さくら居宅", u"事業所の住所3-3"},
+                                           CaremaneCase{"neither", false, u"", u"", u"", u"施設の住所1-1"}),
+                         [](const ::testing::TestParamInfo<CaremaneCase>& info) {
+                             return sealtest::caseName(info.param.what);
+                         });
 
 TEST(KindRules, OwnOfficeOnAnEnvelopeIsNamedByItsRepresentativeLineInTheGridWalkOnly)
 {
     auto g = makeGrid(1);
-    setCells(*g, 1, {{2, u"1"_s}, {3, u"1"_s}, {4, u"ひかり治療院 御中"_s}, {7, u"院長 光 太郎 御中"_s},
-                     {9, u"本町1-1"_s}, {14, u"7"_s}});
+    setCells(*g, 1,
+             {{2, u"1"_s},
+              {3, u"1"_s},
+              {4, u"ひかり治療院 御中"_s},
+              {7, u"院長 光 太郎 御中"_s},
+              {9, u"本町1-1"_s},
+              {14, u"7"_s}});
     tick(*g, 1);
     LabelChoices c = gridWalk(7);
     c.opPMode = {false, true};
@@ -374,8 +422,13 @@ TEST(KindRules, OwnOfficeOnAnEnvelopeIsNamedByItsRepresentativeLineInTheGridWalk
 TEST(KindRules, InstitutionWithTheFreeHonorificLosesItsLinesInTheListWalkOnly)
 {
     auto g = makeGrid(1);
-    setCells(*g, 1, {{2, u"3"_s}, {3, u"3"_s}, {4, u"中央病院 医事課御中"_s}, {6, u"中央病院"_s},
-                     {7, u"医事課御中"_s}, {14, u"6"_s}});
+    setCells(*g, 1,
+             {{2, u"3"_s},
+              {3, u"3"_s},
+              {4, u"中央病院 医事課御中"_s},
+              {6, u"中央病院"_s},
+              {7, u"医事課御中"_s},
+              {14, u"6"_s}});
     tick(*g, 1);
     LabelChoices c = gridWalk(8);
     c.nKeisho = 6;

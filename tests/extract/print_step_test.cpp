@@ -38,20 +38,19 @@ TEST_P(FormChoiceTest, FormTitleAndDataByModeAndRow)
     EXPECT_EQ(f.dataFile, QString::fromUtf16(p.dataFile));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Forms, FormChoiceTest,
-    ::testing::Values(FormCase{false, 0, 2, u"シール.wfd", u"シール", u"シール.csv"},
-                      FormCase{false, 1, 0, u"シール_2X6.wfd", u"シール", u"シール.csv"},
-                      FormCase{false, 2, 0, u"ビーコン用シール30M.wfd", u"シール", u"シール.csv"},
-                      FormCase{true, 2, 0, u"封筒印刷長3.wfd", u"封筒", u"封筒印刷.csv"},
-                      FormCase{true, 0, 1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"},
-                      FormCase{true, 0, 2, u"封筒印刷長3_横.wfd", u"封筒", u"封筒印刷.csv"},
-                      FormCase{true, 0, 3, u"封筒印刷長3_横窓.wfd", u"封筒", u"封筒印刷.csv"},
-                      FormCase{true, 0, -1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"}),
-    [](const ::testing::TestParamInfo<FormCase>& info) {
-        return std::string(info.param.envelope ? "Envelope" : "Sheet")
-               + std::to_string(info.param.envelope ? info.param.hutou + 1 : info.param.sealType);
-    });
+INSTANTIATE_TEST_SUITE_P(Forms, FormChoiceTest,
+                         ::testing::Values(FormCase{false, 0, 2, u"シール.wfd", u"シール", u"シール.csv"},
+                                           FormCase{false, 1, 0, u"シール_2X6.wfd", u"シール", u"シール.csv"},
+                                           FormCase{false, 2, 0, u"ビーコン用シール30M.wfd", u"シール", u"シール.csv"},
+                                           FormCase{true, 2, 0, u"封筒印刷長3.wfd", u"封筒", u"封筒印刷.csv"},
+                                           FormCase{true, 0, 1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"},
+                                           FormCase{true, 0, 2, u"封筒印刷長3_横.wfd", u"封筒", u"封筒印刷.csv"},
+                                           FormCase{true, 0, 3, u"封筒印刷長3_横窓.wfd", u"封筒", u"封筒印刷.csv"},
+                                           FormCase{true, 0, -1, u"封筒印刷角2_2.wfd", u"封筒", u"封筒印刷.csv"}),
+                         [](const ::testing::TestParamInfo<FormCase>& info) {
+                             return std::string(info.param.envelope ? "Envelope" : "Sheet") +
+                                    std::to_string(info.param.envelope ? info.param.hutou + 1 : info.param.sealType);
+                         });
 
 namespace {
 
@@ -85,8 +84,8 @@ TEST_F(PrintStepTest, APreviewOpensTheSecondViewerMaximised)
 {
     const PrintSealResult r = printSeal(1, sealForm(true, 0, 0), sys);
     EXPECT_EQ(r.status, 0);
-    EXPECT_EQ(script(), crlf({u"FileName,\""_s + sys + u"封筒印刷長3.wfd\""_s, u"Title,\"封筒\""_s,
-                              u"SetDataText,\"封筒\",\""_s + tmp + u"封筒印刷.csv\""_s, u"PrintPaper, A4"_s,
-                              u"ShowWindow,2"_s}));
+    EXPECT_EQ(script(),
+              crlf({u"FileName,\""_s + sys + u"封筒印刷長3.wfd\""_s, u"Title,\"封筒\""_s,
+                    u"SetDataText,\"封筒\",\""_s + tmp + u"封筒印刷.csv\""_s, u"PrintPaper, A4"_s, u"ShowWindow,2"_s}));
     EXPECT_EQ(scope.platform.transcript(), QStringList({u"run 3 WrVb6Viewer.exe /c ./TMP\\WfdCom.dat"_s}));
 }

@@ -2,9 +2,9 @@
 
 #include "extract/riyousha_extract.h"
 
+#include "support/golden.h"
 #include "support/installation.h"
 #include "support/param_names.h"
-#include "support/golden.h"
 
 #include <gtest/gtest.h>
 
@@ -33,12 +33,14 @@ TEST(PatientStatement, IsByteForByteTheSameWithoutCollectionFilter)
 TEST(PatientStatement, CollectionFiltersAddTheirPiecesBeforeTheOrder)
 {
     const QString base = november().chopped(kOrder.size());
-    EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 1), base + QStringLiteral(" AND r_sub.iShoukanSiharai = 1") + kOrder);
-    EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 2),
-              base + QStringLiteral(" AND r_sub.iShoukanSiharai = 1 ")
-                  + QStringLiteral(" AND REPLACE(REPLACE(REPLACE(TRIM(RIYOUSHA.cHTIryoname), CHAR(13), ''), CHAR(10), ''),"
-                                   " '　', '') <> '手渡し' ")
-                  + kOrder);
+    EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 1),
+              base + QStringLiteral(" AND r_sub.iShoukanSiharai = 1") + kOrder);
+    EXPECT_EQ(
+        csRiyoushaSql(1, 2, QDate(2026, 11, 1), 2),
+        base + QStringLiteral(" AND r_sub.iShoukanSiharai = 1 ") +
+            QStringLiteral(" AND REPLACE(REPLACE(REPLACE(TRIM(RIYOUSHA.cHTIryoname), CHAR(13), ''), CHAR(10), ''),"
+                           " '　', '') <> '手渡し' ") +
+            kOrder);
     // Any other index narrows nothing.
     EXPECT_EQ(csRiyoushaSql(1, 2, QDate(2026, 11, 1), 3), november());
 }
@@ -95,7 +97,8 @@ TEST_F(PatientRead, HoldsOneSpareEmptyElementAndOrdersByKana)
 {
     install.addPatient(20, QStringLiteral("山田 太郎"), QStringLiteral("ﾔﾏﾀﾞ ﾀﾛｳ"));
     install.addPatient(21, QStringLiteral("相川 花子"), QStringLiteral("ｱｲｶﾜ ﾊﾅｺ"));
-    install.addPatient(22, QStringLiteral("他店 次郎"), QStringLiteral("ﾀﾃﾝ"), QStringLiteral("NULL"), QStringLiteral("NULL"), 9, 2);
+    install.addPatient(22, QStringLiteral("他店 次郎"), QStringLiteral("ﾀﾃﾝ"), QStringLiteral("NULL"),
+                       QStringLiteral("NULL"), 9, 2);
     const RiyoushaArray a = read();
     ASSERT_EQ(a.size(), 3u);
     EXPECT_EQ(a[0].nIDNo, 21);
@@ -155,8 +158,8 @@ TEST_F(PatientRead, CountsServicesInsideTheOpenMonthSpan)
     install.addPatient(50, QStringLiteral("月末 太郎"), QStringLiteral("ｹﾞﾂﾏﾂ"));
     install.addService(50, QStringLiteral("2026/11/01 00:00:00"));
     install.addService(50, QStringLiteral("2026/11/30 23:59:59"));
-    install.addService(50, QStringLiteral("2026/12/01 00:00:00"));  // the next month
-    install.addService(50, QStringLiteral("2026/10/30 10:00:00"));  // the month before
+    install.addService(50, QStringLiteral("2026/12/01 00:00:00"));        // the next month
+    install.addService(50, QStringLiteral("2026/10/30 10:00:00"));        // the month before
     install.addService(50, QStringLiteral("2026/11/15 10:00:00"), 1, 3);  // another branch
     EXPECT_EQ(read()[0].jisseki_ct, QStringLiteral("2"));
     // The month changes the count, never the patients. The span opens after midnight
@@ -174,13 +177,13 @@ TEST_F(PatientRead, CollectionFiltersNarrowInTheStatement)
     install.addPatient(63, QStringLiteral("無副 四"), QStringLiteral("ｱ4"));
     install.addPatient(64, QStringLiteral("空白 五"), QStringLiteral("ｱ5"));
     install.addPatient(65, QStringLiteral("無名 六"), QStringLiteral("ｱ6"));
-    install.exec(QStringLiteral(
-        "UPDATE RIYOUSHA SET cHTIryoName = '銀行' WHERE nIDNo = 60;"
-        "UPDATE RIYOUSHA SET cHTIryoName = '手渡し' WHERE nIDNo = 61;"
-        "UPDATE RIYOUSHA SET cHTIryoName = '銀行' WHERE nIDNo = 62;"
-        "UPDATE RIYOUSHA SET cHTIryoName = '　手渡し　' || char(13) || char(10) WHERE nIDNo = 64;"
-        "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iShoukanSiharai) VALUES "
-        "(1, 2, 60, 1), (1, 2, 61, 1), (1, 2, 62, 0), (1, 2, 64, 1), (1, 2, 65, 1);"));
+    install.exec(
+        QStringLiteral("UPDATE RIYOUSHA SET cHTIryoName = '銀行' WHERE nIDNo = 60;"
+                       "UPDATE RIYOUSHA SET cHTIryoName = '手渡し' WHERE nIDNo = 61;"
+                       "UPDATE RIYOUSHA SET cHTIryoName = '銀行' WHERE nIDNo = 62;"
+                       "UPDATE RIYOUSHA SET cHTIryoName = '　手渡し　' || char(13) || char(10) WHERE nIDNo = 64;"
+                       "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iShoukanSiharai) VALUES "
+                       "(1, 2, 60, 1), (1, 2, 61, 1), (1, 2, 62, 0), (1, 2, 64, 1), (1, 2, 65, 1);"));
     const auto ids = [](const RiyoushaArray& a) {
         QList<int> out;
         for (size_t i = 0; i + 1 < a.size(); ++i) out << a[i].nIDNo;
@@ -228,7 +231,8 @@ TEST_F(PatientExtraction, TickedMonthWithoutValueKeepsTheRowsAndWarns)
     RiyoushaArray a(3);
     a[0].nIDNo = 7;
     EXPECT_EQ(run({true, QDate(), 0}, a), 0);
-    EXPECT_EQ(values.platform.transcript(), QStringList{QStringLiteral("box 48 対象年月選択|抽出対象月の入力に誤りがあります。")});
+    EXPECT_EQ(values.platform.transcript(),
+              QStringList{QStringLiteral("box 48 対象年月選択|抽出対象月の入力に誤りがあります。")});
     EXPECT_EQ(a.size(), 3u);
     EXPECT_EQ(a[0].nIDNo, 7);
     EXPECT_EQ(closeState, 0);
@@ -239,7 +243,8 @@ TEST_F(PatientExtraction, EmptyMonthWhileUntickedIsAFaultOfTheDateArithmetic)
     RiyoushaArray a;
     EXPECT_EQ(run({false, QDate(), 0}, a), 0);
     EXPECT_EQ(values.platform.transcript(),
-              QStringList{QStringLiteral("box 16 シール印刷|データ展開中にエラーが発生しました。\\r(94) Null の使い方が不正です。")});
+              QStringList{QStringLiteral(
+                  "box 16 シール印刷|データ展開中にエラーが発生しました。\\r(94) Null の使い方が不正です。")});
 }
 
 TEST_F(PatientExtraction, AFailedReadClosesTheScreenLaterButLetsTheSearchGoOn)
@@ -247,7 +252,8 @@ TEST_F(PatientExtraction, AFailedReadClosesTheScreenLaterButLetsTheSearchGoOn)
     install.writeLines(QStringLiteral("adodb.ini"), {QStringLiteral("[接続情報]")});
     RiyoushaArray a;
     EXPECT_EQ(run({false, QDate(2026, 11, 1), 0}, a), -1);
-    EXPECT_EQ(values.platform.transcript(), QStringList{QStringLiteral("box 16 シール印刷|患者データの抽出に失敗しました。")});
+    EXPECT_EQ(values.platform.transcript(),
+              QStringList{QStringLiteral("box 16 シール印刷|患者データの抽出に失敗しました。")});
     EXPECT_EQ(closeState, 1);
 }
 
@@ -268,5 +274,6 @@ TEST(PatientStatement, ForEachCollectionFilterIsItsGoldenText)
     const QDate november(2026, 11, 1);
     sealtest::expectGolden(QStringLiteral("patient_list_office_1_1.sql"), csRiyoushaSql(1, 1, november, 0));
     sealtest::expectGolden(QStringLiteral("patient_list_office_1_1_reimbursed.sql"), csRiyoushaSql(1, 1, november, 1));
-    sealtest::expectGolden(QStringLiteral("patient_list_office_1_1_reimbursed_not_handed.sql"), csRiyoushaSql(1, 1, november, 2));
+    sealtest::expectGolden(QStringLiteral("patient_list_office_1_1_reimbursed_not_handed.sql"),
+                           csRiyoushaSql(1, 1, november, 2));
 }

@@ -83,8 +83,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             continue;
         }
         const QString& odbc = target.odbcConnectString;
-        fuzz::check(odbcValue(odbc, u"UID") == lastValue(parts, {u"User ID", u"UID", u"User"}), "the user passes unchanged");
-        fuzz::check(odbcValue(odbc, u"PWD") == lastValue(parts, {u"Password", u"PWD"}), "the password passes unchanged");
+        fuzz::check(odbcValue(odbc, u"UID") == lastValue(parts, {u"User ID", u"UID", u"User"}),
+                    "the user passes unchanged");
+        fuzz::check(odbcValue(odbc, u"PWD") == lastValue(parts, {u"Password", u"PWD"}),
+                    "the password passes unchanged");
         fuzz::check(odbcValue(odbc, u"Database") == lastValue(parts, {u"Initial Catalog", u"Database"}),
                     "the database passes unchanged");
     }

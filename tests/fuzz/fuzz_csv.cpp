@@ -22,7 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         int last = 0;
         for (int r = 0; r < t.rows.size(); ++r) {
             if (hasTitle) fuzz::check(t.rows[r].size() == t.titles.size(), "a row has one field per title");
-            fuzz::check(t.rowLines[r] > last && t.rowLines[r] <= lineEnds + 1, "rows start on rising lines in the file");
+            fuzz::check(t.rowLines[r] > last && t.rowLines[r] <= lineEnds + 1,
+                        "rows start on rising lines in the file");
             last = t.rowLines[r];
         }
     } catch (const EngineError& e) {

@@ -34,12 +34,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     try {
         if (isJoinedForm(json)) {
             const JoinedForm j = parseJoinedForm(json, QStringLiteral("tmp.wfd"));
-            fuzz::check(parseJoinedForm(joinedFormJson(j), QStringLiteral("tmp.wfd")).reports.size() == j.reports.size(),
+            fuzz::check(parseJoinedForm(joinedFormJson(j), QStringLiteral("tmp.wfd")).reports.size() ==
+                            j.reports.size(),
                         "a joined form writes back as it read");
             return 0;
         }
         const Form f = parseForm(json, QStringLiteral("hostile.wfd"));
-        fuzz::check(f.paper.width() > 0 && f.paper.height() > 0 && inPaper(f.paper.width()) && inPaper(f.paper.height()),
+        fuzz::check(f.paper.width() > 0 && f.paper.height() > 0 && inPaper(f.paper.width()) &&
+                        inPaper(f.paper.height()),
                     "the paper is a real size within the limit");
         fuzz::check(f.cells.has_value() != f.list.has_value(), "a form is a grid or a list");
         if (f.cells) {
@@ -47,9 +49,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             fuzz::check(slots >= 1 && slots <= limits::kSlotsPerPage, "cells per sheet are bounded");
             fuzz::check(f.cells->perPage() == slots, "cells per sheet do not overflow");
             const QRectF lastCell = f.cells->cell(int(slots) - 1);
-            fuzz::check(std::isfinite(lastCell.right()) && std::isfinite(lastCell.bottom()), "the last cell is computable");
+            fuzz::check(std::isfinite(lastCell.right()) && std::isfinite(lastCell.bottom()),
+                        "the last cell is computable");
         }
-        if (f.list) fuzz::check(f.list->rows >= 1 && f.list->rows <= limits::kSlotsPerPage, "rows per page are bounded");
+        if (f.list)
+            fuzz::check(f.list->rows >= 1 && f.list->rows <= limits::kSlotsPerPage, "rows per page are bounded");
         checkFields(f.pageFields);
         checkFields(f.cellFields);
         checkFields(f.backFields);

@@ -23,7 +23,8 @@ QByteArray readAll(const QString& path)
 // Names the profile functions cannot hold are not what this checks.
 QString usableName(QString name)
 {
-    for (QChar c : {QChar(u'['), QChar(u']'), QChar(u'='), QChar(u';'), QChar(u'\r'), QChar(u'\n'), QChar(0), QChar(0xFFFD)})
+    for (QChar c :
+         {QChar(u'['), QChar(u']'), QChar(u'='), QChar(u';'), QChar(u'\r'), QChar(u'\n'), QChar(0), QChar(0xFFFD)})
         name.remove(c);
     return name.trimmed();
 }

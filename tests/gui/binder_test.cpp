@@ -56,7 +56,10 @@ public:
 
 class Binding : public ::testing::Test {
 protected:
-    Binding() : app(application()), platform({}), form(platform), window(new QWidget), binder(platform, form, window.get()) {}
+    Binding()
+            : app(application()), platform({}), form(platform), window(new QWidget),
+              binder(platform, form, window.get())
+    {}
 
     QApplication& app;
     gui::QtPlatform platform;
@@ -129,7 +132,9 @@ TEST_F(Binding, TheGridShowsOnlyVisibleRowsAndTicksGoToTheGridsEvent)
     EXPECT_EQ(model->data(model->index(1, 1), Qt::DisplayRole).toString(), QStringLiteral("患者3"));
 
     std::vector<int> ticked;
-    form.fpSpread02.ButtonClicked = [&](int, int row, int down) { if (down) ticked.push_back(row); };
+    form.fpSpread02.ButtonClicked = [&](int, int row, int down) {
+        if (down) ticked.push_back(row);
+    };
     model->setData(model->index(1, 0), Qt::Checked, Qt::CheckStateRole);
     EXPECT_EQ(ticked, std::vector<int>{3});
     EXPECT_EQ(model->data(model->index(1, 0), Qt::CheckStateRole).toInt(), int(Qt::Checked));
@@ -214,7 +219,9 @@ TEST_F(Binding, EnterInABoundInputGoesToTheScreensKeyHandling)
     QLineEdit edit(window.get());
     binder.text(form.txtName, &edit);
     int presses = 0;
-    form.txtName.KeyPress = [&](int& k) { if (k == Key::Return) ++presses; };
+    form.txtName.KeyPress = [&](int& k) {
+        if (k == Key::Return) ++presses;
+    };
     QTest::keyClick(&edit, Qt::Key_Return);
     EXPECT_EQ(presses, 1);
     EXPECT_EQ(form.ActiveControl(), &form.txtName);
@@ -238,12 +245,9 @@ struct StyleCase {
 TEST(MessageBoxStyles, EachStyleNumberMapsToItsIconAndButtons)
 {
     const StyleCase cases[] = {
-        {0, QMessageBox::NoIcon, false, false},
-        {16, QMessageBox::Critical, false, false},
-        {33, QMessageBox::Question, true, false},
-        {48, QMessageBox::Warning, false, false},
-        {64, QMessageBox::Information, false, false},
-        {33 + 256, QMessageBox::Question, true, true},
+        {0, QMessageBox::NoIcon, false, false},       {16, QMessageBox::Critical, false, false},
+        {33, QMessageBox::Question, true, false},     {48, QMessageBox::Warning, false, false},
+        {64, QMessageBox::Information, false, false}, {33 + 256, QMessageBox::Question, true, true},
     };
     for (const auto& c : cases) {
         const gui::BoxSpec look = gui::boxSpecForStyle(c.style);

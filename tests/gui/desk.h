@@ -102,8 +102,10 @@ public:
     {
         touch(QStringLiteral("MGNT.CID"));  // the progress report screen is offered
         for (int i = 1; i <= patients; ++i) {
-            static const char16_t* names[] = {u"山田 太郎", u"佐藤 花子", u"鈴木 一郎", u"高橋 和子", u"田中 実", u"伊藤 幸子"};
-            static const char16_t* kanas[] = {u"ﾔﾏﾀﾞ ﾀﾛｳ", u"ｻﾄｳ ﾊﾅｺ", u"ｽｽﾞｷ ｲﾁﾛｳ", u"ﾀｶﾊｼ ｶｽﾞｺ", u"ﾀﾅｶ ﾐﾉﾙ", u"ｲﾄｳ ｻﾁｺ"};
+            static const char16_t* names[] = {u"山田 太郎", u"佐藤 花子", u"鈴木 一郎",
+                                              u"高橋 和子", u"田中 実",   u"伊藤 幸子"};
+            static const char16_t* kanas[] = {u"ﾔﾏﾀﾞ ﾀﾛｳ",  u"ｻﾄｳ ﾊﾅｺ", u"ｽｽﾞｷ ｲﾁﾛｳ",
+                                              u"ﾀｶﾊｼ ｶｽﾞｺ", u"ﾀﾅｶ ﾐﾉﾙ", u"ｲﾄｳ ｻﾁｺ"};
             const size_t k = static_cast<size_t>(i - 1) % 6;
             addPatient(i, QString::fromUtf16(names[k]) + QString::number(i), QString::fromUtf16(kanas[k]),
                        QStringLiteral("'19%1/0%2/15'").arg(40 + i % 50).arg(1 + i % 9));
@@ -173,9 +175,11 @@ public:
 
 private:
     static QString flag(bool b) { return b ? QStringLiteral("1") : QStringLiteral("0"); }
-    static void differ(QStringList& faults, const controls::Control& c, const char* what, const QString& shown, const QString& held)
+    static void differ(QStringList& faults, const controls::Control& c, const char* what, const QString& shown,
+                       const QString& held)
     {
-        if (shown != held) faults << QStringLiteral("%1: %2 \"%3\", model \"%4\"").arg(c.name(), QString::fromUtf8(what), shown, held);
+        if (shown != held)
+            faults << QStringLiteral("%1: %2 \"%3\", model \"%4\"").arg(c.name(), QString::fromUtf8(what), shown, held);
     }
 
     static void menuFaults(QStringList& faults, const controls::MenuItem& m, QAction* a)
@@ -189,7 +193,9 @@ private:
 
     static void widgetFaults(QStringList& faults, controls::Control& control, QWidget* w)
     {
-        auto differs = [&](const char* what, const QString& shown, const QString& held) { differ(faults, control, what, shown, held); };
+        auto differs = [&](const char* what, const QString& shown, const QString& held) {
+            differ(faults, control, what, shown, held);
+        };
         controls::Control* c = &control;
         differs("enabled", flag(!w->testAttribute(Qt::WA_ForceDisabled)), flag(c->enabled()));
         differs("visible", flag(!w->isHidden()), flag(c->visible()));
@@ -205,7 +211,8 @@ private:
             if (auto* ab = qobject_cast<QAbstractButton*>(w)) differs("caption", ab->text(), b->caption());
         } else if (auto* t = dynamic_cast<controls::TextInput*>(c)) {
             auto* e = qobject_cast<QLineEdit*>(w);
-            const bool typing = e->window()->focusWidget() == e && (dynamic_cast<controls::NumberInput*>(c) || dynamic_cast<controls::DateInput*>(c));
+            const bool typing = e->window()->focusWidget() == e &&
+                                (dynamic_cast<controls::NumberInput*>(c) || dynamic_cast<controls::DateInput*>(c));
             if (!typing) differs("text", e->text(), t->text());
         } else if (auto* tc = dynamic_cast<seal::TextComboBox*>(c)) {
             differs("text", qobject_cast<QComboBox*>(w)->currentText(), tc->text());
@@ -230,8 +237,8 @@ private:
             QStringList shown, held;
             for (int r = 0; r < model->rowCount(); ++r) {
                 const QVariant tick = model->data(model->index(r, 0), Qt::CheckStateRole);
-                shown << QString::number(model->cellAt(model->index(r, 0))->row)
-                             + (ticks ? (tick.toInt() == Qt::Checked ? u'+' : u'-') : u' ');
+                shown << QString::number(model->cellAt(model->index(r, 0))->row) +
+                             (ticks ? (tick.toInt() == Qt::Checked ? u'+' : u'-') : u' ');
             }
             for (int r = 1; r <= g->MaxRows(); ++r)
                 if (!g->rowHidden(r)) held << QString::number(r) + (ticks ? (g->value(col, r) ? u'+' : u'-') : u' ');
@@ -249,7 +256,10 @@ private:
     std::vector<std::pair<controls::Control*, QAction*>> actions_;
 };
 
-inline QStringList mirrorFaults(QWidget& window, const controls::Screen& screen) { return Mirror(window, screen).faults(); }
+inline QStringList mirrorFaults(QWidget& window, const controls::Screen& screen)
+{
+    return Mirror(window, screen).faults();
+}
 
 // A double click as the mouse gives it: a click, then the second press.
 inline void doubleClick(QWidget* viewport, QPoint at)

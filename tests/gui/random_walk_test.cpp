@@ -53,7 +53,11 @@ public:
     int events() const { return events_; }
     const QString& failure() const { return failure_; }
     const std::set<QString>& reached() const { return reached_; }
-    QString trail() const { return QStringLiteral("seed %1, event %2; last events:\n  ").arg(seed_).arg(events_) + trail_.join(QStringLiteral("\n  ")); }
+    QString trail() const
+    {
+        return QStringLiteral("seed %1, event %2; last events:\n  ").arg(seed_).arg(events_) +
+               trail_.join(QStringLiteral("\n  "));
+    }
 
 private:
     struct Open {
@@ -125,8 +129,8 @@ private:
         QList<QWidget*> targets;
         for (QWidget* w : window->findChildren<QWidget*>()) {
             if (w->objectName().isEmpty() || !w->isVisible() || !w->isEnabled() || leaves(w, onSeal)) continue;
-            if (qobject_cast<QAbstractButton*>(w) || qobject_cast<QLineEdit*>(w) || qobject_cast<QComboBox*>(w)
-                || qobject_cast<QAbstractItemView*>(w) || qobject_cast<gui::ClickableLabel*>(w))
+            if (qobject_cast<QAbstractButton*>(w) || qobject_cast<QLineEdit*>(w) || qobject_cast<QComboBox*>(w) ||
+                qobject_cast<QAbstractItemView*>(w) || qobject_cast<gui::ClickableLabel*>(w))
                 targets << w;
         }
         ++events_;
@@ -139,9 +143,12 @@ private:
 
     void keyOnWindow(QWidget* window, bool onSeal)
     {
-        static const Qt::Key keys[] = {Qt::Key_F3, Qt::Key_F4, Qt::Key_F5, Qt::Key_F9, Qt::Key_Escape, Qt::Key_Tab, Qt::Key_F12};
+        static const Qt::Key keys[] = {Qt::Key_F3,     Qt::Key_F4,  Qt::Key_F5, Qt::Key_F9,
+                                       Qt::Key_Escape, Qt::Key_Tab, Qt::Key_F12};
         Qt::Key key = keys[pick(onSeal ? 6 : 7)];
-        QWidget* to = QApplication::focusWidget() && QApplication::focusWidget()->window() == window ? QApplication::focusWidget() : window;
+        QWidget* to = QApplication::focusWidget() && QApplication::focusWidget()->window() == window
+                          ? QApplication::focusWidget()
+                          : window;
         note(QStringLiteral("key %1 on %2").arg(QKeySequence(key).toString(), to->objectName()));
         QTest::keyClick(to, key);
     }
@@ -179,8 +186,9 @@ private:
             }
         }
         if (auto* edit = qobject_cast<QLineEdit*>(w)) {
-            static const QStringList bits{QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("0"), QStringLiteral("山"),
-                                          QStringLiteral("ｻ"), QStringLiteral("/"), QStringLiteral("2026/10"), QStringLiteral("x")};
+            static const QStringList bits{QStringLiteral("1"),       QStringLiteral("2"), QStringLiteral("0"),
+                                          QStringLiteral("山"),      QStringLiteral("ｻ"), QStringLiteral("/"),
+                                          QStringLiteral("2026/10"), QStringLiteral("x")};
             QTest::mouseClick(edit, Qt::LeftButton);
             if (chance(30)) {
                 note(QStringLiteral("Enter in %1").arg(name));
@@ -191,7 +199,8 @@ private:
             } else {
                 const QString typed = bits.at(pick(static_cast<int>(bits.size())));
                 note(QStringLiteral("type %1 in %2").arg(typed, name));
-                for (QChar ch : typed) QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, QString(ch), Qt::NoModifier);
+                for (QChar ch : typed)
+                    QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, QString(ch), Qt::NoModifier);
             }
             return;
         }
@@ -230,7 +239,8 @@ private:
             if (!o.window || o.screen->isUnloaded() || !o.window->isVisible()) continue;
             const QStringList faults = o.mirror->faults();
             if (!faults.isEmpty()) {
-                failure_ = o.screen->name() + QStringLiteral(" disagrees with its model:\n  ") + faults.join(QStringLiteral("\n  "));
+                failure_ = o.screen->name() + QStringLiteral(" disagrees with its model:\n  ") +
+                           faults.join(QStringLiteral("\n  "));
                 return;
             }
         }
@@ -270,12 +280,14 @@ TEST(RandomWalk, FiveThousandEventsOverTheSealWindowAndItsSideScreensLeaveEveryW
 {
     desk::application();
     desk::Office office(30);
-    for (int i = 1; i <= 30; i += 3) office.addConsent(i, QStringLiteral("2026/06/%1").arg(1 + i % 27, 2, 10, QChar(u'0')), QStringLiteral("501"));
+    for (int i = 1; i <= 30; i += 3)
+        office.addConsent(i, QStringLiteral("2026/06/%1").arg(1 + i % 27, 2, 10, QChar(u'0')), QStringLiteral("501"));
     DeskPlatform desk;
     desk.answer = [](const QString&, int style) {
         // Questions are answered either way; a clerk cancels as often as not.
         static std::mt19937 answers(7);
-        return (style & 7) == controls::BoxStyle::OkCancel && answers() % 2 ? controls::BoxAnswer::Cancel : controls::BoxAnswer::Ok;
+        return (style & 7) == controls::BoxStyle::OkCancel && answers() % 2 ? controls::BoxAnswer::Cancel
+                                                                            : controls::BoxAnswer::Ok;
     };
     Walk walk(desk, walkSeed(), walkEvents());
     std::set_terminate([] {
@@ -294,12 +306,13 @@ TEST(RandomWalk, FiveThousandEventsOverTheSealWindowAndItsSideScreensLeaveEveryW
     // The walk went through every kind, both print methods, both settings of the two
     // tick boxes, an empty and a full list, and the side screens.
     QStringList missed;
-    for (const char* mode : {"kind 0", "kind 1", "kind 2", "kind 3", "kind 5", "kind 6", "kind 7", "kind 8", "method 0", "method 1",
-                             "enter add 0", "enter add 1", "check order 0", "check order 1", "list empty", "list full",
-                             "window frmDoui", "window frmSeal_SejutsuKeika"})
+    for (const char* mode : {"kind 0", "kind 1", "kind 2", "kind 3", "kind 5", "kind 6", "kind 7", "kind 8", "method 0",
+                             "method 1", "enter add 0", "enter add 1", "check order 0", "check order 1", "list empty",
+                             "list full", "window frmDoui", "window frmSeal_SejutsuKeika"})
         if (!walk.reached().count(QString::fromUtf8(mode))) missed << QString::fromUtf8(mode);
     QStringList reached(walk.reached().begin(), walk.reached().end());
-    EXPECT_EQ(missed, QStringList()) << "seed " << walkSeed() << "; reached " << reached.join(u',').toStdString() << "\n"
+    EXPECT_EQ(missed, QStringList()) << "seed " << walkSeed() << "; reached " << reached.join(u',').toStdString()
+                                     << "\n"
                                      << walk.trail().toStdString();
     EXPECT_LT(clock.elapsed(), 60000) << "seed " << walkSeed();
 }

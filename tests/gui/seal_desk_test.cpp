@@ -69,7 +69,8 @@ TEST_P(MouseTicks, AClickOnATickBoxTicksTheRowAndTheWindowFollows)
         auto* order = child<QCheckBox>(w, QStringLiteral("chkCheck"));
         ASSERT_TRUE(view && order);
         ASSERT_GE(view->model()->rowCount(), 3);
-        if (GetParam().checkOrder != order->isChecked()) QTest::mouseClick(order, Qt::LeftButton, {}, QPoint(8, order->height() / 2));
+        if (GetParam().checkOrder != order->isChecked())
+            QTest::mouseClick(order, Qt::LeftButton, {}, QPoint(8, order->height() / 2));
         ASSERT_EQ(f.chkCheck.value() != 0, GetParam().checkOrder);
 
         for (int row : {2, 0, 2}) {
@@ -233,9 +234,9 @@ TEST_F(SealDesk, TheMenusStandAsTheScreenNamesThem)
         QStringList keys;
         for (QAction* a : func->actions())
             if (!a->isSeparator()) keys << a->text() + u' ' + a->shortcut().toString();
-        EXPECT_EQ(keys, (QStringList{QStringLiteral("同意更新設定 F3"), QStringLiteral("抽出 F4"), QStringLiteral("印刷 F5"),
-                                     QStringLiteral("プレビュー F9"), QStringLiteral("メインメニュー Shift+F12"),
-                                     QStringLiteral("戻る F12")}));
+        EXPECT_EQ(keys, (QStringList{QStringLiteral("同意更新設定 F3"), QStringLiteral("抽出 F4"),
+                                     QStringLiteral("印刷 F5"), QStringLiteral("プレビュー F9"),
+                                     QStringLiteral("メインメニュー Shift+F12"), QStringLiteral("戻る F12")}));
         // A setting chosen from its submenu marks it and the model follows.
         settings->actions().at(0)->menu()->actions().at(1)->trigger();
         EXPECT_TRUE(f.mnCKOnOff[1].checked());
@@ -292,8 +293,10 @@ TEST_P(Layout, AtOfficeScreenSizesTheCommandRowIsInSightAndAt1280x800EverythingI
             if (size.width() != 1280) continue;
             auto* scroll = w.findChild<QScrollArea*>();
             ASSERT_NE(scroll, nullptr);
-            EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0) << "needs " << scroll->widget()->minimumSizeHint().height();
-            EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0) << "needs " << scroll->widget()->minimumSizeHint().width();
+            EXPECT_EQ(scroll->verticalScrollBar()->maximum(), 0)
+                << "needs " << scroll->widget()->minimumSizeHint().height();
+            EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0)
+                << "needs " << scroll->widget()->minimumSizeHint().width();
             for (controls::Control* c : f.all()) {
                 QWidget* bound = w.findChild<QWidget*>(c->name());
                 if (bound && bound->isVisible()) {

@@ -1,9 +1,9 @@
 // The seal screen's window and the wait notices on the offscreen platform: the menu
 // keys reach their commands, and the notices follow their models.
 
-#include "desk.h"
 #include "app/globals.h"
 #include "app/wait_notices.h"
+#include "desk.h"
 #include "gui/qt_platform.h"
 #include "gui/seal_window.h"
 #include "gui/wait_windows.h"
@@ -35,10 +35,10 @@ TEST(SealWindowKeys, EachMenuKeyReachesItsCommand)
     seal::frmPrintシール screen(platform);
     gui::SealWindow window(platform, screen);
     QStringList reached;
-    const KeyCase cases[] = {{QKeySequence(Qt::Key_F3), "mnDouiSet"},   {QKeySequence(Qt::Key_F4), "mnF04"},
-                             {QKeySequence(Qt::Key_F5), "mnMenuPrint"}, {QKeySequence(Qt::Key_F9), "mnMenuPreview"},
-                             {QKeySequence(Qt::Key_F12), "mnMenuExit"},
-                             {QKeySequence(Qt::SHIFT | Qt::Key_F12), "mnMenuReturn"}};
+    const KeyCase cases[] = {
+        {QKeySequence(Qt::Key_F3), "mnDouiSet"},   {QKeySequence(Qt::Key_F4), "mnF04"},
+        {QKeySequence(Qt::Key_F5), "mnMenuPrint"}, {QKeySequence(Qt::Key_F9), "mnMenuPreview"},
+        {QKeySequence(Qt::Key_F12), "mnMenuExit"}, {QKeySequence(Qt::SHIFT | Qt::Key_F12), "mnMenuReturn"}};
     for (const KeyCase& c : cases) {
         auto* item = dynamic_cast<controls::MenuItem*>(screen.find(QString::fromUtf8(c.menu)));
         ASSERT_NE(item, nullptr) << c.menu;
@@ -50,7 +50,8 @@ TEST(SealWindowKeys, EachMenuKeyReachesItsCommand)
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     for (const KeyCase& c : cases) QTest::keySequence(&window, c.keys);
     EXPECT_EQ(reached, (QStringList{QStringLiteral("mnDouiSet"), QStringLiteral("mnF04"), QStringLiteral("mnMenuPrint"),
-                                    QStringLiteral("mnMenuPreview"), QStringLiteral("mnMenuExit"), QStringLiteral("mnMenuReturn")}));
+                                    QStringLiteral("mnMenuPreview"), QStringLiteral("mnMenuExit"),
+                                    QStringLiteral("mnMenuReturn")}));
 }
 
 TEST(WaitNoticeWindow, ShowsTheChosenIconAndLaysTheTextOutFromTheModel)

@@ -11,9 +11,9 @@
 #include "gui/views.h"
 
 #include "dialogs/staff_search.h"
-#include "support/consent_db.h"
 #include "selection/frm_doui.h"
 #include "selection/frm_seal_sejutsu_keika.h"
+#include "support/consent_db.h"
 
 #include <QAbstractItemModel>
 #include <QApplication>
@@ -278,8 +278,8 @@ TEST_F(SideWindows, KeikaShowsItsMonthsStaffAndHandOverOnly)
         EXPECT_FALSE(window.findChild<QWidget*>(QString::fromUtf8(hidden))->isVisible()) << hidden;
     int on = 0;
     for (QAction* a : window.findChildren<QAction*>())
-        if (a->text() == QStringLiteral("印刷") || a->text() == QStringLiteral("ﾌﾟﾚﾋﾞｭｰ")
-            || a->text() == QStringLiteral("タックシール抽出"))
+        if (a->text() == QStringLiteral("印刷") || a->text() == QStringLiteral("ﾌﾟﾚﾋﾞｭｰ") ||
+            a->text() == QStringLiteral("タックシール抽出"))
             on += a->isEnabled() ? 1 : 0;
     EXPECT_EQ(on, 0);
 }
@@ -354,7 +354,8 @@ protected:
 
     void clickRow(int row)
     {
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(row, 1)).center());
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualRect(list->model()->index(row, 1)).center());
     }
 
     dialogs::frm施術者検索 screen{values.platform};
@@ -519,7 +520,8 @@ TEST_F(SideWindows, EachSideWindowFitsA1024x768ScreenAndShowsItsModel)
     gui::KeikaWindow keikaWindow(qt, keika);
     gui::StaffSearchWindow staffWindow(qt, staff);
     staff.load();
-    const std::pair<QWidget*, controls::Screen*> windows[] = {{&douiWindow, &doui}, {&keikaWindow, &keika}, {&staffWindow, &staff}};
+    const std::pair<QWidget*, controls::Screen*> windows[] = {
+        {&douiWindow, &doui}, {&keikaWindow, &keika}, {&staffWindow, &staff}};
     for (auto [window, screen] : windows) {
         window->show();
         QApplication::processEvents();

@@ -4,9 +4,9 @@
 
 #include "seal/seal_screen.h"
 
+#include "base/text_codec.h"
 #include "support/consent_db.h"
 #include "support/scenario.h"
-#include "base/text_codec.h"
 
 #include <QDir>
 #include <QFile>
@@ -75,14 +75,15 @@ TEST_F(SideScreenScenario, ConsentDoctorsPerPatientArePrintedOncePerPatient)
     const QStringList t = run({QStringLiteral("click optMst(1)"), QStringLiteral("click btnDouishoList"),
                                QStringLiteral("check chkIsiMatome off"), QStringLiteral("click btnPrint(2)"),
                                QStringLiteral("show lstCheck"), QStringLiteral("click mnMenuPrint")});
-    EXPECT_EQ(from(t, QStringLiteral("screen open frmDoui")),
-              (QStringList{QStringLiteral("screen open frmDoui"), QStringLiteral("screen close frmDoui"),
-                           QStringLiteral("state lstCheck index=-1 count=3 items=[501     山田 太郎 |501     山田 太郎 |"
-                                          "502     田中 次郎 ] enabled=1 visible=1"),
-                           QStringLiteral("box 33 シール印刷|印刷してもよろしいですか？"),
-                           QStringLiteral("run 2 wfrfv10.exe /c APP\\TMP\\WfdCom.dat"),
-                           QStringLiteral("screen close frmPrintシール"), QStringLiteral("run 1 APP\\Main.exe 2"),
-                           QStringLiteral("end 0")}));
+    EXPECT_EQ(
+        from(t, QStringLiteral("screen open frmDoui")),
+        (QStringList{QStringLiteral("screen open frmDoui"), QStringLiteral("screen close frmDoui"),
+                     QStringLiteral("state lstCheck index=-1 count=3 items=[501     山田 太郎 |501     山田 太郎 |"
+                                    "502     田中 次郎 ] enabled=1 visible=1"),
+                     QStringLiteral("box 33 シール印刷|印刷してもよろしいですか？"),
+                     QStringLiteral("run 2 wfrfv10.exe /c APP\\TMP\\WfdCom.dat"),
+                     QStringLiteral("screen close frmPrintシール"), QStringLiteral("run 1 APP\\Main.exe 2"),
+                     QStringLiteral("end 0")}));
     EXPECT_EQ(fileBytes(tmpFile(QStringLiteral("シール.csv"))),
               crlf({kCsvTitle, doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "0"),
                     doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "0"),
@@ -93,8 +94,9 @@ TEST_F(SideScreenScenario, OneLabelPerDoctorAndStaffMemberCarriesTheStaffNumber)
 {
     install.addConsentPatient(104, QStringLiteral("遠藤 四"), 12);
     install.addConsent(104, QStringLiteral("2026/09/12"), QStringLiteral("501"));
-    run({QStringLiteral("click optMst(1)"), QStringLiteral("click mnDouiSet"), QStringLiteral("check chkEachSejyutusya on"),
-         QStringLiteral("click mnF03"), QStringLiteral("click mnMenuPrint")});
+    run({QStringLiteral("click optMst(1)"), QStringLiteral("click mnDouiSet"),
+         QStringLiteral("check chkEachSejyutusya on"), QStringLiteral("click mnF03"),
+         QStringLiteral("click mnMenuPrint")});
     // Staff 11: 501; staff 12: 502 and 501 again.
     EXPECT_EQ(fileBytes(tmpFile(QStringLiteral("シール.csv"))),
               crlf({kCsvTitle, doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "11"),
@@ -114,10 +116,10 @@ TEST_F(SideScreenScenario, AHandOverWithRowsReplacesEarlierTicks)
 
 TEST_F(SideScreenScenario, ClosingTheSideScreenWithoutAHandOverKeepsTheTicks)
 {
-    const QStringList t = run({QStringLiteral("click optMst(1)"), QStringLiteral("check chkEnter off"),
-                               QStringLiteral("tick fpSpread02 3 on"), QStringLiteral("click btnDouishoList"),
-                               QStringLiteral("click btnPrint(6)"), QStringLiteral("show chkEnter"),
-                               QStringLiteral("show fpSpread02")});
+    const QStringList t =
+        run({QStringLiteral("click optMst(1)"), QStringLiteral("check chkEnter off"),
+             QStringLiteral("tick fpSpread02 3 on"), QStringLiteral("click btnDouishoList"),
+             QStringLiteral("click btnPrint(6)"), QStringLiteral("show chkEnter"), QStringLiteral("show fpSpread02")});
     const QStringList after = from(t, QStringLiteral("screen close frmDoui"));
     ASSERT_GE(after.size(), 6) << after.join(u'\n').toStdString();
     // The enter-add mode is switched on all the same.

@@ -6,22 +6,22 @@
 #include "support/globals_scope.h"
 
 #include "app/globals.h"
-#include "support/printers.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
 #include "data/ado/ado_constants.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 
 #include <QDate>
 #include <QDateTime>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
+#include "support/files.h"
 #include <sqlite3.h>
 #include <functional>
-#include "support/files.h"
 
 using report::cls_JetDB2CSV;
 using namespace Qt::StringLiterals;
@@ -47,27 +47,26 @@ TEST_P(CsvColumnTest, WrittenByItsType)
 
 INSTANTIATE_TEST_SUITE_P(
     Types, CsvColumnTest,
-    ::testing::Values(
-        ColumnCase{"SmallInt", ado::adSmallInt, QVariant(-7), u"-7"_s},
-        ColumnCase{"Currency", ado::adCurrency, QVariant(1200.25), u"1200.25"_s},
-        ColumnCase{"Decimal", ado::adDecimal, QVariant(1e20), u"1E+20"_s},
-        ColumnCase{"BooleanFromBool", ado::adBoolean, QVariant(true), u"True"_s},
-        ColumnCase{"BooleanFromMinusOne", ado::adBoolean, QVariant(-1), u"True"_s},
-        ColumnCase{"Date", ado::adDate, QVariant(QDate(2026, 2, 3)), u"2026/02/03"_s},
-        ColumnCase{"TimeStamp", ado::adDBTimeStamp, QVariant(QDateTime(QDate(2026, 11, 21), QTime(8, 5, 9))),
-                   u"2026/11/21 8:05:09"_s},
-        ColumnCase{"TimeStampMidnight", ado::adDBTimeStamp, QVariant(QDateTime(QDate(2026, 11, 21), QTime(0, 0))),
-                   u"2026/11/21"_s},
-        ColumnCase{"VarChar", ado::adVarChar, QVariant(u"a\"b,c"_s), u"\"a\"b,c\""_s},
-        ColumnCase{"LongVarWChar", ado::adLongVarWChar, QVariant(u"一\r\n二"_s), u"\"一\r\n二\""_s},
-        // Types outside the table are quoted, numbers among them.
-        ColumnCase{"TinyInt", ado::adTinyInt, QVariant(5), u"\"5\""_s},
-        ColumnCase{"BigInt", ado::adBigInt, QVariant(qlonglong(9000000000)), u"\"9000000000\""_s},
-        ColumnCase{"Guid", ado::adGUID, QVariant(u"{0F2A8C3E-1B7D-4E55-9A21-5C6D7E8F9A0B}"_s),
-                   u"\"{0F2A8C3E-1B7D-4E55-9A21-5C6D7E8F9A0B}\""_s},
-        ColumnCase{"NullNumber", ado::adInteger, QVariant(), QString()},
-        ColumnCase{"NullText", ado::adVarWChar, QVariant(), QString()},
-        ColumnCase{"NullOther", ado::adBinary, QVariant(), QString()}),
+    ::testing::Values(ColumnCase{"SmallInt", ado::adSmallInt, QVariant(-7), u"-7"_s},
+                      ColumnCase{"Currency", ado::adCurrency, QVariant(1200.25), u"1200.25"_s},
+                      ColumnCase{"Decimal", ado::adDecimal, QVariant(1e20), u"1E+20"_s},
+                      ColumnCase{"BooleanFromBool", ado::adBoolean, QVariant(true), u"True"_s},
+                      ColumnCase{"BooleanFromMinusOne", ado::adBoolean, QVariant(-1), u"True"_s},
+                      ColumnCase{"Date", ado::adDate, QVariant(QDate(2026, 2, 3)), u"2026/02/03"_s},
+                      ColumnCase{"TimeStamp", ado::adDBTimeStamp,
+                                 QVariant(QDateTime(QDate(2026, 11, 21), QTime(8, 5, 9))), u"2026/11/21 8:05:09"_s},
+                      ColumnCase{"TimeStampMidnight", ado::adDBTimeStamp,
+                                 QVariant(QDateTime(QDate(2026, 11, 21), QTime(0, 0))), u"2026/11/21"_s},
+                      ColumnCase{"VarChar", ado::adVarChar, QVariant(u"a\"b,c"_s), u"\"a\"b,c\""_s},
+                      ColumnCase{"LongVarWChar", ado::adLongVarWChar, QVariant(u"一\r\n二"_s), u"\"一\r\n二\""_s},
+                      // Types outside the table are quoted, numbers among them.
+                      ColumnCase{"TinyInt", ado::adTinyInt, QVariant(5), u"\"5\""_s},
+                      ColumnCase{"BigInt", ado::adBigInt, QVariant(qlonglong(9000000000)), u"\"9000000000\""_s},
+                      ColumnCase{"Guid", ado::adGUID, QVariant(u"{0F2A8C3E-1B7D-4E55-9A21-5C6D7E8F9A0B}"_s),
+                                 u"\"{0F2A8C3E-1B7D-4E55-9A21-5C6D7E8F9A0B}\""_s},
+                      ColumnCase{"NullNumber", ado::adInteger, QVariant(), QString()},
+                      ColumnCase{"NullText", ado::adVarWChar, QVariant(), QString()},
+                      ColumnCase{"NullOther", ado::adBinary, QVariant(), QString()}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // --- the export on a real database ----------------------------------------------
@@ -143,8 +142,10 @@ INSERT INTO SITE VALUES (4, '余り');
     QString dbPath;
     QString csvPath;
     const QString kAll = u"SELECT * FROM EXPORT ORDER BY nID"_s;
-    const QString kHeader = u"\"nID\",\"cName\",\"nRate\",\"tDay\",\"tStamp\",\"bFlag\",\"nAmount\",\"nBig\",\"bData\",\"iSmall\""_s;
-    const QString kRow1 = u"1,\"山田 \"太郎\"\",1.5,2026/11/21,2026/11/20 9:15:30,True,1234.5,\"9000000000\",\"AB\",3"_s;
+    const QString kHeader =
+        u"\"nID\",\"cName\",\"nRate\",\"tDay\",\"tStamp\",\"bFlag\",\"nAmount\",\"nBig\",\"bData\",\"iSmall\""_s;
+    const QString kRow1 =
+        u"1,\"山田 \"太郎\"\",1.5,2026/11/21,2026/11/20 9:15:30,True,1234.5,\"9000000000\",\"AB\",3"_s;
     const QString kRow2 = u"2,,,,,False,,,,"_s;
     const QString kRow3 = u"3,\"a,b\",-0.25,2026/01/05,2026/01/05,,0,\"1\",,-2"_s;
 };
@@ -306,11 +307,9 @@ TEST_F(JetDb2CsvTest, InitShowsWhyItFailed)
          u"box 16 シール印刷|iInitJ2C() でエラー\\r\\n指定されたIni（"_s},
         {"empty connection text", [this] { writeAdodbIni(QString()); }, kAll,
          u"box 16 シール印刷|iInitJ2C() でエラー\\r\\n接続文字列取得できません。"_s},
-        {"database that is not there",
-         [this] { writeAdodbIni(u"Provider=SQLite;Data Source=missing.db"_s); }, kAll,
+        {"database that is not there", [this] { writeAdodbIni(u"Provider=SQLite;Data Source=missing.db"_s); }, kAll,
          u"box 16 シール印刷|iInitJ2C() でエラー\\r\\n("_s},
-        {"bad query", [] {}, u"SELECT nope FROM EXPORT"_s,
-         u"box 16 シール印刷|iInitJ2C() でエラー\\r\\n("_s},
+        {"bad query", [] {}, u"SELECT nope FROM EXPORT"_s, u"box 16 シール印刷|iInitJ2C() でエラー\\r\\n("_s},
     };
     for (const Case& c : cases) {
         writeAdodbIni(u"Provider=SQLite;Data Source="_s + dbPath);

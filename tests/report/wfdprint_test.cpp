@@ -119,18 +119,30 @@ const QString kDataNoTitle = QStringLiteral("SetDataText(シール,C:\\Velmio\\T
 const QString kOpen = QStringLiteral("Open(C:\\Velmio\\Form\\シール.wfd)");
 const QString kStyle = QStringLiteral("WindowStyle=4");
 
-INSTANTIATE_TEST_SUITE_P(
-    Operations, WfdPrintJobTest,
-    ::testing::Values(
-        Job{"PreviewWithTitle", "タックシール", false, &cls_WfdPrint::iPreview,
-            {QStringLiteral("Title=タックシール"), kData, kStyle, kOpen, QStringLiteral("ShowWindow=2")}},
-        Job{"EmptyTitleSetsNoTitle", "", false, &cls_WfdPrint::iPreview,
-            {kData, kStyle, kOpen, QStringLiteral("ShowWindow=2")}},
-        Job{"DirectPrintNoTitleData", "", true, &cls_WfdPrint::iPrintBk,
-            {kDataNoTitle, kStyle, kOpen, QStringLiteral("PrintOutBk(,0,0)")}},
-        Job{"DialogPrint", "同意台帳", false, &cls_WfdPrint::iPrintDialog,
-            {QStringLiteral("Title=同意台帳"), kData, kStyle, kOpen, QStringLiteral("PrintOutFromDialog()")}}),
-    [](const ::testing::TestParamInfo<Job>& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Operations, WfdPrintJobTest,
+                         ::testing::Values(Job{"PreviewWithTitle",
+                                               "タックシール",
+                                               false,
+                                               &cls_WfdPrint::iPreview,
+                                               {QStringLiteral("Title=タックシール"), kData, kStyle, kOpen,
+                                                QStringLiteral("ShowWindow=2")}},
+                                           Job{"EmptyTitleSetsNoTitle",
+                                               "",
+                                               false,
+                                               &cls_WfdPrint::iPreview,
+                                               {kData, kStyle, kOpen, QStringLiteral("ShowWindow=2")}},
+                                           Job{"DirectPrintNoTitleData",
+                                               "",
+                                               true,
+                                               &cls_WfdPrint::iPrintBk,
+                                               {kDataNoTitle, kStyle, kOpen, QStringLiteral("PrintOutBk(,0,0)")}},
+                                           Job{"DialogPrint",
+                                               "同意台帳",
+                                               false,
+                                               &cls_WfdPrint::iPrintDialog,
+                                               {QStringLiteral("Title=同意台帳"), kData, kStyle, kOpen,
+                                                QStringLiteral("PrintOutFromDialog()")}}),
+                         [](const ::testing::TestParamInfo<Job>& info) { return std::string(info.param.name); });
 
 TEST_F(WfdPrintTest, FaultOfTheObjectIsKeptWithItsNumberAndTheCallerGoesOn)
 {

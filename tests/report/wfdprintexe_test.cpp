@@ -6,10 +6,10 @@
 #include "support/globals_scope.h"
 
 #include "app/globals.h"
-#include "support/files.h"
-#include "support/printers.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
+#include "support/files.h"
+#include "support/printers.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,6 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-
 
 #include <optional>
 
@@ -93,9 +92,9 @@ TEST_F(WfdPrintExeTest, PreviewWritesTheSealScriptAndStartsTheViewerMinimised)
     cls_WfdPrintExe d = sealDriver();
     d.iPreview(0);
 
-    EXPECT_EQ(script(), crlf({u"FileName,\""_s + form + u"\""_s, u"Title,\"シール\""_s,
-                              u"SetDataText,\"シール\",\""_s + tmp + u"シール.csv\""_s,
-                              u"PrintPaper, A4"_s, u"ShowWindow,2"_s}));
+    EXPECT_EQ(script(),
+              crlf({u"FileName,\""_s + form + u"\""_s, u"Title,\"シール\""_s,
+                    u"SetDataText,\"シール\",\""_s + tmp + u"シール.csv\""_s, u"PrintPaper, A4"_s, u"ShowWindow,2"_s}));
     EXPECT_EQ(recorder.runs(), QStringList{u"run 2 wfrfv10.exe /c "_s + tmp + u"WfdCom.dat"_s});
     EXPECT_TRUE(d.sErrMsg.isEmpty());
 }
@@ -127,8 +126,7 @@ TEST_P(WfdModeTest, WritesPaperAndModeLineAndStartsTheRightProgram)
     cls_WfdPrintExe d;
     d.iInit(QStringLiteral("f.wfd"), QString());
     c.run(d);
-    EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, QString::fromUtf8(c.paperLine),
-                              QString::fromUtf8(c.modeLine)}));
+    EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, QString::fromUtf8(c.paperLine), QString::fromUtf8(c.modeLine)}));
     const QString expected = c.expectedRun(tmp);
     EXPECT_EQ(recorder.runs(), expected.isEmpty() ? QStringList{} : QStringList{expected});
     EXPECT_TRUE(d.sErrMsg.isEmpty()) << d.sErrMsg.toStdString();
@@ -136,18 +134,18 @@ TEST_P(WfdModeTest, WritesPaperAndModeLineAndStartsTheRightProgram)
 
 INSTANTIATE_TEST_SUITE_P(
     Operations, WfdModeTest,
-    ::testing::Values(
-        ModeCase{"Preview", [](cls_WfdPrintExe& d) { d.iPreview(1); }, "PrintPaper, A5", "ShowWindow,2",
-                 [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }},
-        ModeCase{"PreviewData", [](cls_WfdPrintExe& d) { d.iPreviewData(); }, "PrintPaper, A4",
-                 "ShowWindow,2", [](const QString&) { return QString(); }},
-        ModeCase{"PreviewActX", [](cls_WfdPrintExe& d) { d.iPreviewActX(); }, "PrintPaper, A4",
-                 "ShowWindow,2", [](const QString&) { return u"run 3 WrVb6Viewer.exe /c ./TMP\\WfdCom.dat"_s; }},
-        ModeCase{"PrintBk", [](cls_WfdPrintExe& d) { d.iPrintBk(); }, "PrintPaper, A4", "PrintOut",
-                 [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }},
-        ModeCase{"PrintDialog", [](cls_WfdPrintExe& d) { d.iPrintDialog(2); }, "PrintPaper, B5",
-                 "PrintOutFromDialog",
-                 [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }}),
+    ::testing::Values(ModeCase{"Preview", [](cls_WfdPrintExe& d) { d.iPreview(1); }, "PrintPaper, A5", "ShowWindow,2",
+                               [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }},
+                      ModeCase{"PreviewData", [](cls_WfdPrintExe& d) { d.iPreviewData(); }, "PrintPaper, A4",
+                               "ShowWindow,2", [](const QString&) { return QString(); }},
+                      ModeCase{"PreviewActX", [](cls_WfdPrintExe& d) { d.iPreviewActX(); }, "PrintPaper, A4",
+                               "ShowWindow,2",
+                               [](const QString&) { return u"run 3 WrVb6Viewer.exe /c ./TMP\\WfdCom.dat"_s; }},
+                      ModeCase{"PrintBk", [](cls_WfdPrintExe& d) { d.iPrintBk(); }, "PrintPaper, A4", "PrintOut",
+                               [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }},
+                      ModeCase{"PrintDialog", [](cls_WfdPrintExe& d) { d.iPrintDialog(2); }, "PrintPaper, B5",
+                               "PrintOutFromDialog",
+                               [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // --- the paper line -------------------------------------------------------------
@@ -177,26 +175,28 @@ void noSetup(cls_WfdPrintExe&) {}
 
 INSTANTIATE_TEST_SUITE_P(
     Papers, WfdPaperTest,
-    ::testing::Values(
-        PaperCase{"A5", 1, noSetup, {u"PrintPaper, A5"_s}},
-        PaperCase{"B5", 2, noSetup, {u"PrintPaper, B5"_s}},
-        PaperCase{"ZeroIsA4", 0, noSetup, {u"PrintPaper, A4"_s}},
-        PaperCase{"ThreeIsA4", 3, noSetup, {u"PrintPaper, A4"_s}},
-        PaperCase{"MinusOneRepeatsFileName", -1, noSetup, {u"FileName,\"f.wfd\""_s}},
-        PaperCase{"MinusOneRepeatsDataLine", -1,
-                  [](cls_WfdPrintExe& d) { d.iSetDataTextNoTitle(2, u"d"_s, u"/x/d.csv"_s); },
-                  {u"SetDataText,\"d\",\"/x/d.csv\",,,1"_s, u"SetDataText,\"d\",\"/x/d.csv\",,,1"_s}},
-        PaperCase{"MinusOneRepeatsRepeatStart", -1,
-                  [](cls_WfdPrintExe& d) {
-                      d.iSetOffset(5, -7);
-                      d.iSetRepeatStart(3);
-                  },
-                  {u"PrintOffsetX, 5"_s, u"PrintOffsetY, -7"_s, u"SectionRepeatStart, 3"_s,
-                   u"SectionRepeatStart, 3"_s}},
-        // Items come after the paper line, so they are never the line repeated.
-        PaperCase{"MinusOneIgnoresItems", -1,
-                  [](cls_WfdPrintExe& d) { d.iSetItemValue(u"a"_s, u"b"_s, u"c"_s, u"v"_s); },
-                  {u"FileName,\"f.wfd\""_s, u"SetItemValue,\"a.b.c\",\"v\""_s}}),
+    ::testing::Values(PaperCase{"A5", 1, noSetup, {u"PrintPaper, A5"_s}},
+                      PaperCase{"B5", 2, noSetup, {u"PrintPaper, B5"_s}},
+                      PaperCase{"ZeroIsA4", 0, noSetup, {u"PrintPaper, A4"_s}},
+                      PaperCase{"ThreeIsA4", 3, noSetup, {u"PrintPaper, A4"_s}},
+                      PaperCase{"MinusOneRepeatsFileName", -1, noSetup, {u"FileName,\"f.wfd\""_s}},
+                      PaperCase{"MinusOneRepeatsDataLine",
+                                -1,
+                                [](cls_WfdPrintExe& d) { d.iSetDataTextNoTitle(2, u"d"_s, u"/x/d.csv"_s); },
+                                {u"SetDataText,\"d\",\"/x/d.csv\",,,1"_s, u"SetDataText,\"d\",\"/x/d.csv\",,,1"_s}},
+                      PaperCase{"MinusOneRepeatsRepeatStart",
+                                -1,
+                                [](cls_WfdPrintExe& d) {
+                                    d.iSetOffset(5, -7);
+                                    d.iSetRepeatStart(3);
+                                },
+                                {u"PrintOffsetX, 5"_s, u"PrintOffsetY, -7"_s, u"SectionRepeatStart, 3"_s,
+                                 u"SectionRepeatStart, 3"_s}},
+                      // Items come after the paper line, so they are never the line repeated.
+                      PaperCase{"MinusOneIgnoresItems",
+                                -1,
+                                [](cls_WfdPrintExe& d) { d.iSetItemValue(u"a"_s, u"b"_s, u"c"_s, u"v"_s); },
+                                {u"FileName,\"f.wfd\""_s, u"SetItemValue,\"a.b.c\",\"v\""_s}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(WfdPrintExeTest, MinusOneWithOnlyATitleRepeatsTheTitle)
@@ -204,8 +204,7 @@ TEST_F(WfdPrintExeTest, MinusOneWithOnlyATitleRepeatsTheTitle)
     cls_WfdPrintExe d;
     d.iInit(QStringLiteral("f.wfd"), QStringLiteral("封筒"));
     d.iPreview(-1);
-    EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, u"Title,\"封筒\""_s, u"Title,\"封筒\""_s,
-                              u"ShowWindow,2"_s}));
+    EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, u"Title,\"封筒\""_s, u"Title,\"封筒\""_s, u"ShowWindow,2"_s}));
 }
 
 // --- optional lines -------------------------------------------------------------
@@ -224,9 +223,11 @@ TEST_F(WfdPrintExeTest, OptionalLinesOnlyWhenTheyDifferFromTheEngineDefaults)
         {0, 0, 2, 1, {u"SectionRepeatStart, 1"_s}},
         {12, 0, 2, 0, {u"PrintOffsetX, 12"_s}},
         {0, -40, 2, 0, {u"PrintOffsetY, -40"_s}},
-        {100000, 7, 150, 2,
-         {u"PrintOffsetX, 100000"_s, u"PrintOffsetY, 7"_s, u"PrintZoom, 150"_s,
-          u"SectionRepeatStart, 2"_s}},
+        {100000,
+         7,
+         150,
+         2,
+         {u"PrintOffsetX, 100000"_s, u"PrintOffsetY, 7"_s, u"PrintZoom, 150"_s, u"SectionRepeatStart, 2"_s}},
     };
     for (const Case& c : cases) {
         cls_WfdPrintExe d;
@@ -251,10 +252,10 @@ TEST_F(WfdPrintExeTest, DataSlotsAreWrittenInSlotOrderAndOnlyWithAName)
     EXPECT_EQ(d.iSetDataTextNoTitle(1, u"一"_s, u"x.csv"_s), 0);
     EXPECT_EQ(d.iSetDataText(1, u"一"_s, u"a.csv"_s), 0);  // clears the no-title flag again
     d.iPreviewData();
-    EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, u"SetDataText,\"一\",\""_s + tmp + u"a.csv\""_s,
-                              u"SetDataText,\"二\",\"D:\\data\\b.csv\",,,1"_s,
-                              u"SetDataText,\"五\",\""_s + tmp + u"e.csv\""_s, u"PrintPaper, A4"_s,
-                              u"ShowWindow,2"_s}));
+    EXPECT_EQ(script(),
+              crlf({u"FileName,\"f.wfd\""_s, u"SetDataText,\"一\",\""_s + tmp + u"a.csv\""_s,
+                    u"SetDataText,\"二\",\"D:\\data\\b.csv\",,,1"_s, u"SetDataText,\"五\",\""_s + tmp + u"e.csv\""_s,
+                    u"PrintPaper, A4"_s, u"ShowWindow,2"_s}));
 }
 
 TEST_F(WfdPrintExeTest, SlotOutsideOneToFiveIsAFaultOfTheSetter)
@@ -281,11 +282,11 @@ TEST_F(WfdPrintExeTest, ItemPathsAndValuesInTheOrderOfAdding)
     d.iSetItemValue(u"Page"_s, QString(), u"lblEmpty"_s, QString());
     d.iSetItemValue(u"Page"_s, u" S "_s, u"x"_s, u"v"_s);
     d.iPreview(0);
-    EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, u"PrintPaper, A4"_s,
-                              u"SetItemValue,\"Page.Header.lblDate\",\"2026/11/21\""_s,
-                              u"SetItemValue,\"Page.lblName\",\"山田 \"太郎\"\""_s,
-                              u"SetItemValue,\"Page.lblEmpty\",\"\""_s,
-                              u"SetItemValue,\"Page. S .x\",\"v\""_s, u"ShowWindow,2"_s}));
+    EXPECT_EQ(
+        script(),
+        crlf({u"FileName,\"f.wfd\""_s, u"PrintPaper, A4"_s, u"SetItemValue,\"Page.Header.lblDate\",\"2026/11/21\""_s,
+              u"SetItemValue,\"Page.lblName\",\"山田 \"太郎\"\""_s, u"SetItemValue,\"Page.lblEmpty\",\"\""_s,
+              u"SetItemValue,\"Page. S .x\",\"v\""_s, u"ShowWindow,2"_s}));
 }
 
 TEST_F(WfdPrintExeTest, InitResetsEverythingButAGivenTitle)
@@ -303,8 +304,7 @@ TEST_F(WfdPrintExeTest, InitResetsEverythingButAGivenTitle)
     d.iSetRepeatStart(4);
     d.iInit(QStringLiteral("c.wfd"), QString());
     d.iPreviewData();
-    EXPECT_EQ(script(), crlf({u"FileName,\"c.wfd\""_s, u"Title,\"同意書\""_s, u"PrintPaper, A4"_s,
-                              u"ShowWindow,2"_s}));
+    EXPECT_EQ(script(), crlf({u"FileName,\"c.wfd\""_s, u"Title,\"同意書\""_s, u"PrintPaper, A4"_s, u"ShowWindow,2"_s}));
     EXPECT_EQ(d.fields().sExeName, u"wfrfv10.exe"_s);
     EXPECT_EQ(d.fields().sTmpPath, tmp);
 }
@@ -315,8 +315,8 @@ TEST_F(WfdPrintExeTest, ASecondOutputRewritesTheScriptFromTheSameState)
     d.iPreview(-1);
     d.iPrintDialog(0);
     EXPECT_EQ(script(), crlf({u"FileName,\""_s + form + u"\""_s, u"Title,\"シール\""_s,
-                              u"SetDataText,\"シール\",\""_s + tmp + u"シール.csv\""_s,
-                              u"PrintPaper, A4"_s, u"PrintOutFromDialog"_s}));
+                              u"SetDataText,\"シール\",\""_s + tmp + u"シール.csv\""_s, u"PrintPaper, A4"_s,
+                              u"PrintOutFromDialog"_s}));
     EXPECT_EQ(recorder.runs().size(), 2);
 }
 
@@ -393,8 +393,8 @@ protected:
     }
     QByteArray viewerScript(const QString& title) const
     {
-        return crlf({u"Title,\""_s + title + u"\""_s, u"FileName,\""_s + tmp + u"tmp.wfd\""_s,
-                     u"PrintOutFromDialog"_s});
+        return crlf(
+            {u"Title,\""_s + title + u"\""_s, u"FileName,\""_s + tmp + u"tmp.wfd\""_s, u"PrintOutFromDialog"_s});
     }
     static QString dataLine(const QString& name, const QString& file)
     {
@@ -412,9 +412,8 @@ TEST_F(WfdJoinedTest, TwoReportsAreJoinedThenShownInThePrintDialog)
     EXPECT_EQ(recorder.runs(), joinRuns());
     ASSERT_EQ(recorder.scriptAtStart.size(), 2);
     EXPECT_EQ(recorder.scriptAtStart[0],
-              crlf({u"setTitle,\"同意書\""_s, dataLine(u"同意"_s, u"C:\\T\\1.csv"_s),
-                    u"setreport,\"C:\\S\\A.wfd\""_s, u"AddReport"_s,
-                    dataLine(u"同意"_s, u"C:\\T\\2.csv"_s), u"setreport,\"C:\\S\\B.wfd\""_s}));
+              crlf({u"setTitle,\"同意書\""_s, dataLine(u"同意"_s, u"C:\\T\\1.csv"_s), u"setreport,\"C:\\S\\A.wfd\""_s,
+                    u"AddReport"_s, dataLine(u"同意"_s, u"C:\\T\\2.csv"_s), u"setreport,\"C:\\S\\B.wfd\""_s}));
     EXPECT_EQ(recorder.scriptAtStart[1], viewerScript(u"同意書"_s));
     EXPECT_EQ(script(), viewerScript(u"同意書"_s));
     EXPECT_TRUE(d.sErrMsg.isEmpty());
@@ -452,23 +451,21 @@ TEST_F(WfdJoinedTest, AddedCsvOnlyForReportsFlaggedOne)
     ASSERT_EQ(recorder.scriptAtStart.size(), 2);
     EXPECT_EQ(recorder.scriptAtStart[0],
               crlf({u"setTitle,\"t\""_s, dataLine(u"主"_s, u"m1.csv"_s), dataLine(u"副"_s, u"s1.csv"_s),
-                    u"setreport,\"A.wfd\""_s, u"AddReport"_s, dataLine(u"主"_s, u"m2.csv"_s),
-                    u"setreport,\"B.wfd\""_s, u"AddReport"_s, dataLine(u"主"_s, u"m3.csv"_s),
-                    u"setreport,\"C.wfd\""_s}));
+                    u"setreport,\"A.wfd\""_s, u"AddReport"_s, dataLine(u"主"_s, u"m2.csv"_s), u"setreport,\"B.wfd\""_s,
+                    u"AddReport"_s, dataLine(u"主"_s, u"m3.csv"_s), u"setreport,\"C.wfd\""_s}));
 }
 
 TEST_F(WfdJoinedTest, ArraysShorterThanTheCountAreAFaultAndNothingStarts)
 {
     cls_WfdPrintExe d;
     d.iInit(u"unused.wfd"_s, QString());
-    d.addPrint(3, u"d"_s, {QString(), u"1.csv"_s, u"2.csv"_s}, {QString(), u"A"_s, u"B"_s, u"C"_s},
-               u"t"_s);
+    d.addPrint(3, u"d"_s, {QString(), u"1.csv"_s, u"2.csv"_s}, {QString(), u"A"_s, u"B"_s, u"C"_s}, u"t"_s);
     EXPECT_EQ(d.sErrMsg, u"(9)インデックスが有効範囲にありません。"_s);
     EXPECT_TRUE(recorder.runs().isEmpty());
 
     d.sErrMsg.clear();
-    d.addPrint_addCSV(1, u"d"_s, {QString(), u"1.csv"_s}, u"e"_s, {QString(), u"x.csv"_s},
-                      {QString(), u"A"_s}, {0}, u"t"_s);
+    d.addPrint_addCSV(1, u"d"_s, {QString(), u"1.csv"_s}, u"e"_s, {QString(), u"x.csv"_s}, {QString(), u"A"_s}, {0},
+                      u"t"_s);
     EXPECT_EQ(d.sErrMsg, u"(9)インデックスが有効範囲にありません。"_s);
     EXPECT_TRUE(recorder.runs().isEmpty());
 }

@@ -84,8 +84,7 @@ UPDATE DOCTOR SET cName = '﨑山　"医師"' WHERE rowid = (SELECT min(rowid) F
             adotest::expectSameRows(adotest::readAll(tds, sql), want, adotest::FreeTdsRoad::kVarCharType);
             ++roads;
         }
-        if (roads == 0)
-            GTEST_SKIP() << "no ODBC driver is installed";
+        if (roads == 0) GTEST_SKIP() << "no ODBC driver is installed";
     }
 
     static QTemporaryDir* dir_;

@@ -75,7 +75,8 @@ TEST_F(Settings, MissingFileLeavesTheBuiltInStateAndIsNotCreated)
 TEST_F(Settings, ReadsEveryKeyAndAlwaysEndsInTheEnterMode)
 {
     writeFile({QStringLiteral("[タックシール]"), QStringLiteral("印刷対象CK=1"), QStringLiteral("チェック順=1"),
-               QStringLiteral("Enter=0"), QStringLiteral("種類：保険者データ=1"), QStringLiteral("タックシール宛先=総務課御中")});
+               QStringLiteral("Enter=0"), QStringLiteral("種類：保険者データ=1"),
+               QStringLiteral("タックシール宛先=総務課御中")});
     loadPrintSettings(ini(), controls());
     EXPECT_TRUE(ck1.checked());
     EXPECT_FALSE(ck0.checked());
@@ -109,8 +110,9 @@ TEST_F(Settings, WritesTheKeysInOrderAndLeavesOtherSectionsAlone)
     hk0.setChecked(true);
     txtEtc.setText(QStringLiteral("  経理課御中 "));
     savePrintSettings(ini(), controls());
-    EXPECT_EQ(fileBytes(ini()), cp932("[同意台帳]\r\n開始=2026/04\r\n[タックシール]\r\n印刷対象CK=1\r\nチェック順=0\r\nEnter=1\r\n"
-                                    "種類：保険者データ=0\r\nタックシール宛先=経理課御中\r\n"));
+    EXPECT_EQ(fileBytes(ini()),
+              cp932("[同意台帳]\r\n開始=2026/04\r\n[タックシール]\r\n印刷対象CK=1\r\nチェック順=0\r\nEnter=1\r\n"
+                    "種類：保険者データ=0\r\nタックシール宛先=経理課御中\r\n"));
     EXPECT_TRUE(values.platform.transcript().isEmpty());
 }
 
@@ -137,8 +139,9 @@ TEST_F(Settings, ACountOfZeroOrNoneWritesTheFiveDefaults)
     }
     writeFile({QStringLiteral("[タックシール脚注]"), QStringLiteral("脚注数=0")});
     loadFootnotes(ini(), cbo);
-    EXPECT_EQ(fileBytes(ini()), cp932("[タックシール脚注]\r\n脚注数=5\r\n脚注1=療養費支給申請書在中\r\n脚注2=同意書在中\r\n"
-                                    "脚注3=領収書在中\r\n脚注4=請求書在中\r\n脚注5=経過報告書在中\r\n"));
+    EXPECT_EQ(fileBytes(ini()),
+              cp932("[タックシール脚注]\r\n脚注数=5\r\n脚注1=療養費支給申請書在中\r\n脚注2=同意書在中\r\n"
+                    "脚注3=領収書在中\r\n脚注4=請求書在中\r\n脚注5=経過報告書在中\r\n"));
 }
 
 TEST_F(Settings, StoredFootnotesAreListedAsTheyStandEmptyOnesToo)
@@ -170,8 +173,10 @@ TEST_F(Settings, AddingAppendsANewFootnoteAndReloadsTheList)
     // A leading blank does, although the profile read trims it away again.
     cbo.setText(QStringLiteral(" 同意書在中"));
     addFootnote(ini(), cbo);
-    EXPECT_EQ(footnotes(), (QStringList{QStringLiteral("同意書在中"), QStringLiteral("請求書在中"), QStringLiteral("同意書在中")}));
-    EXPECT_TRUE(fileBytes(ini()).endsWith(cp932("脚注数=3\r\n脚注1=同意書在中  \r\n脚注2=請求書在中\r\n脚注3= 同意書在中\r\n")));
+    EXPECT_EQ(footnotes(),
+              (QStringList{QStringLiteral("同意書在中"), QStringLiteral("請求書在中"), QStringLiteral("同意書在中")}));
+    EXPECT_TRUE(fileBytes(ini()).endsWith(
+        cp932("脚注数=3\r\n脚注1=同意書在中  \r\n脚注2=請求書在中\r\n脚注3= 同意書在中\r\n")));
     // The reload empties the box: the new footnote has to be chosen again.
     EXPECT_TRUE(cbo.text().isEmpty());
 }

@@ -1,8 +1,8 @@
 // The help menu of the seal screen: the version screen over it, and the online help.
 
-#include "support/scenario.h"
 #include "base/text_codec.h"
 #include "seal/seal_screen.h"
+#include "support/scenario.h"
 
 #include <QDir>
 #include <QFile>
@@ -31,7 +31,8 @@ TEST(SealHelpMenu, TheVersionScreenOpensOverTheSealScreenWithItsLinesAndClosesBy
 {
     SealInstall install;
     writeFile(install, QStringLiteral("Velmio.Ver"), QStringLiteral("VERSION=5.3.0\r\nUUPDATE=2026.11\r\n"));
-    const QStringList t = run(install, QStringLiteral("click mnVer\nshow laVer\nshow lstVer\nkey lstVer F12\nclick btnExit"));
+    const QStringList t =
+        run(install, QStringLiteral("click mnVer\nshow laVer\nshow lstVer\nkey lstVer F12\nclick btnExit"));
     const qsizetype open = t.indexOf(QStringLiteral("screen open frmVer"));
     ASSERT_GE(open, 0) << t.join(u'\n').toStdString();
     EXPECT_TRUE(t.at(open + 1).startsWith(QStringLiteral("state laVer caption=シール印刷 ")));
@@ -46,7 +47,8 @@ TEST(SealHelpMenu, OnlineHelpOpensTheAddressOrSaysWhyNot)
     QStringList t = run(install, QStringLiteral("click mnDispHelp\nclick btnExit"));
     EXPECT_TRUE(t.contains(QStringLiteral("box 16 データ参照エラー|環境ファイルの取得に失敗しました。")));
 
-    writeFile(install, QStringLiteral("Velmio.Ver"), QStringLiteral("[OnlineHelp]\r\nADDRESS=https://help.example.jp/seal\r\n"));
+    writeFile(install, QStringLiteral("Velmio.Ver"),
+              QStringLiteral("[OnlineHelp]\r\nADDRESS=https://help.example.jp/seal\r\n"));
     t = run(install, QStringLiteral("click mnDispHelp\nclick btnExit"));
     EXPECT_TRUE(t.contains(QStringLiteral("open https://help.example.jp/seal"))) << t.join(u'\n').toStdString();
 }

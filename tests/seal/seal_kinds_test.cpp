@@ -122,13 +122,36 @@ TEST_P(Kinds, EnableTheirControlsAndFillTheirColumns)
 INSTANTIATE_TEST_SUITE_P(
     EveryKind, Kinds,
     testing::Values(
-        KindCase{0, {{2, "2"}, {3, "2"}, {4, "佐藤 花子 様"}, {5, "サトウ ハナコ"}, {14, "0"}, {15, "様"}, {16, "0"},
-                     {32, " 様"}, {33, " 様"}}},
+        KindCase{0,
+                 {{2, "2"},
+                  {3, "2"},
+                  {4, "佐藤 花子 様"},
+                  {5, "サトウ ハナコ"},
+                  {14, "0"},
+                  {15, "様"},
+                  {16, "0"},
+                  {32, " 様"},
+                  {33, " 様"}}},
         KindCase{1, {{2, "001"}, {3, "001"}, {4, "医師 一 様"}, {5, "ｲｼ ｲﾁ"}, {6, "中央病院"}, {14, "1"}, {15, "様"}}},
-        KindCase{2, {{2, "06130012"}, {3, "06130012"}, {4, "協会けんぽ 支部長 様"}, {5, "ｷｮｳｶｲ"}, {7, "支部長"},
-                     {14, "2"}, {15, "様"}, {20, " 様"}}},
-        KindCase{3, {{2, "5"}, {3, "5"}, {4, "紹介 太郎 様"}, {5, "ｼｮｳｶｲ"}, {6, "紹介所"}, {9, "住所一"},
-                     {10, "住所一"}, {14, "3"}, {15, "様"}}},
+        KindCase{2,
+                 {{2, "06130012"},
+                  {3, "06130012"},
+                  {4, "協会けんぽ 支部長 様"},
+                  {5, "ｷｮｳｶｲ"},
+                  {7, "支部長"},
+                  {14, "2"},
+                  {15, "様"},
+                  {20, " 様"}}},
+        KindCase{3,
+                 {{2, "5"},
+                  {3, "5"},
+                  {4, "紹介 太郎 様"},
+                  {5, "ｼｮｳｶｲ"},
+                  {6, "紹介所"},
+                  {9, "住所一"},
+                  {10, "住所一"},
+                  {14, "3"},
+                  {15, "様"}}},
         KindCase{4, {{2, "3"}, {3, "3"}, {4, "介護 花子 様"}, {5, "ｶｲｺﾞ"}, {14, "4"}, {15, "様"}}},
         KindCase{5, {{2, "4"}, {3, "4"}, {4, "施術 次郎 様"}, {5, "ｾｼﾞｭﾂ"}, {14, "5"}, {15, "様"}}},
         KindCase{6, {{2, "6"}, {3, "6"}, {4, "ひまわり荘 様"}, {5, "ﾋﾏﾜﾘ"}, {14, "6"}, {15, "様"}}},
@@ -348,8 +371,9 @@ TEST_F(Screen, SettingMenusMarkThenSave)
     QFile file(install.settingsIni());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QString text = base::fromCp932(file.readAll());
-    EXPECT_TRUE(text.contains(QStringLiteral("[タックシール]\r\n印刷対象CK=1\r\nチェック順=1\r\nEnter=1\r\n種類：保険者データ=0\r\n"
-                                             "タックシール宛先=医事課御中\r\n")))
+    EXPECT_TRUE(text.contains(
+        QStringLiteral("[タックシール]\r\n印刷対象CK=1\r\nチェック順=1\r\nEnter=1\r\n種類：保険者データ=0\r\n"
+                       "タックシール宛先=医事課御中\r\n")))
         << text.toStdString();
     // The defaults of the footnote list were written at the start.
     EXPECT_TRUE(text.contains(QStringLiteral("[タックシール脚注]\r\n脚注数=5\r\n")));

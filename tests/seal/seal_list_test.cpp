@@ -139,7 +139,8 @@ TEST_F(Lists, EnterInTheGridTicksAndMovesToTheNextVisibleRow)
 
 TEST_F(Lists, AChangeOfKindClearsEveryTickAndTheList)
 {
-    install.exec(QStringLiteral("INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, iChusiFlg) VALUES (1, 2, 1, '施術', 0);"));
+    install.exec(QStringLiteral(
+        "INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, iChusiFlg) VALUES (1, 2, 1, '施術', 0);"));
     drive(install, [](frmPrintシール& f, controls::RecordingPlatform&) {
         f.fpSpread02.pressButton(1, 1, true);
         f.fpSpread02.pressButton(1, 4, true);
@@ -154,19 +155,22 @@ TEST_F(Lists, AChangeOfKindClearsEveryTickAndTheList)
 
 TEST_F(Lists, ATableKindThatCannotBeReadWarnsAndIsTriedAgainLater)
 {
-    install.exec(QStringLiteral("INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, iChusiFlg) VALUES (1, 2, 1, '施術', 0);"));
+    install.exec(QStringLiteral(
+        "INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName, iChusiFlg) VALUES (1, 2, 1, '施術', 0);"));
     drive(install, [&](frmPrintシール& f, controls::RecordingPlatform& p) {
         install.writeLines(QStringLiteral("adodb.ini"), {QStringLiteral("[接続情報]"), QStringLiteral("接続情報=")});
         f.optMst[5].setValue(true);
         // The kind's read, then the search: the patients fail, and the kind is tried
         // again; the last failure leaves -1, which keeps the screen open.
-        EXPECT_EQ(p.transcript(), (QStringList{QStringLiteral("box 16 シール印刷|データベースの抽出に失敗しました。"),
-                                               QStringLiteral("box 16 シール印刷|患者データの抽出に失敗しました。"),
-                                               QStringLiteral("box 16 シール印刷|データベースの抽出に失敗しました。")}));
+        EXPECT_EQ(p.transcript(),
+                  (QStringList{QStringLiteral("box 16 シール印刷|データベースの抽出に失敗しました。"),
+                               QStringLiteral("box 16 シール印刷|患者データの抽出に失敗しました。"),
+                               QStringLiteral("box 16 シール印刷|データベースの抽出に失敗しました。")}));
         EXPECT_EQ(f.job.nCloseState, -1);
         EXPECT_FALSE(f.rows.bKindRead[5]);
-        install.writeLines(QStringLiteral("adodb.ini"),
-                           {QStringLiteral("[接続情報]"), QStringLiteral("接続情報=Provider=SQLite;Data Source=seal.db")});
+        install.writeLines(
+            QStringLiteral("adodb.ini"),
+            {QStringLiteral("[接続情報]"), QStringLiteral("接続情報=Provider=SQLite;Data Source=seal.db")});
         f.optMst[0].setValue(true);
         f.optMst[5].setValue(true);
         EXPECT_TRUE(f.rows.bKindRead[5]);

@@ -33,9 +33,9 @@ void addPatientsAndOffice(const SealInstall& install)
     install.touch(u"DATA/印刷設定.ini"_s);
 }
 
-using sealtest::fileBytes;
 using sealtest::crlf;
 using sealtest::drive;
+using sealtest::fileBytes;
 
 // Runs a script after the start; the transcript while the seal screen is open, with the
 // program's folder as APP.
@@ -44,9 +44,8 @@ QStringList run(const SealInstall& install, const QStringList& body)
     return sealtest::whileOpen(sealtest::runAfterStart(install, body), u"frmPrintシール"_s);
 }
 
-const QString kTitle =
-    u"cIDno,cName,cNameKana,cKikan,cDaihyo,cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,"
-    u"nRoomNo,nTantouID,拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号,脚注"_s;
+const QString kTitle = u"cIDno,cName,cNameKana,cKikan,cDaihyo,cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,"
+                       u"nRoomNo,nTantouID,拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号,脚注"_s;
 
 const QString kQuestion = u"box 33 シール印刷|印刷してもよろしいですか？"_s;
 const QString kPrintRun = u"run 2 wfrfv10.exe /c APP\\TMP\\WfdCom.dat"_s;
@@ -67,23 +66,26 @@ TEST_F(Printing, FromTickingToTheEngineInTheOrderOfTicking)
     EXPECT_EQ(t, QStringList({kQuestion, kPrintRun}));
 
     const QString office = u"\"ひかり鍼灸院\",\"105-0014\",\"港区芝1-1\",\"03-0000-1111\",\"03-0000-2222\",\"\""_s;
-    EXPECT_EQ(fileBytes(tmpFile(u"シール.csv"_s)),
-              crlf({kTitle,
-                    u"1,\"山田 太郎 様\",\"ﾔﾏﾀﾞ ﾀﾛｳ\",\"\",\"\",\"〒 100-0001\",\"千代田区1-2-3\",\"03-1234-5678\",\"\",\"\","
-                    u"\"0\",\"様\",\"\",\"\","_s + office,
-                    u"2,\"佐藤 花子 様\",\"ｻﾄｳ ﾊﾅｺ\",\"\",\"\",\"〒 150-0002\",\"渋谷区4-5\",\"\",\"\",\"\","
-                    u"\"0\",\"様\",\"\",\"\","_s + office}));
+    EXPECT_EQ(
+        fileBytes(tmpFile(u"シール.csv"_s)),
+        crlf({kTitle,
+              u"1,\"山田 太郎 様\",\"ﾔﾏﾀﾞ ﾀﾛｳ\",\"\",\"\",\"〒 100-0001\",\"千代田区1-2-3\",\"03-1234-5678\",\"\",\"\","
+              u"\"0\",\"様\",\"\",\"\","_s +
+                  office,
+              u"2,\"佐藤 花子 様\",\"ｻﾄｳ ﾊﾅｺ\",\"\",\"\",\"〒 150-0002\",\"渋谷区4-5\",\"\",\"\",\"\","
+              u"\"0\",\"様\",\"\",\"\","_s +
+                  office}));
     const QString app = QDir::toNativeSeparators(QDir(install.appDir()).canonicalPath());
-    EXPECT_EQ(base::toCp932(base::fromCp932(fileBytes(tmpFile(u"WfdCom.dat"_s))).replace(app, u"APP"_s)),
-              crlf({u"FileName,\"APP\\SYS\\シール.wfd\""_s, u"Title,\"シール\""_s,
-                    u"SetDataText,\"シール\",\"APP\\TMP\\シール.csv\""_s, u"PrintPaper, A4"_s,
-                    u"PrintOutFromDialog"_s}));
+    EXPECT_EQ(
+        base::toCp932(base::fromCp932(fileBytes(tmpFile(u"WfdCom.dat"_s))).replace(app, u"APP"_s)),
+        crlf({u"FileName,\"APP\\SYS\\シール.wfd\""_s, u"Title,\"シール\""_s,
+              u"SetDataText,\"シール\",\"APP\\TMP\\シール.csv\""_s, u"PrintPaper, A4"_s, u"PrintOutFromDialog"_s}));
 }
 
 TEST_F(Printing, WithoutAnOrderModeTheGridOrderHolds)
 {
-    run(install, {u"check chkEnter off"_s, u"tick fpSpread02 3 on"_s, u"tick fpSpread02 1 on"_s,
-                  u"click mnMenuPreview"_s});
+    run(install,
+        {u"check chkEnter off"_s, u"tick fpSpread02 3 on"_s, u"tick fpSpread02 1 on"_s, u"click mnMenuPreview"_s});
     const QList<QByteArray> lines = fileBytes(tmpFile(u"シール.csv"_s)).split('\n');
     ASSERT_EQ(lines.size(), 4);
     EXPECT_TRUE(lines[1].startsWith("2,"));
@@ -92,12 +94,13 @@ TEST_F(Printing, WithoutAnOrderModeTheGridOrderHolds)
 
 TEST_F(Printing, EnvelopesUseTheirOwnFileFormAndWideAddresses)
 {
-    const QStringList t =
-        run(install, {u"click opPMode(1)"_s, u"choose cmbHutou 2"_s, u"tick fpSpread02 3 on"_s, u"click mnMenuPreview"_s});
+    const QStringList t = run(
+        install, {u"click opPMode(1)"_s, u"choose cmbHutou 2"_s, u"tick fpSpread02 3 on"_s, u"click mnMenuPreview"_s});
     // A preview asks nothing and opens the second viewer.
     EXPECT_EQ(t, QStringList({kPreviewRun}));
     EXPECT_TRUE(fileBytes(tmpFile(u"封筒印刷.csv"_s)).contains(base::toCp932(u"\"千代田区１-２-３\""_s)));
-    EXPECT_TRUE(fileBytes(tmpFile(u"WfdCom.dat"_s)).contains(base::toCp932(u"封筒印刷長3_横.wfd\"\r\nTitle,\"封筒\""_s)));
+    EXPECT_TRUE(
+        fileBytes(tmpFile(u"WfdCom.dat"_s)).contains(base::toCp932(u"封筒印刷長3_横.wfd\"\r\nTitle,\"封筒\""_s)));
 }
 
 TEST_F(Printing, CancelAtTheQuestionMakesNothing)
@@ -119,8 +122,8 @@ TEST_F(Printing, IsRefusedWithoutTicksWithAnEmptyListOrWithoutALineToOrderBy)
 
 TEST_F(Printing, AHiddenTickedRowStillPrints)
 {
-    const QStringList t = run(install, {u"check chkEnter off"_s, u"tick fpSpread02 3 on"_s,
-                                        u"type txtName 佐藤"_s, u"click btnDisp"_s, u"click mnMenuPreview"_s});
+    const QStringList t = run(install, {u"check chkEnter off"_s, u"tick fpSpread02 3 on"_s, u"type txtName 佐藤"_s,
+                                        u"click btnDisp"_s, u"click mnMenuPreview"_s});
     EXPECT_EQ(t, QStringList({kPreviewRun}));
     EXPECT_TRUE(fileBytes(tmpFile(u"シール.csv"_s)).contains(base::toCp932(u"1,\"山田 太郎 様\""_s)));
 }
@@ -129,7 +132,9 @@ TEST_F(Printing, AMissingTemporaryFolderShowsOneBoxAndStartsNothing)
 {
     ASSERT_TRUE(QDir(install.path(u"TMP"_s)).removeRecursively());
     const QStringList t = run(install, {u"tick fpSpread02 1 on"_s, u"click mnMenuPreview"_s});
-    EXPECT_EQ(t, QStringList({u"box 16 シール印刷|CSVタイトル行作成時にエラーが発生しました。\\r(76) パスが見つかりません。"_s}));
+    EXPECT_EQ(t,
+              QStringList(
+                  {u"box 16 シール印刷|CSVタイトル行作成時にエラーが発生しました。\\r(76) パスが見つかりません。"_s}));
 }
 
 TEST_F(Printing, StartCellCopiesAndFootnoteReachTheFile)

@@ -94,7 +94,8 @@ TEST(StartUp, WithoutRunModeTheProcessEndsWithTwoBoxes)
 TEST(StartUp, RunMode1000DisablesBothReturnCommands)
 {
     SealInstall install;
-    const QStringList t = runWith(install, lines({"show cmdMenu", "show mnMenuReturn", "key txtName Shift+F12"}), "start 1000");
+    const QStringList t =
+        runWith(install, lines({"show cmdMenu", "show mnMenuReturn", "key txtName Shift+F12"}), "start 1000");
     ASSERT_GE(t.size(), 4);
     EXPECT_TRUE(t[2].contains(QStringLiteral("enabled=0"))) << t[2].toStdString();
     EXPECT_TRUE(t[3].contains(QStringLiteral("enabled=0"))) << t[3].toStdString();
@@ -105,8 +106,9 @@ TEST(StartUp, RunMode1000DisablesBothReturnCommands)
 TEST(StartUp, UnreachableDatabaseReportsThenClosesOnActivationAndStartsTheMenu)
 {
     SealInstall install;
-    install.writeLines(QStringLiteral("adodb.ini"),
-                       {QStringLiteral("[接続情報]"), QStringLiteral("接続情報=Provider=SQLite;Data Source=missing.db")});
+    install.writeLines(
+        QStringLiteral("adodb.ini"),
+        {QStringLiteral("[接続情報]"), QStringLiteral("接続情報=Provider=SQLite;Data Source=missing.db")});
     // The operator's commands never run: the screen is gone at its activation.
     const QStringList t = runWith(install, {});
     ASSERT_EQ(t.size(), 8) << t.join(u'\n').toStdString();
@@ -122,17 +124,20 @@ TEST(StartUp, FirstSearchFillsTheListWithoutAMessage)
     SealInstall install;
     addThreePatients(install);
     install.touch(QStringLiteral("DATA/印刷設定.ini"));
-    const QStringList t = runWith(install, lines({"show fpSpread02", "show imJissekiYm", "show chkEnter", "show lblEnter"}));
+    const QStringList t =
+        runWith(install, lines({"show fpSpread02", "show imJissekiYm", "show chkEnter", "show lblEnter"}));
     // Sorted by kana; the patient whose service ended yesterday is hidden; the month
     // count stands in column 30; the start is in the add-by-Enter mode.
-    EXPECT_EQ(t, kOpen + lines({"state fpSpread02 rows=3 hidden=1 active=1,1 enabled=1 visible=1",
-                                 "state fpSpread02 row 1 |2|2|佐藤 花子 様|ｻﾄｳ ﾊﾅｺ|||||||||0|様|0|||||||||||||||| 様| 様",
-                                 "state fpSpread02 row 2 hidden |3|3|鈴木 一郎 様|ｽｽﾞｷ ｲﾁﾛｳ|||||||||0|様|0|||||||||||||||| 様| 様",
-                                 "state fpSpread02 row 3 |1|1|山田 太郎 様|ﾔﾏﾀﾞ ﾀﾛｳ|||||||||0|様|0||||||||||||||1|| 様| 様",
-                                 "state imJissekiYm text=2026/11 enabled=0 visible=1",
-                                 "state chkEnter value=1 caption=Enterキー追加モード enabled=1 visible=1",
-                                 "state lblEnter caption=※ID入力後、Enterキーでリスト追加 backcolor=8000000f enabled=1 visible=1",
-                                 "screen close frmPrintシール", "run 1 APP\\Main.exe 2", "end 0"}));
+    EXPECT_EQ(
+        t, kOpen +
+               lines({"state fpSpread02 rows=3 hidden=1 active=1,1 enabled=1 visible=1",
+                      "state fpSpread02 row 1 |2|2|佐藤 花子 様|ｻﾄｳ ﾊﾅｺ|||||||||0|様|0|||||||||||||||| 様| 様",
+                      "state fpSpread02 row 2 hidden |3|3|鈴木 一郎 様|ｽｽﾞｷ ｲﾁﾛｳ|||||||||0|様|0|||||||||||||||| 様| 様",
+                      "state fpSpread02 row 3 |1|1|山田 太郎 様|ﾔﾏﾀﾞ ﾀﾛｳ|||||||||0|様|0||||||||||||||1|| 様| 様",
+                      "state imJissekiYm text=2026/11 enabled=0 visible=1",
+                      "state chkEnter value=1 caption=Enterキー追加モード enabled=1 visible=1",
+                      "state lblEnter caption=※ID入力後、Enterキーでリスト追加 backcolor=8000000f enabled=1 visible=1",
+                      "screen close frmPrintシール", "run 1 APP\\Main.exe 2", "end 0"}));
 }
 
 // --- marker files and settings of the installation -------------------------------

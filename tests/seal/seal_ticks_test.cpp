@@ -65,8 +65,8 @@ INSTANTIATE_TEST_SUITE_P(Sheets, StartCell,
                                          StartCellCase{1, 2, 6, 12}, StartCellCase{2, 3, 10, 30},
                                          StartCellCase{2, 2, 1, 2}, StartCellCase{1, 1, 1, 1}),
                          [](const testing::TestParamInfo<StartCellCase>& info) {
-                             return "Sheet" + std::to_string(info.param.sheet) + "Cell"
-                                    + std::to_string(info.param.nStartPos);
+                             return "Sheet" + std::to_string(info.param.sheet) + "Cell" +
+                                    std::to_string(info.param.nStartPos);
                          });
 
 TEST_F(Ticks, EachPictureKeepsItsCellAcrossSheetChanges)

@@ -49,8 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
                       RangeCase{"deformity 3", 1, 3, QDate(2026, 11, 1), "2026/08/01", "2026/08/31"},
                       // The day the operator typed plays no part.
                       RangeCase{"massage 3, day 31", 0, 3, QDate(2026, 12, 31), "2026/09/16", "2026/10/16"},
-                      RangeCase{"acupuncture 3, over the year", 7, 3, QDate(2027, 1, 15), "2026/10/16",
-                                "2026/11/16"}),
+                      RangeCase{"acupuncture 3, over the year", 7, 3, QDate(2027, 1, 15), "2026/10/16", "2026/11/16"}),
     [](const auto& info) { return caseName(info.param.kind); });
 
 struct DateCase {

@@ -31,12 +31,13 @@ protected:
         install.addConsent(103, QStringLiteral("2026/09/16"), QStringLiteral("D2"));  // the exclusive end
         install.addConsent(103, QStringLiteral("2026/08/20"), QStringLiteral("D1"));
         // Left out: an ended patient, an acupuncture patient, another office's consent.
-        install.exec(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, iSejutsuKubun, tExpireDay) "
-                                    "VALUES (1, 2, 104, '終了 四', 0, '2026/10/01');"
-                                    "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, iSejutsuKubun, nTantou) "
-                                    "VALUES (1, 2, 105, '鍼 五', 1, 12);"
-                                    "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, iSejutsuKubun) "
-                                    "VALUES (9, 2, 101, '他所 一', 0);"));
+        install.exec(
+            QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, iSejutsuKubun, tExpireDay) "
+                           "VALUES (1, 2, 104, '終了 四', 0, '2026/10/01');"
+                           "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, iSejutsuKubun, nTantou) "
+                           "VALUES (1, 2, 105, '鍼 五', 1, 12);"
+                           "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, iSejutsuKubun) "
+                           "VALUES (9, 2, 101, '他所 一', 0);"));
         install.addConsent(104, QStringLiteral("2026/09/01"), QStringLiteral("D1"));
         install.addConsent(105, QStringLiteral("2026/09/01"), QStringLiteral("D1"));
         db = install.connect();
@@ -156,7 +157,7 @@ TEST_F(ConsentExtraction, TelephoneFoundThoughNameDiffersInWidthAndBlanks)
     c.iIsiTel = 1;
     ASSERT_EQ(iGetKanjaData(*db, c, 0, rows, sErrMsg), 0);
     EXPECT_EQ(rows[1].IshiTel, QStringLiteral("03-1111-2222"));  // "山田　太郎 " / "ﾔﾏﾀﾞｸﾘﾆｯｸ"
-    EXPECT_TRUE(rows[2].IshiTel.isEmpty());                        // no such doctor in DOCTOR
+    EXPECT_TRUE(rows[2].IshiTel.isEmpty());                      // no such doctor in DOCTOR
 }
 
 TEST_F(ConsentExtraction, TheFirstSlotSpellingResolvesDespiteItsFullWidthLetter)

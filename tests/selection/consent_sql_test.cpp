@@ -7,8 +7,8 @@
 #include "support/globals_scope.h"
 
 #include "app/globals.h"
-#include "support/installation.h"
 #include "support/golden.h"
+#include "support/installation.h"
 
 #include <gtest/gtest.h>
 
@@ -49,8 +49,8 @@ TEST_F(ConsentStatement, AcupunctureTestsOnlyTheKindAndOtherKindsAddNothing)
 {
     c.iSejutsu = 7;
     const QString acupuncture = sqlKanjaData(c, 0);
-    EXPECT_TRUE(acupuncture.endsWith(QStringLiteral(
-        " AND DOCTOR.cIDNo = RIYOUSHA_DOUI_REC.cIsiCd  AND iSejutsuKubun = 1  ORDER BY nTantou, EmptyFlg, tKijunDay, nIDNo ")));
+    EXPECT_TRUE(acupuncture.endsWith(QStringLiteral(" AND DOCTOR.cIDNo = RIYOUSHA_DOUI_REC.cIsiCd  AND iSejutsuKubun = "
+                                                    "1  ORDER BY nTantou, EmptyFlg, tKijunDay, nIDNo ")));
     EXPECT_FALSE(acupuncture.contains(QStringLiteral("iSejutuBui1 <=")));
     c.iSejutsu = 3;
     EXPECT_TRUE(sqlKanjaData(c, 0).endsWith(
@@ -62,7 +62,8 @@ TEST_F(ConsentStatement, OfficeNumbersAreWrittenAsPlainSignedDecimals)
     app::iKyotenCd = -3;
     app::iKyotenEb = 0;
     const QString s = sqlKanjaData(c, 0);
-    EXPECT_TRUE(s.contains(QStringLiteral(" and RIYOUSHA.iKyotenCd = -3 and RIYOUSHA.iKyotenEb = 0 AND RIYOUSHA.nIDNo")));
+    EXPECT_TRUE(
+        s.contains(QStringLiteral(" and RIYOUSHA.iKyotenCd = -3 and RIYOUSHA.iKyotenEb = 0 AND RIYOUSHA.nIDNo")));
 }
 
 }  // namespace

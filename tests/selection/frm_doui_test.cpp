@@ -3,8 +3,8 @@
 
 #include "selection/frm_doui.h"
 
-#include "dialogs/staff_search.h"
 #include "base/text_codec.h"
+#include "dialogs/staff_search.h"
 #include "support/consent_db.h"
 
 #include <QFile>
@@ -158,8 +158,9 @@ class SavedSortOrder : public ConsentScreen, public ::testing::WithParamInterfac
 
 TEST_P(SavedSortOrder, IsReadIntoTheMenuTicks)
 {
-    install.writeLines(QStringLiteral("DATA/印刷設定.ini"),
-                       {QStringLiteral("[同意台帳]"), QStringLiteral("ソート順=") + QString::fromUtf8(GetParam().fileValue)});
+    install.writeLines(
+        QStringLiteral("DATA/印刷設定.ini"),
+        {QStringLiteral("[同意台帳]"), QStringLiteral("ソート順=") + QString::fromUtf8(GetParam().fileValue)});
     screen.iInit(*db, 1);
     EXPECT_EQ(screen.cond.iSort, GetParam().iSort);
     EXPECT_EQ(screen.mnSort[1].checked(), GetParam().iSort != 0);
@@ -168,7 +169,7 @@ TEST_P(SavedSortOrder, IsReadIntoTheMenuTicks)
 
 INSTANTIATE_TEST_SUITE_P(Values, SavedSortOrder,
                          ::testing::Values(SortCase{"1", 1}, SortCase{"0", 0}, SortCase{"abc", 0}, SortCase{"", 0}),
-    [](const auto& info) { return caseName(info.param.fileValue); });
+                         [](const auto& info) { return caseName(info.param.fileValue); });
 
 TEST_F(ConsentScreen, SortOrderIsWrittenOnlyAfterALedgerRunWithRows)
 {

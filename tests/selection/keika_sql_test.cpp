@@ -50,8 +50,7 @@ TEST_P(KeikaStatement, IsItsGoldenText)
 // used there); the facilities of the care managers.
 INSTANTIATE_TEST_SUITE_P(Modes, KeikaStatement,
                          ::testing::Values(KeikaCase{"keika_doctors", 0, 0}, KeikaCase{"keika_care_managers", 1, 12},
-                                           KeikaCase{"keika_institutions", 2, 12},
-                                           KeikaCase{"keika_facilities", 3, 0}),
+                                           KeikaCase{"keika_institutions", 2, 12}, KeikaCase{"keika_facilities", 3, 0}),
                          sealtest::ByName{});
 
 }  // namespace

@@ -74,10 +74,7 @@ TEST_F(ProgressReports, DoctorsOfTheNewerConsentAndAnEmptyIdForNeither)
     EXPECT_EQ(idsOf(0), (QStringList{QString(), QStringLiteral("501"), QStringLiteral("502")}));
 }
 
-TEST_F(ProgressReports, CareManagersMergePatientsAndNeedOne)
-{
-    EXPECT_EQ(idsOf(1), QStringList{QStringLiteral("61")});
-}
+TEST_F(ProgressReports, CareManagersMergePatientsAndNeedOne) { EXPECT_EQ(idsOf(1), QStringList{QStringLiteral("61")}); }
 
 TEST_F(ProgressReports, FacilitiesOnlyThroughPatientsWithACareManager)
 {

@@ -4,9 +4,9 @@
 #include "selection/handover.h"
 #include "selection/ledger_csv.h"
 
+#include "base/text_codec.h"
 #include "support/files.h"
 #include "support/printers.h"
-#include "base/text_codec.h"
 
 #include <QTemporaryDir>
 
@@ -45,10 +45,10 @@ TEST(LedgerCsv, FileBytesAreCp932WithQuotedTextsAndBareNumbers)
     rows[0].IshiTel = QStringLiteral("03-1111-2222");
     const QString path = dir.path() + QStringLiteral("/同意データ.csv");
     writeLedgerCsv(path, ledgerCsvLines(rows, QDate(2026, 11, 1), 0, true));
-    const QString expected = QString::fromUtf8(kTitleLine) + QStringLiteral("\r\n")
-                             + QStringLiteral("\"1\",\"2026/11/01\",\"マッサージ\",1,101,\"青木 一\",11,\"2026/09/15\","
-                                              "\"2026/11/30\",\"2026/12/01\",8,\"佐藤\",\"\",\"\",\"\",\"\",\"山田太郎\","
-                                              "\"山田医院\",\"03-1111-2222\",\"D1\",1,0,0\r\n");
+    const QString expected = QString::fromUtf8(kTitleLine) + QStringLiteral("\r\n") +
+                             QStringLiteral("\"1\",\"2026/11/01\",\"マッサージ\",1,101,\"青木 一\",11,\"2026/09/15\","
+                                            "\"2026/11/30\",\"2026/12/01\",8,\"佐藤\",\"\",\"\",\"\",\"\",\"山田太郎\","
+                                            "\"山田医院\",\"03-1111-2222\",\"D1\",1,0,0\r\n");
     EXPECT_EQ(sealtest::fileBytes(path), base::toCp932(expected));
 }
 

@@ -49,8 +49,9 @@ struct SqliteOdbcRoad {
     static constexpr bool kKnowsDecimal = false;  // the driver reports DECIMAL as text
     static QString missing()
     {
-        return QFile::exists(QString::fromLatin1(kOdbcSqliteDriver)) ? QString()
-                                                                      : QStringLiteral("the SQLite ODBC driver is not installed");
+        return QFile::exists(QString::fromLatin1(kOdbcSqliteDriver))
+                   ? QString()
+                   : QStringLiteral("the SQLite ODBC driver is not installed");
     }
     QString connect(const TestDb& db) { return sqliteOdbcConnect(db.path()); }
     static QString errorSource() { return QStringLiteral("ODBC"); }
@@ -64,7 +65,7 @@ struct FreeTdsRoad {
     static QString missing()
     {
         return QFile::exists(QString::fromLatin1(tdstest::kFreeTdsDriver)) ? QString()
-                                                                            : QStringLiteral("FreeTDS is not installed");
+                                                                           : QStringLiteral("FreeTDS is not installed");
     }
     QString connect(const TestDb& db)
     {
@@ -97,8 +98,7 @@ inline Table readAll(data::ado::Connection& connection, const QString& sql)
     }
     while (!rs.Eof()) {
         std::vector<QVariant> row;
-        for (int i = 0; i < rs.FieldCount(); ++i)
-            row.push_back(rs.Fields(i).Value());
+        for (int i = 0; i < rs.FieldCount(); ++i) row.push_back(rs.Fields(i).Value());
         table.rows.push_back(std::move(row));
         rs.MoveNext();
     }
@@ -109,13 +109,11 @@ inline Table readAll(data::ado::Connection& connection, const QString& sql)
 // read for a full-width tilde shows.
 inline std::string show(const QVariant& v)
 {
-    if (v.isNull())
-        return "NULL";
+    if (v.isNull()) return "NULL";
     std::string out = (QString::fromLatin1(v.typeName()) + u':' + v.toString()).toStdString();
     if (v.typeId() == QMetaType::QString) {
         out += " [";
-        for (QChar c : v.toString())
-            out += QString::number(c.unicode(), 16).toStdString() + ' ';
+        for (QChar c : v.toString()) out += QString::number(c.unicode(), 16).toStdString() + ' ';
         out += ']';
     }
     return out;
@@ -131,7 +129,8 @@ inline void expectSameRows(Table got, const Table& want, int varCharType)
     ASSERT_EQ(got.rows.size(), want.rows.size());
     for (size_t r = 0; r < want.rows.size(); ++r) {
         for (size_t c = 0; c < want.names.size() && c < got.names.size(); ++c)
-            EXPECT_EQ(show(got.rows[r][c]), show(want.rows[r][c])) << "row " << r << " column " << want.names[c].toStdString();
+            EXPECT_EQ(show(got.rows[r][c]), show(want.rows[r][c]))
+                << "row " << r << " column " << want.names[c].toStdString();
     }
 }
 

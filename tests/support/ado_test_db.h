@@ -145,7 +145,8 @@ public:
     explicit ReadingElsewhere(const QString& path)
     {
         sqlite3_open(path.toUtf8().constData(), &db_);
-        reading_ = sqlite3_exec(db_, "BEGIN; SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr) == SQLITE_OK;
+        reading_ =
+            sqlite3_exec(db_, "BEGIN; SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr) == SQLITE_OK;
     }
     ~ReadingElsewhere()
     {

@@ -142,8 +142,7 @@ template <class Table, class Row>
 std::vector<qint32> ids(Table& table, Row& (Table::*at)(qint32))
 {
     std::vector<qint32> out;
-    for (qint32 i = 0; i < table.nデータ数(); ++i)
-        out.push_back((table.*at)(i).nIDNo);
+    for (qint32 i = 0; i < table.nデータ数(); ++i) out.push_back((table.*at)(i).nIDNo);
     return out;
 }
 

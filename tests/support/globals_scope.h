@@ -12,8 +12,8 @@ namespace sealtest {
 class GlobalsScope {
 public:
     GlobalsScope()
-        : runMode_(app::gnRunMode), appPath_(app::gsAppPath), kyotenCd_(app::iKyotenCd),
-          kyotenEb_(app::iKyotenEb), lastError_(app::gsLastError), platform_(app::setPlatform(nullptr))
+            : runMode_(app::gnRunMode), appPath_(app::gsAppPath), kyotenCd_(app::iKyotenCd), kyotenEb_(app::iKyotenEb),
+              lastError_(app::gsLastError), platform_(app::setPlatform(nullptr))
     {
         app::setPlatform(platform_);
     }

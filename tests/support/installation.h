@@ -48,8 +48,8 @@ public:
     {
         if (!dir_.isValid()) throw std::runtime_error("no temporary folder");
         for (const char* sub : {"DATA", "SYS", "TMP", "ICON"}) QDir(dir_.path()).mkpath(QString::fromLatin1(sub));
-        QStringList settings{QStringLiteral("BASEID=0102"), QStringLiteral("SYSTEM_SYS=\\SYS"),
-                             QStringLiteral("SYSTEM_TMP=\\TMP"), QStringLiteral("SYSTEM_ICON=\\ICON"),
+        QStringList settings{QStringLiteral("BASEID=0102"),        QStringLiteral("SYSTEM_SYS=\\SYS"),
+                             QStringLiteral("SYSTEM_TMP=\\TMP"),   QStringLiteral("SYSTEM_ICON=\\ICON"),
                              QStringLiteral("SYSTEM_DATA=\\DATA"), QStringLiteral("WALLPAPER=wall.bmp")};
         settings += extraSettings;
         writeLines(QStringLiteral("Tavrine.ini"), settings);
@@ -72,8 +72,9 @@ public:
     void addPatient(int id, const QString& name, const QString& kana, const QString& birthday = QStringLiteral("NULL"),
                     const QString& expire = QStringLiteral("NULL"), int office = 1, int branch = 2) const
     {
-        exec(QStringLiteral("INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, tBirthday, tExpireDay) "
-                            "VALUES (%1, %2, %3, '%4', '%5', %6, %7);")
+        exec(QStringLiteral(
+                 "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, tBirthday, tExpireDay) "
+                 "VALUES (%1, %2, %3, '%4', '%5', %6, %7);")
                  .arg(office)
                  .arg(branch)
                  .arg(id)

@@ -35,17 +35,32 @@ inline void setPatient(controls::Grid& g, int row, int id, const QString& name)
 {
     const QString n = QString::number(id);
     setCells(g, row,
-             {{2, n}, {3, n}, {4, name + QStringLiteral(" 様")}, {5, QStringLiteral("ﾔﾏﾀﾞ")},
-              {8, QStringLiteral("100-0001")}, {9, QStringLiteral("東京都千代田区1-1")},
-              {10, QStringLiteral("二番目の住所2-2")}, {11, QStringLiteral("03-1111-2222")},
-              {12, QStringLiteral("03-1111-3333")}, {13, QStringLiteral("090-1234-5678")},
-              {14, QStringLiteral("0")}, {15, QStringLiteral("様")}, {16, QStringLiteral("203")},
-              {17, QStringLiteral("三番目の住所3-3")}, {21, QStringLiteral("200-0001")},
-              {22, QStringLiteral("申請先住所4-4")}, {23, QStringLiteral("300-0001")},
-              {24, QStringLiteral("領収先住所5-5")}, {25, QStringLiteral("400-0001")},
-              {26, QStringLiteral("連絡先住所6-6")}, {27, QStringLiteral("500-0002")},
-              {28, QStringLiteral("600-0003")}, {30, QStringLiteral("2")},
-              {31, QString()}, {32, QStringLiteral("領収 太郎 様")}, {33, QStringLiteral("連絡 花子 様")}});
+             {{2, n},
+              {3, n},
+              {4, name + QStringLiteral(" 様")},
+              {5, QStringLiteral("ﾔﾏﾀﾞ")},
+              {8, QStringLiteral("100-0001")},
+              {9, QStringLiteral("東京都千代田区1-1")},
+              {10, QStringLiteral("二番目の住所2-2")},
+              {11, QStringLiteral("03-1111-2222")},
+              {12, QStringLiteral("03-1111-3333")},
+              {13, QStringLiteral("090-1234-5678")},
+              {14, QStringLiteral("0")},
+              {15, QStringLiteral("様")},
+              {16, QStringLiteral("203")},
+              {17, QStringLiteral("三番目の住所3-3")},
+              {21, QStringLiteral("200-0001")},
+              {22, QStringLiteral("申請先住所4-4")},
+              {23, QStringLiteral("300-0001")},
+              {24, QStringLiteral("領収先住所5-5")},
+              {25, QStringLiteral("400-0001")},
+              {26, QStringLiteral("連絡先住所6-6")},
+              {27, QStringLiteral("500-0002")},
+              {28, QStringLiteral("600-0003")},
+              {30, QStringLiteral("2")},
+              {31, QString()},
+              {32, QStringLiteral("領収 太郎 様")},
+              {33, QStringLiteral("連絡 花子 様")}});
 }
 
 inline void tick(controls::Grid& g, int row) { g.setText(1, row, QStringLiteral("1")); }

@@ -19,7 +19,8 @@ int main(int argc, char** argv)
                                   QStringLiteral("0"));
     const QCommandLineOption user(QStringLiteral("user"), QStringLiteral("login name"), QStringLiteral("name"));
     const QCommandLineOption password(QStringLiteral("password"), QStringLiteral("password"), QStringLiteral("text"));
-    const QCommandLineOption database(QStringLiteral("database"), QStringLiteral("catalog name"), QStringLiteral("name"));
+    const QCommandLineOption database(QStringLiteral("database"), QStringLiteral("catalog name"),
+                                      QStringLiteral("name"));
     parser.addOptions({db, port, user, password, database});
     parser.process(app);
     if (!parser.isSet(db)) {
@@ -28,12 +29,9 @@ int main(int argc, char** argv)
     }
     tdstest::ServerOptions options;
     options.databasePath = parser.value(db);
-    if (parser.isSet(user))
-        options.user = parser.value(user);
-    if (parser.isSet(password))
-        options.password = parser.value(password);
-    if (parser.isSet(database))
-        options.database = parser.value(database);
+    if (parser.isSet(user)) options.user = parser.value(user);
+    if (parser.isSet(password)) options.password = parser.value(password);
+    if (parser.isSet(database)) options.database = parser.value(database);
     // A script may leave a session idle while it looks at the output.
     options.readTimeoutMs = 300000;
     tdstest::TdsTestServer server(options);

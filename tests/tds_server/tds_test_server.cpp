@@ -68,8 +68,7 @@ void put64(QByteArray& b, quint64 v)
 }
 void putUcs2(QByteArray& b, QStringView text)
 {
-    for (QChar c : text)
-        put16(b, c.unicode());
+    for (QChar c : text) put16(b, c.unicode());
 }
 void putBVarchar(QByteArray& b, QStringView text)
 {
@@ -86,11 +85,9 @@ quint32 get32(const QByteArray& b, qsizetype at) { return quint32(get16(b, at)) 
 
 QString ucs2(const QByteArray& b, qsizetype at, qsizetype chars)
 {
-    if (at < 0 || chars < 0 || at + chars * 2 > b.size())
-        return {};
+    if (at < 0 || chars < 0 || at + chars * 2 > b.size()) return {};
     QString text(chars, Qt::Uninitialized);
-    for (qsizetype i = 0; i < chars; ++i)
-        text[i] = QChar(get16(b, at + 2 * i));
+    for (qsizetype i = 0; i < chars; ++i) text[i] = QChar(get16(b, at + 2 * i));
     return text;
 }
 
@@ -140,8 +137,8 @@ enum class Kind { Int, Bit, Decimal, DateTime, Float, VarChar, NVarChar, VarBina
 struct Column {
     QString name;
     Kind kind = Kind::NVarChar;
-    int size = 4;          // Int: bytes
-    int precision = 18;    // Decimal
+    int size = 4;        // Int: bytes
+    int precision = 18;  // Decimal
     int scale = 0;
 };
 
@@ -160,8 +157,12 @@ Column columnFor(sqlite3_stmt* st, int c, bool haveRow)
             col.size = (v >= INT32_MIN && v <= INT32_MAX) ? 4 : 8;
             break;
         }
-        case SQLITE_FLOAT: col.kind = Kind::Float; break;
-        case SQLITE_BLOB: col.kind = Kind::VarBinary; break;
+        case SQLITE_FLOAT:
+            col.kind = Kind::Float;
+            break;
+        case SQLITE_BLOB:
+            col.kind = Kind::VarBinary;
+            break;
         case SQLITE_TEXT: {
             // A datetime made by an expression (GetDate()) stays a datetime.
             static const QRegularExpression stamp(QStringLiteral(R"(^\d{4}/\d{2}/\d{2}( \d{2}:\d{2}:\d{2})?$)"));
@@ -169,7 +170,9 @@ Column columnFor(sqlite3_stmt* st, int c, bool haveRow)
             col.kind = stamp.match(text).hasMatch() ? Kind::DateTime : Kind::NVarChar;
             break;
         }
-        default: col.kind = Kind::NVarChar; break;
+        default:
+            col.kind = Kind::NVarChar;
+            break;
         }
         return col;
     }
@@ -216,10 +219,22 @@ void putColumnMetadata(QByteArray& b, const std::vector<Column>& columns, bool u
             unknownType = false;
         } else {
             switch (col.kind) {
-            case Kind::Int: put8(b, 0x26); put8(b, quint8(col.size)); break;
-            case Kind::Bit: put8(b, 0x68); put8(b, 1); break;
-            case Kind::Float: put8(b, 0x6D); put8(b, 8); break;
-            case Kind::DateTime: put8(b, 0x6F); put8(b, 8); break;
+            case Kind::Int:
+                put8(b, 0x26);
+                put8(b, quint8(col.size));
+                break;
+            case Kind::Bit:
+                put8(b, 0x68);
+                put8(b, 1);
+                break;
+            case Kind::Float:
+                put8(b, 0x6D);
+                put8(b, 8);
+                break;
+            case Kind::DateTime:
+                put8(b, 0x6F);
+                put8(b, 8);
+                break;
             case Kind::Decimal:
                 put8(b, 0x6A);
                 put8(b, quint8(decimalBytes(col.precision)));
@@ -236,7 +251,10 @@ void putColumnMetadata(QByteArray& b, const std::vector<Column>& columns, bool u
                 put16(b, 8000);
                 b.append(reinterpret_cast<const char*>(kCollation), 5);
                 break;
-            case Kind::VarBinary: put8(b, 0xA5); put16(b, 8000); break;
+            case Kind::VarBinary:
+                put8(b, 0xA5);
+                put16(b, 8000);
+                break;
             }
         }
         putBVarchar(b, col.name);
@@ -256,13 +274,11 @@ bool toDateTime(const QString& text, qint32& days, quint32& ticks)
     static const QRegularExpression re(QStringLiteral(
         R"(^(\d{4})[/-](\d{1,2})[/-](\d{1,2})(?:[ T](\d{1,2}):(\d{2})(?::(\d{2})(?:\.(\d{1,3}))?)?)?$)"));
     const auto m = re.match(text.trimmed());
-    if (!m.hasMatch())
-        return false;
+    if (!m.hasMatch()) return false;
     const QDate date(m.captured(1).toInt(), m.captured(2).toInt(), m.captured(3).toInt());
     const QTime time(m.captured(4).toInt(), m.captured(5).toInt(), m.captured(6).toInt(),
                      m.captured(7).leftJustified(3, u'0').toInt());
-    if (!date.isValid() || !time.isValid())
-        return false;
+    if (!date.isValid() || !time.isValid()) return false;
     days = qint32(QDate(1900, 1, 1).daysTo(date));
     ticks = quint32((qint64(time.msecsSinceStartOfDay()) * 3 + 5) / 10);
     return true;
@@ -273,8 +289,7 @@ bool toScaled(const QString& text, int scale, bool& negative, quint64& magnitude
 {
     static const QRegularExpression re(QStringLiteral(R"(^([+-]?)(\d*)(?:\.(\d*))?$)"));
     const auto m = re.match(text.trimmed());
-    if (!m.hasMatch() || (m.captured(2).isEmpty() && m.captured(3).isEmpty()))
-        return false;
+    if (!m.hasMatch() || (m.captured(2).isEmpty() && m.captured(3).isEmpty())) return false;
     negative = m.captured(1) == u"-";
     QString digits = m.captured(2) + m.captured(3).leftJustified(scale, u'0').left(scale);
     bool ok = false;
@@ -306,8 +321,9 @@ bool putValue(QByteArray& b, sqlite3_stmt* st, int c, const Column& col, Convers
             bool ok = false;
             v = textOf(st, c).trimmed().toLongLong(&ok);
             if (!ok) {
-                error = {245, QStringLiteral("Conversion failed when converting the varchar value '%1' to data type int.")
-                                  .arg(textOf(st, c))};
+                error = {245,
+                         QStringLiteral("Conversion failed when converting the varchar value '%1' to data type int.")
+                             .arg(textOf(st, c))};
                 return false;
             }
         }
@@ -317,16 +333,14 @@ bool putValue(QByteArray& b, sqlite3_stmt* st, int c, const Column& col, Convers
             return false;
         }
         put8(b, quint8(col.size));
-        for (int i = 0; i < col.size; ++i)
-            put8(b, quint8(quint64(v) >> (8 * i)));
+        for (int i = 0; i < col.size; ++i) put8(b, quint8(quint64(v) >> (8 * i)));
         return true;
     }
     case Kind::Bit:
         put8(b, 1);
         put8(b, sqlite3_column_int64(st, c) != 0 ? 1 : 0);
         return true;
-    case Kind::Float:
-    {
+    case Kind::Float: {
         const double d = sqlite3_column_double(st, c);
         quint64 bits;
         std::memcpy(&bits, &d, 8);
@@ -356,8 +370,7 @@ bool putValue(QByteArray& b, sqlite3_stmt* st, int c, const Column& col, Convers
         const int bytes = decimalBytes(col.precision);
         put8(b, quint8(bytes));
         put8(b, negative ? 0 : 1);
-        for (int i = 0; i < bytes - 1; ++i)
-            put8(b, quint8(magnitude >> (8 * i)));
+        for (int i = 0; i < bytes - 1; ++i) put8(b, quint8(magnitude >> (8 * i)));
         return true;
     }
     case Kind::VarChar:
@@ -388,14 +401,10 @@ bool putValue(QByteArray& b, sqlite3_stmt* st, int c, const Column& col, Convers
 // SQLSTATE (208 -> 42S02, 207 -> 42S22, 102 -> 42000, 2627 -> 23000).
 qint32 numberForSqliteMessage(const QString& message)
 {
-    if (message.startsWith(u"no such table"))
-        return 208;
-    if (message.startsWith(u"no such column"))
-        return 207;
-    if (message.contains(u"syntax error") || message.startsWith(u"no such function"))
-        return 102;
-    if (message.contains(u"constraint failed"))
-        return 2627;
+    if (message.startsWith(u"no such table")) return 208;
+    if (message.startsWith(u"no such column")) return 207;
+    if (message.contains(u"syntax error") || message.startsWith(u"no such function")) return 102;
+    if (message.contains(u"constraint failed")) return 2627;
     return 50000;
 }
 
@@ -428,34 +437,35 @@ public:
     }
     ~Session()
     {
-        if (db_)
-            sqlite3_close_v2(db_);
+        if (db_) sqlite3_close_v2(db_);
     }
 
     void run()
     {
         quint8 type = 0;
         QByteArray payload;
-        if (!readMessage(type, payload, options_.readTimeoutMs) || type != kPrelogin)
-            return;
+        if (!readMessage(type, payload, options_.readTimeoutMs) || type != kPrelogin) return;
         send(kReply, preloginReply());
-        if (!readMessage(type, payload, options_.readTimeoutMs) || type != kLogin7)
-            return;
+        if (!readMessage(type, payload, options_.readTimeoutMs) || type != kLogin7) return;
         if (options_.fault == ServerOptions::Fault::SlowLogin) {
             // The client gives up first; its closing ends the wait.
             readMessage(type, payload, options_.readTimeoutMs);
             return;
         }
-        if (!login(payload))
-            return;
+        if (!login(payload)) return;
         while (!state_.stopping) {
-            if (!readMessage(type, payload, options_.readTimeoutMs))
-                return;
+            if (!readMessage(type, payload, options_.readTimeoutMs)) return;
             bool goOn = true;
             switch (type) {
-            case kSqlBatch: goOn = batch(payload); break;
-            case kAttention: goOn = replyDone(kDoneAttention, 0); break;
-            case kTransactionManager: goOn = transactionRequest(payload); break;
+            case kSqlBatch:
+                goOn = batch(payload);
+                break;
+            case kAttention:
+                goOn = replyDone(kDoneAttention, 0);
+                break;
+            case kTransactionManager:
+                goOn = transactionRequest(payload);
+                break;
             default: {
                 QByteArray reply;
                 putMessage(reply, kError, 50000, 16, QStringLiteral("This test server takes SQL batches only."));
@@ -463,8 +473,7 @@ public:
                 goOn = send(kReply, reply);
             }
             }
-            if (!goOn)
-                return;
+            if (!goOn) return;
         }
     }
 
@@ -488,18 +497,14 @@ private:
         payload.clear();
         for (;;) {
             char header[kHeader];
-            if (!readExactly(header, kHeader, timeoutMs))
-                return false;
+            if (!readExactly(header, kHeader, timeoutMs)) return false;
             const int length = (quint8(header[2]) << 8) | quint8(header[3]);
-            if (length < kHeader || length > kLargestPacket)
-                return false;
+            if (length < kHeader || length > kLargestPacket) return false;
             type = quint8(header[0]);
             const qsizetype at = payload.size();
             payload.resize(at + length - kHeader);
-            if (!readExactly(payload.data() + at, length - kHeader, timeoutMs))
-                return false;
-            if (quint8(header[1]) & 0x01)
-                return true;
+            if (!readExactly(payload.data() + at, length - kHeader, timeoutMs)) return false;
+            if (quint8(header[1]) & 0x01) return true;
         }
     }
 
@@ -535,8 +540,7 @@ private:
             put8(out, 0);
             out.append(message.constData() + at, chunk);
             at += chunk;
-            if (end)
-                break;
+            if (end) break;
         }
         message.remove(0, at);
         return writeAll(out);
@@ -568,7 +572,7 @@ private:
         }
         put8(b, 0xFF);
         b.append("\x10\x00\x07\xD0\x00\x00", 6);  // 16.0.2000
-        put8(b, 2);                                // ENCRYPT_NOT_SUP
+        put8(b, 2);                               // ENCRYPT_NOT_SUP
         put8(b, 0);
         put32(b, 0);
         put8(b, 0);
@@ -577,8 +581,7 @@ private:
 
     bool login(const QByteArray& p)
     {
-        if (p.size() < 94)
-            return false;
+        if (p.size() < 94) return false;
         tdsVersion_ = get32(p, 4);
         packetSize_ = int(std::clamp<quint32>(get32(p, 8), 512, kLargestPacket));
         const auto field = [&](int at) { return ucs2(p, get16(p, at), get16(p, at + 2)); };
@@ -601,11 +604,14 @@ private:
         if (user != options_.user || password != options_.password)
             return refuse(18456, 14, QStringLiteral("Login failed for user '%1'.").arg(user));
         if (!database.isEmpty() && database.compare(options_.database, Qt::CaseInsensitive) != 0)
-            return refuse(4060, 11,
-                          QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(database));
-        if (sqlite3_open_v2(options_.databasePath.toUtf8().constData(), &db_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
-            return refuse(4060, 11,
-                          QStringLiteral("Cannot open the database file: %1").arg(QString::fromUtf8(sqlite3_errmsg(db_))));
+            return refuse(
+                4060, 11,
+                QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(database));
+        if (sqlite3_open_v2(options_.databasePath.toUtf8().constData(), &db_, SQLITE_OPEN_READWRITE, nullptr) !=
+            SQLITE_OK)
+            return refuse(
+                4060, 11,
+                QStringLiteral("Cannot open the database file: %1").arg(QString::fromUtf8(sqlite3_errmsg(db_))));
         QByteArray reply;
         sqlite3_busy_timeout(db_, 5000);
         ++state_.logins;
@@ -631,22 +637,17 @@ private:
     // The text of a batch or request after its ALL_HEADERS.
     qsizetype afterHeaders(const QByteArray& p) const
     {
-        if (tdsVersion_ < 0x72000000 || p.size() < 4)
-            return 0;
+        if (tdsVersion_ < 0x72000000 || p.size() < 4) return 0;
         const quint32 total = get32(p, 0);
         return total <= quint32(p.size()) ? qsizetype(total) : p.size();
     }
 
-    bool exec(const char* sql)
-    {
-        return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
-    }
+    bool exec(const char* sql) { return sqlite3_exec(db_, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
 
     bool transactionRequest(const QByteArray& p)
     {
         const qsizetype at = afterHeaders(p);
-        if (at + 2 > p.size())
-            return false;
+        if (at + 2 > p.size()) return false;
         const quint16 request = get16(p, at);
         QByteArray reply;
         const QByteArray descriptor("\x08\x01\x00\x00\x00\x00\x00\x00\x00", 9);
@@ -693,8 +694,8 @@ private:
         default:
             break;
         }
-        static const QRegularExpression waitfor(
-            QStringLiteral(R"(^WAITFOR\s+DELAY\s+'(\d+):(\d+):(\d+)'\s*;?$)"), QRegularExpression::CaseInsensitiveOption);
+        static const QRegularExpression waitfor(QStringLiteral(R"(^WAITFOR\s+DELAY\s+'(\d+):(\d+):(\d+)'\s*;?$)"),
+                                                QRegularExpression::CaseInsensitiveOption);
         if (const auto m = waitfor.match(sql); m.hasMatch()) {
             const int ms = ((m.captured(1).toInt() * 60 + m.captured(2).toInt()) * 60 + m.captured(3).toInt()) * 1000;
             quint8 type = 0;
@@ -705,8 +706,7 @@ private:
             }
             return socket_.state() == QAbstractSocket::ConnectedState && !state_.stopping && replyDone(0, 0);
         }
-        if (sql.startsWith(u"SET ", Qt::CaseInsensitive) || sql.isEmpty())
-            return replyDone(0, 0);
+        if (sql.startsWith(u"SET ", Qt::CaseInsensitive) || sql.isEmpty()) return replyDone(0, 0);
         static const QRegularExpression tranCount(QStringLiteral(R"(^IF\s+@@TRANCOUNT\s*>\s*0\s+(COMMIT|ROLLBACK))"),
                                                   QRegularExpression::CaseInsensitiveOption);
         if (const auto m = tranCount.match(sql); m.hasMatch()) {
@@ -740,22 +740,19 @@ private:
                                           ? data::ado::orderByOverSelect(QString::fromUtf8(tail, end - tail))
                                           : QString();
                 const QByteArray outerUtf8 = outer.toUtf8();
-                if (outer.isEmpty()
-                    || sqlite3_prepare_v2(db_, outerUtf8.constData(), int(outerUtf8.size()), &st, nullptr) != SQLITE_OK)
+                if (outer.isEmpty() ||
+                    sqlite3_prepare_v2(db_, outerUtf8.constData(), int(outerUtf8.size()), &st, nullptr) != SQLITE_OK)
                     return fail(reply, numberForSqliteMessage(message), message);
                 next = end;
             }
             tail = next;
-            if (!st)
-                continue;
+            if (!st) continue;
             const bool last = QByteArray(tail, end - tail).replace(';', "").trimmed().isEmpty();
             const Outcome outcome = statement(st, reply, last);
             sqlite3_finalize(st);
-            if (outcome != Outcome::Next)
-                return outcome == Outcome::Failed;
+            if (outcome != Outcome::Next) return outcome == Outcome::Failed;
         }
-        if (!reply.isEmpty())
-            return sendPackets(kReply, reply, true);
+        if (!reply.isEmpty()) return sendPackets(kReply, reply, true);
         return replyDone(0, 0);
     }
 
@@ -777,8 +774,7 @@ private:
             return Outcome::Next;
         }
         std::vector<Column> cols;
-        for (int c = 0; c < columns; ++c)
-            cols.push_back(columnFor(st, c, rc == SQLITE_ROW));
+        for (int c = 0; c < columns; ++c) cols.push_back(columnFor(st, c, rc == SQLITE_ROW));
         putColumnMetadata(reply, cols, options_.fault == ServerOptions::Fault::UnknownType);
         quint64 rows = 0;
         while (rc == SQLITE_ROW) {
@@ -797,8 +793,7 @@ private:
                 }
             }
             ++rows;
-            if (reply.size() > 64 * 1024 && !sendPackets(kReply, reply, false))
-                return Outcome::Closed;
+            if (reply.size() > 64 * 1024 && !sendPackets(kReply, reply, false)) return Outcome::Closed;
             rc = sqlite3_step(st);
         }
         if (rc != SQLITE_DONE) {
@@ -849,8 +844,7 @@ void TdsTestServer::State::listen(quint16 wanted, std::promise<quint16>& ready)
         return;
     }
     ready.set_value(server.serverPort());
-    while (!stopping)
-        server.waitForNewConnection(100);
+    while (!stopping) server.waitForNewConnection(100);
 }
 
 // The SQL Server Browser's answer for the one instance: where it listens.
@@ -864,23 +858,21 @@ void TdsTestServer::State::answerBrowser(std::promise<bool>& ready)
     }
     ready.set_value(true);
     while (!stopping) {
-        if (!socket.waitForReadyRead(100))
-            continue;
+        if (!socket.waitForReadyRead(100)) continue;
         while (socket.hasPendingDatagrams()) {
             QByteArray question(qsizetype(socket.pendingDatagramSize()), '\0');
             QHostAddress from;
             quint16 fromPort = 0;
             socket.readDatagram(question.data(), question.size(), &from, &fromPort);
             // CLNT_UCAST_INST: 0x04 and the instance's name.
-            if (question.isEmpty() || quint8(question[0]) != 0x04)
-                continue;
+            if (question.isEmpty() || quint8(question[0]) != 0x04) continue;
             const QString asked = QString::fromLatin1(question.mid(1)).remove(QChar(u'\0'));
-            if (asked.compare(options.instance, Qt::CaseInsensitive) != 0)
-                continue;
-            const QByteArray text = QStringLiteral("ServerName;SEALTDS;InstanceName;%1;IsClustered;No;Version;16.0.2000.5;tcp;%2;;")
-                                        .arg(options.instance)
-                                        .arg(port.load())
-                                        .toLatin1();
+            if (asked.compare(options.instance, Qt::CaseInsensitive) != 0) continue;
+            const QByteArray text =
+                QStringLiteral("ServerName;SEALTDS;InstanceName;%1;IsClustered;No;Version;16.0.2000.5;tcp;%2;;")
+                    .arg(options.instance)
+                    .arg(port.load())
+                    .toLatin1();
             QByteArray answer;
             put8(answer, 0x05);
             put16(answer, quint16(text.size()));
@@ -919,17 +911,14 @@ quint16 TdsTestServer::start(quint16 port)
 void TdsTestServer::stop()
 {
     state_->stopping = true;
-    if (state_->listener.joinable())
-        state_->listener.join();
-    if (state_->browser.joinable())
-        state_->browser.join();
+    if (state_->listener.joinable()) state_->listener.join();
+    if (state_->browser.joinable()) state_->browser.join();
     std::vector<std::thread> sessions;
     {
         std::lock_guard lock(state_->mutex);
         sessions.swap(state_->sessions);
     }
-    for (std::thread& t : sessions)
-        t.join();
+    for (std::thread& t : sessions) t.join();
 }
 
 quint16 TdsTestServer::port() const { return state_->port; }

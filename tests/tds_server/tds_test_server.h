@@ -37,11 +37,11 @@ struct ServerOptions {
     // Faults on purpose, for the tests of what a client makes of them.
     enum class Fault {
         None,
-        CloseMidResult,   // the first result of more than one row stops after its first row, connection closed
-        MalformedReply,   // a batch is answered by a packet whose length field is below the header's
-        TruncatedReply,   // a batch is answered by half a packet, then nothing
-        UnknownType,      // a result announces a column of a type TDS does not have
-        SlowLogin,        // the login is never answered while the client waits
+        CloseMidResult,  // the first result of more than one row stops after its first row, connection closed
+        MalformedReply,  // a batch is answered by a packet whose length field is below the header's
+        TruncatedReply,  // a batch is answered by half a packet, then nothing
+        UnknownType,     // a result announces a column of a type TDS does not have
+        SlowLogin,       // the login is never answered while the client waits
     };
     Fault fault = Fault::None;
 };

@@ -61,10 +61,7 @@ QString ymdTime(const QDate& d, int minuteOfDay)
     return ymd(d) + QString(reinterpret_cast<const QChar*>(text), 9);
 }
 
-QString ym(const QDate& d)
-{
-    return ymd(d).left(7);
-}
+QString ym(const QDate& d) { return ymd(d).left(7); }
 
 QString kanjiNumber(int n)
 {
@@ -74,8 +71,7 @@ QString kanjiNumber(int n)
 
 QString prefectureCode(const City& city)
 {
-    return city.prefecture.text == QStringLiteral("埼玉県") ? QStringLiteral("11")
-                                                          : QStringLiteral("13");
+    return city.prefecture.text == QStringLiteral("埼玉県") ? QStringLiteral("11") : QStringLiteral("13");
 }
 
 // The check digit of an insurer or public fund number: from the right, digits are
@@ -95,8 +91,7 @@ QString withCheckDigit(const QString& body)
 QStringList columnsOf(const char* table)
 {
     for (const data::TableDef& t : data::schemaTables())
-        if (t.name == QString::fromUtf8(table))
-            return t.columns;
+        if (t.name == QString::fromUtf8(table)) return t.columns;
     throw std::logic_error("table missing from the schema");
 }
 
@@ -105,8 +100,7 @@ QStringList columnsOf(const char* table)
 // end of the fourth; deformity correction is consented month by month.
 QDate renewalDay(const QDate& day, bool monthly)
 {
-    if (monthly)
-        return day.addMonths(1);
+    if (monthly) return day.addMonths(1);
     const QDate first(day.year(), day.month(), 1);
     return first.addMonths(day.day() < 16 ? 3 : 4);
 }
@@ -177,7 +171,7 @@ struct Area {
     std::vector<int> communityCenters;  // regional support centres
     std::vector<int> medical;           // medical institutions
     std::vector<int> doctors;
-    std::vector<int> careManagers;      // the active ones
+    std::vector<int> careManagers;  // the active ones
     std::vector<int> staffCurrent;
     std::vector<int> staffAll;
 };
@@ -185,9 +179,8 @@ struct Area {
 class Builder {
 public:
     Builder(sqlite3* db, const DatabaseRequest& request)
-        : db_(db), rng_(request.seed), today_(request.today), patientTotal_(request.patients)
-    {
-    }
+            : db_(db), rng_(request.seed), today_(request.today), patientTotal_(request.patients)
+    {}
 
     void run()
     {
@@ -203,23 +196,18 @@ public:
         offices();
         corps();
         insurers();
-        for (Area& a : areas_)
-            facilities(a);
+        for (Area& a : areas_) facilities(a);
         writeFacilities();
-        for (Area& a : areas_)
-            doctors(a);
+        for (Area& a : areas_) doctors(a);
         writeDoctors();
-        for (Area& a : areas_)
-            careManagers(a);
-        for (Area& a : areas_)
-            staff(a);
+        for (Area& a : areas_) careManagers(a);
+        for (Area& a : areas_) staff(a);
         referrers();
         consultations();
         forms();
         deleteLogs();
         fees();
-        for (Area& a : areas_)
-            patients(a);
+        for (Area& a : areas_) patients(a);
     }
 
 private:
@@ -254,17 +242,16 @@ private:
     QString phone(const City& c)
     {
         const int exchangeLength = c.areaCode.size() == 2 ? 4 : c.areaCode.size() == 3 ? 3 : 2;
-        return c.areaCode + QLatin1Char('-') + c.exchangeLead
-               + rng_.digits(exchangeLength - static_cast<int>(c.exchangeLead.size()))
-               + QLatin1Char('-') + rng_.digits(4);
+        return c.areaCode + QLatin1Char('-') + c.exchangeLead +
+               rng_.digits(exchangeLength - static_cast<int>(c.exchangeLead.size())) + QLatin1Char('-') +
+               rng_.digits(4);
     }
 
     QString mobile()
     {
-        static const std::vector<QString> heads = {QStringLiteral("090"), QStringLiteral("080"),
-                                                   QStringLiteral("070")};
-        return rng_.pick(heads) + QLatin1Char('-') + QString::number(rng_.between(1, 9)) + rng_.digits(3)
-               + QLatin1Char('-') + rng_.digits(4);
+        static const std::vector<QString> heads = {QStringLiteral("090"), QStringLiteral("080"), QStringLiteral("070")};
+        return rng_.pick(heads) + QLatin1Char('-') + QString::number(rng_.between(1, 9)) + rng_.digits(3) +
+               QLatin1Char('-') + rng_.digits(4);
     }
 
     // A building name with a flat number, or with the floor an office is on.
@@ -273,8 +260,7 @@ private:
         const Reading& pattern = rng_.pick(buildingPatterns());
         const Reading& word = rng_.percent(50) ? town : rng_.pick(nameWords());
         QString name = QString(pattern.text).replace(QStringLiteral("{}"), word.text);
-        if (office)
-            return name + QLatin1Char(' ') + QString::number(rng_.between(1, 5)) + QStringLiteral("階");
+        if (office) return name + QLatin1Char(' ') + QString::number(rng_.between(1, 5)) + QStringLiteral("階");
         return name + QString::number(rng_.between(1, 8)) + QStringLiteral("0") + QString::number(rng_.between(1, 9));
     }
 
@@ -289,28 +275,27 @@ private:
         const int go = rng_.between(1, 28);
         if (rng_.percent(25)) {
             // Areas without chome number their lots in the thousands.
-            street = QString::number(rng_.between(100, 2999))
-                     + (rng_.percent(50) ? QStringLiteral("番地") + QString::number(go)
-                                         : QLatin1Char('-') + QString::number(go));
+            street = QString::number(rng_.between(100, 2999)) + (rng_.percent(50)
+                                                                     ? QStringLiteral("番地") + QString::number(go)
+                                                                     : QLatin1Char('-') + QString::number(go));
         } else {
             const int chome = rng_.between(1, 6);
             switch (rng_.between(0, 2)) {
             case 0:
-                street = kanjiNumber(chome) + QStringLiteral("丁目") + QString::number(banchi)
-                         + QStringLiteral("番") + QString::number(go) + QStringLiteral("号");
+                street = kanjiNumber(chome) + QStringLiteral("丁目") + QString::number(banchi) + QStringLiteral("番") +
+                         QString::number(go) + QStringLiteral("号");
                 break;
             case 1:
-                street = QString::number(chome) + QStringLiteral("丁目") + QString::number(banchi)
-                         + QLatin1Char('-') + QString::number(go);
+                street = QString::number(chome) + QStringLiteral("丁目") + QString::number(banchi) + QLatin1Char('-') +
+                         QString::number(go);
                 break;
             default:
-                street = QString::number(chome) + QLatin1Char('-') + QString::number(banchi)
-                         + QLatin1Char('-') + QString::number(go);
+                street = QString::number(chome) + QLatin1Char('-') + QString::number(banchi) + QLatin1Char('-') +
+                         QString::number(go);
             }
         }
         a.line1 = c.prefecture.text + c.city.text + town.text + street;
-        if (rng_.percent(buildingPercent))
-            a.line2 = building(town, office);
+        if (rng_.percent(buildingPercent)) a.line2 = building(town, office);
         a.kana = c.prefecture.kana + c.city.kana + town.kana;
         a.town = town;
         a.tel = phone(c);
@@ -327,7 +312,9 @@ private:
     {
         Insert ins(db_, QStringLiteral("KYOTEN"), columnsOf("KYOTEN"));
         auto office = [&](int eb, const char* name, int used) {
-            ins.set("iKyotenCd", 1).set("iKyotenEb", eb).set("cKyotenName", QString::fromUtf8(name))
+            ins.set("iKyotenCd", 1)
+                .set("iKyotenEb", eb)
+                .set("cKyotenName", QString::fromUtf8(name))
                 .set("iUsedFlg", used);
             ins.row();
         };
@@ -362,19 +349,30 @@ private:
                                  QStringLiteral("ヒガシニホンホウモンセジュツキョウドウクミアイ")});
             int id = 1;
             for (const Kind& k : kinds) {
-                ins.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb)
-                    .set("nIDNo", id++).set("iType", k.type)
-                    .set("cShamei1", k.name).set("cShameiKana1", k.kana)
+                ins.set("iKyotenCd", area.key.iKyotenCd)
+                    .set("iKyotenEb", area.key.iKyotenEb)
+                    .set("nIDNo", id++)
+                    .set("iType", k.type)
+                    .set("cShamei1", k.name)
+                    .set("cShameiKana1", k.kana)
                     .set("cDaihyo", QStringLiteral("代表取締役") + kWideSpace + head.name())
                     .set("cDaihyoKana", head.kana())
-                    .set("cYubinNo", a.zip).set("cAddress1", a.line1).text("cAddress2", a.line2)
-                    .set("cAddressKana", a.kana).set("cTelNo", a.tel).set("cFaxNo", phone(c))
+                    .set("cYubinNo", a.zip)
+                    .set("cAddress1", a.line1)
+                    .text("cAddress2", a.line2)
+                    .set("cAddressKana", a.kana)
+                    .set("cTelNo", a.tel)
+                    .set("cFaxNo", phone(c))
                     .set("cMailDestination", a.line1 + QLatin1Char(' ') + a.line2)
                     .set("cMailDestinationZipNo", a.zip)
-                    .set("cKinyuName", QStringLiteral("武蔵野中央銀行")).set("cKinyuNo", QStringLiteral("0599"))
+                    .set("cKinyuName", QStringLiteral("武蔵野中央銀行"))
+                    .set("cKinyuNo", QStringLiteral("0599"))
                     .set("cKinyuSiten", c.city.text.chopped(1) + QStringLiteral("支店"))
                     .set("cKinyuSitenNo", rng_.digits(3))
-                    .set("iKinSyubetsu", 1).set("iKinSiten", 2).set("iKozaType", 1).set("iKozaKubun", 1)
+                    .set("iKinSyubetsu", 1)
+                    .set("iKinSiten", 2)
+                    .set("iKozaType", 1)
+                    .set("iKozaKubun", 1)
                     .set("cKozaBangou", rng_.digits(7))
                     .set("cKozaKana", QStringLiteral("カ）ヒダマリ"))
                     .set("cKozaMeigi1", QStringLiteral("株式会社ひだまり"))
@@ -382,8 +380,10 @@ private:
                     .set("cJigyouReceiptName", k.name)
                     .set("cHokenTourokuKubetsu", QStringLiteral("1"))
                     .set("cEmail", QStringLiteral("office%1@example.jp").arg(area.key.iKyotenEb))
-                    .set("nLat", a.lat).set("nLon", a.lon)
-                    .set("cPcName", QStringLiteral("OFFICE-PC01")).set("tUpDateTime", ymdTime(today_, 540));
+                    .set("nLat", a.lat)
+                    .set("nLon", a.lon)
+                    .set("cPcName", QStringLiteral("OFFICE-PC01"))
+                    .set("tUpDateTime", ymdTime(today_, 540));
                 ins.row();
             }
         }
@@ -395,10 +395,17 @@ private:
         auto add = [&](Insurer::Kind kind, const QString& no, const QString& name, const QString& kana,
                        const QString& head, const City& c, const QString& city, bool claimsToUnion) {
             const Address a = address(c, 0);
-            ins.set("cIDno", no).set("iType", kind >= Insurer::Shogai ? 2 : 1)
-                .set("cName", name).set("cNameKana", kana).set("cDaihyo", head)
-                .set("cYubinNo", a.zip).set("cAddress1", a.line1).text("cAddress2", a.line2)
-                .set("cAddressKana", a.kana).set("cTelNo", a.tel).set("cFaxNo", phone(c));
+            ins.set("cIDno", no)
+                .set("iType", kind >= Insurer::Shogai ? 2 : 1)
+                .set("cName", name)
+                .set("cNameKana", kana)
+                .set("cDaihyo", head)
+                .set("cYubinNo", a.zip)
+                .set("cAddress1", a.line1)
+                .text("cAddress2", a.line2)
+                .set("cAddressKana", a.kana)
+                .set("cTelNo", a.tel)
+                .set("cFaxNo", phone(c));
             if (no.size() == 8) {
                 ins.set("cCodeHou", no.left(2)).set("cCodeKen", no.mid(2, 2)).set("cCodeHok", no.mid(4, 3));
             } else {
@@ -407,7 +414,8 @@ private:
             if (claimsToUnion) {
                 const Address u = address(c, 0);
                 ins.set("cName2", c.prefecture.text + QStringLiteral("国民健康保険団体連合会"))
-                    .set("cYubinNo2", u.zip).set("cAddress3", u.line1);
+                    .set("cYubinNo2", u.zip)
+                    .set("cAddress3", u.line1);
             }
             ins.row();
             insurers_.push_back({no, kind, c.prefecture.text, city});
@@ -421,30 +429,29 @@ private:
             const QString shortPref = pref.chopped(1);
             add(Insurer::Koki, withCheckDigit(QStringLiteral("39") + pc + QStringLiteral("100")),
                 pref + QStringLiteral("後期高齢者医療広域連合"),
-                prefKana + QStringLiteral("コウキコウレイシャイリョウコウイキレンゴウ"),
-                QStringLiteral("広域連合長"), capital, QString(), true);
+                prefKana + QStringLiteral("コウキコウレイシャイリョウコウイキレンゴウ"), QStringLiteral("広域連合長"),
+                capital, QString(), true);
             add(Insurer::Kyokai, withCheckDigit(QStringLiteral("01") + pc + QStringLiteral("001")),
                 QStringLiteral("全国健康保険協会") + shortPref + QStringLiteral("支部"),
-                QStringLiteral("ゼンコクケンコウホケンキョウカイ")
-                    + prefKana.chopped(prefKana.endsWith(QStringLiteral("ケン")) ? 2 : 1) + QStringLiteral("シブ"),
+                QStringLiteral("ゼンコクケンコウホケンキョウカイ") +
+                    prefKana.chopped(prefKana.endsWith(QStringLiteral("ケン")) ? 2 : 1) + QStringLiteral("シブ"),
                 QStringLiteral("支部長"), capital, QString(), false);
             int cityNo = 110;
             for (const City& c : *cities) {
                 add(Insurer::Kokuho, withCheckDigit(pc + QString::number(cityNo)),
                     c.city.text + QStringLiteral("（国民健康保険）"),
                     c.city.kana + QStringLiteral("コクミンケンコウホケン"),
-                    c.city.text.endsWith(QStringLiteral("区")) ? QStringLiteral("区長") : QStringLiteral("市長"),
-                    c, c.city.text, true);
+                    c.city.text.endsWith(QStringLiteral("区")) ? QStringLiteral("区長") : QStringLiteral("市長"), c,
+                    c.city.text, true);
                 add(Insurer::Seiho, withCheckDigit(QStringLiteral("12") + pc + QString::number(cityNo + 300)),
-                    c.city.text + QStringLiteral("福祉事務所"),
-                    c.city.kana + QStringLiteral("フクシジムショ"), QStringLiteral("所長"), c, c.city.text,
-                    false);
+                    c.city.text + QStringLiteral("福祉事務所"), c.city.kana + QStringLiteral("フクシジムショ"),
+                    QStringLiteral("所長"), c, c.city.text, false);
                 cityNo += 7;
             }
             add(Insurer::Shogai, withCheckDigit(QStringLiteral("81") + pc + QStringLiteral("301")),
                 pref + QStringLiteral("心身障害者医療費助成"),
-                prefKana + QStringLiteral("シンシンショウガイシャイリョウヒジョセイ"),
-                QStringLiteral("福祉局長"), capital, QString(), false);
+                prefKana + QStringLiteral("シンシンショウガイシャイリョウヒジョセイ"), QStringLiteral("福祉局長"),
+                capital, QString(), false);
         }
         // Health insurance societies of employers; the last two have no patient.
         const char* const societies[][2] = {
@@ -458,22 +465,20 @@ private:
         int societyNo = 131;
         for (const auto& s : societies) {
             add(Insurer::Kumiai, withCheckDigit(QStringLiteral("0613") + QString::number(societyNo)),
-                QString::fromUtf8(s[0]), QString::fromUtf8(s[1]), QStringLiteral("理事長"),
-                firstOfficeCities().front(), QString(), false);
+                QString::fromUtf8(s[0]), QString::fromUtf8(s[1]), QStringLiteral("理事長"), firstOfficeCities().front(),
+                QString(), false);
             societyNo += 11;
         }
         // A prefecture where no patient lives.
-        add(Insurer::Koki, withCheckDigit(QStringLiteral("3927100")),
-            QStringLiteral("大阪府後期高齢者医療広域連合"),
-            QStringLiteral("オオサカフコウキコウレイシャイリョウコウイキレンゴウ"),
-            QStringLiteral("広域連合長"), distantCities().at(2), QString(), true);
+        add(Insurer::Koki, withCheckDigit(QStringLiteral("3927100")), QStringLiteral("大阪府後期高齢者医療広域連合"),
+            QStringLiteral("オオサカフコウキコウレイシャイリョウコウイキレンゴウ"), QStringLiteral("広域連合長"),
+            distantCities().at(2), QString(), true);
     }
 
     const Insurer* findInsurer(Insurer::Kind kind, const QString& prefecture, const QString& city = {})
     {
         for (const Insurer& i : insurers_)
-            if (i.kind == kind && i.prefecture == prefecture && (city.isEmpty() || i.city == city))
-                return &i;
+            if (i.kind == kind && i.prefecture == prefecture && (city.isEmpty() || i.city == city)) return &i;
         return nullptr;
     }
 
@@ -481,8 +486,7 @@ private:
     {
         std::vector<const Insurer*> used;
         for (const Insurer& i : insurers_)
-            if (i.kind == Insurer::Kumiai)
-                used.push_back(&i);
+            if (i.kind == Insurer::Kumiai) used.push_back(&i);
         return *used.at(static_cast<std::size_t>(rng_.between(0, static_cast<int>(used.size()) - 3)));
     }
 
@@ -501,14 +505,13 @@ private:
             {"地域包括支援センター", "", "", "地域包括支援センター", "チイキホウカツシエンセンター", 10},
             {"特別養護老人ホーム", "特別養護老人ホーム", "トクベツヨウゴロウジンホーム", "の里", "ノサト", 12},
             {"介護付有料老人ホーム", "介護付有料老人ホーム", "カイゴツキユウリョウロウジンホーム", "", "", 15},
-            {"サービス付き高齢者向け住宅", "サービス付き高齢者向け住宅", "サービスツキコウレイシャムケジュウタク",
-             "", "", 13},
+            {"サービス付き高齢者向け住宅", "サービス付き高齢者向け住宅", "サービスツキコウレイシャムケジュウタク", "",
+             "", 13},
             {"グループホーム", "グループホーム", "グループホーム", "", "", 10},
             {"デイサービスセンター", "デイサービスセンター", "デイサービスセンター", "", "", 5},
         };
         std::vector<int> weights;
-        for (const Type& t : types)
-            weights.push_back(t.weight);
+        for (const Type& t : types) weights.push_back(t.weight);
         const int count = std::max(6, area.patients / 60);
         for (int i = 0; i < count; ++i) {
             // The first three of an area are a care plan office, a support centre and a home.
@@ -521,8 +524,7 @@ private:
             f.kind = 1;
             f.type = QString::fromUtf8(type.type);
             f.address = address(c, t == 0 || t == 1 ? 50 : 0, true);
-            if (t >= 2)
-                f.address.line2 = QString();
+            if (t >= 2) f.address.line2 = QString();
             const Reading& word = t == 1 ? f.address.town : rng_.pick(nameWords());
             f.name = QString::fromUtf8(type.prefix) + word.text + QString::fromUtf8(type.suffix);
             f.kana = QString::fromUtf8(type.prefixKana) + word.kana + QString::fromUtf8(type.suffixKana);
@@ -538,9 +540,9 @@ private:
                 area.residences.push_back(index);
         }
         static const char* const clinics[][2] = {
-            {"クリニック", "クリニック"},       {"内科医院", "ナイカイイン"},
-            {"整形外科", "セイケイゲカ"},       {"在宅診療所", "ザイタクシンリョウジョ"},
-            {"病院", "ビョウイン"},             {"内科・リハビリテーション科", "ナイカリハビリテーションカ"},
+            {"クリニック", "クリニック"}, {"内科医院", "ナイカイイン"},
+            {"整形外科", "セイケイゲカ"}, {"在宅診療所", "ザイタクシンリョウジョ"},
+            {"病院", "ビョウイン"},       {"内科・リハビリテーション科", "ナイカリハビリテーションカ"},
         };
         const int medical = std::max(4, area.patients / 70);
         for (int i = 0; i < medical; ++i) {
@@ -552,9 +554,9 @@ private:
             f.kind = 2;
             f.type = k == 4 ? QStringLiteral("病院") : QStringLiteral("診療所");
             const Person owner = person(40, 75);
-            const Reading& word = rng_.percent(40) ? owner.family
-                                 : rng_.percent(50) ? rng_.pick(c.towns)
-                                                    : rng_.pick(nameWords());
+            const Reading& word = rng_.percent(40)   ? owner.family
+                                  : rng_.percent(50) ? rng_.pick(c.towns)
+                                                     : rng_.pick(nameWords());
             f.name = word.text + QString::fromUtf8(clinics[k][0]);
             f.kana = word.kana + QString::fromUtf8(clinics[k][1]);
             f.director = owner.name();
@@ -569,15 +571,25 @@ private:
     {
         Insert ins(db_, QStringLiteral("SISETSU"), columnsOf("SISETSU"));
         for (const Facility& f : facilities_) {
-            ins.set("iKyotenCd", f.office.iKyotenCd).set("iKyotenEb", f.office.iKyotenEb)
-                .set("nIDNo", f.id).set("iKikanShubetsu", f.kind).set("cSisetsuType", f.type)
-                .set("cShamei1", f.name).set("cShameiKana1", f.kana).set("cShamei1Ryaku", f.name.left(10))
+            ins.set("iKyotenCd", f.office.iKyotenCd)
+                .set("iKyotenEb", f.office.iKyotenEb)
+                .set("nIDNo", f.id)
+                .set("iKikanShubetsu", f.kind)
+                .set("cSisetsuType", f.type)
+                .set("cShamei1", f.name)
+                .set("cShameiKana1", f.kana)
+                .set("cShamei1Ryaku", f.name.left(10))
                 .set("cDaihyo", f.director)
-                .set("cYubinNo", f.address.zip).set("cAddress1", f.address.line1)
-                .text("cAddress2", f.address.line2).set("cAddressKana", f.address.kana)
-                .set("cTelNo", f.address.tel).set("cFaxNo", f.fax)
-                .set("nLat", f.address.lat).set("nLon", f.address.lon)
-                .set("cPcName", QStringLiteral("OFFICE-PC02")).set("tUpDateTime", ymdTime(today_.addDays(-f.id % 300), 600));
+                .set("cYubinNo", f.address.zip)
+                .set("cAddress1", f.address.line1)
+                .text("cAddress2", f.address.line2)
+                .set("cAddressKana", f.address.kana)
+                .set("cTelNo", f.address.tel)
+                .set("cFaxNo", f.fax)
+                .set("nLat", f.address.lat)
+                .set("nLon", f.address.lon)
+                .set("cPcName", QStringLiteral("OFFICE-PC02"))
+                .set("tUpDateTime", ymdTime(today_.addDays(-f.id % 300), 600));
             ins.row();
         }
     }
@@ -602,13 +614,21 @@ private:
         Insert ins(db_, QStringLiteral("DOCTOR"), columnsOf("DOCTOR"));
         for (const Doctor& d : doctors_) {
             const Facility& f = facilities_.at(static_cast<std::size_t>(d.institution));
-            ins.set("cIDno", d.id).set("cCode", rng_.digits(6)).set("cName", d.name).set("cNameKana", d.kana)
-                .set("cKikan", f.name).set("cKikanKana", f.kana).set("cDaihyo", f.director)
-                .set("cYubinNo", f.address.zip).set("cAddress1", f.address.line1)
-                .text("cAddress2", f.address.line2).set("cAddressKana", f.address.kana)
-                .set("cTelNo", f.address.tel).set("cFaxNo", f.fax).set("iSisetsuCode", f.id);
-            if (rng_.percent(10))
-                ins.set("cMobNo", mobile());
+            ins.set("cIDno", d.id)
+                .set("cCode", rng_.digits(6))
+                .set("cName", d.name)
+                .set("cNameKana", d.kana)
+                .set("cKikan", f.name)
+                .set("cKikanKana", f.kana)
+                .set("cDaihyo", f.director)
+                .set("cYubinNo", f.address.zip)
+                .set("cAddress1", f.address.line1)
+                .text("cAddress2", f.address.line2)
+                .set("cAddressKana", f.address.kana)
+                .set("cTelNo", f.address.tel)
+                .set("cFaxNo", f.fax)
+                .set("iSisetsuCode", f.id);
+            if (rng_.percent(10)) ins.set("cMobNo", mobile());
             ins.row();
         }
     }
@@ -631,36 +651,44 @@ private:
                 stop.reset();
             else
                 stop = 0;
-            ins.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb).set("nIDNo", cm.id)
-                .set("cName", cm.name).set("cNameKana", p.kana()).set("iSexKubun", p.sex)
-                .set("tBirthday", ymd(p.birthday)).set("cPcName", QStringLiteral("OFFICE-PC01"))
+            ins.set("iKyotenCd", area.key.iKyotenCd)
+                .set("iKyotenEb", area.key.iKyotenEb)
+                .set("nIDNo", cm.id)
+                .set("cName", cm.name)
+                .set("cNameKana", p.kana())
+                .set("iSexKubun", p.sex)
+                .set("tBirthday", ymd(p.birthday))
+                .set("cPcName", QStringLiteral("OFFICE-PC01"))
                 .set("tUpDateTime", ymdTime(today_.addDays(-rng_.between(0, 400)), rng_.between(48, 114) * 10));
-            if (stop)
-                ins.set("iChusiFlg", *stop);
+            if (stop) ins.set("iChusiFlg", *stop);
             if (alone) {
                 const Address a = address(cityOf(area), 40);
-                ins.set("cYubinNo", a.zip).set("cAdress1", a.line1).text("cAdress2", a.line2)
-                    .set("cAdressKana", a.kana).set("cTelNo", a.tel);
+                ins.set("cYubinNo", a.zip)
+                    .set("cAdress1", a.line1)
+                    .text("cAdress2", a.line2)
+                    .set("cAdressKana", a.kana)
+                    .set("cTelNo", a.tel);
                 cm.tel = a.tel;
             } else {
                 cm.facility = rng_.pick(area.planCenters);
                 const Facility& plan = facilities_.at(static_cast<std::size_t>(cm.facility));
-                ins.set("iSisetsuCode", plan.id).set("cYubinNo", plan.address.zip)
-                    .set("cAdress1", plan.address.line1).text("cAdress2", plan.address.line2)
-                    .set("cAdressKana", plan.address.kana).set("cTelNo", plan.address.tel)
+                ins.set("iSisetsuCode", plan.id)
+                    .set("cYubinNo", plan.address.zip)
+                    .set("cAdress1", plan.address.line1)
+                    .text("cAdress2", plan.address.line2)
+                    .set("cAdressKana", plan.address.kana)
+                    .set("cTelNo", plan.address.tel)
                     .set("cFaxNo", plan.fax);
                 cm.tel = plan.address.tel;
                 if (i == 0 || rng_.percent(50))
                     ins.set("iJigyosyoCode",
                             facilities_.at(static_cast<std::size_t>(rng_.pick(area.communityCenters))).id);
             }
-            if (rng_.percent(50))
-                ins.set("cMobNo", mobile());
+            if (rng_.percent(50)) ins.set("cMobNo", mobile());
             ins.set("cMail", QStringLiteral("cm%1@example.jp").arg(cm.id, 4, 10, QLatin1Char('0')));
             ins.row();
             careManagers_.push_back(cm);
-            if (!stop || *stop == 0)
-                area.careManagers.push_back(static_cast<int>(careManagers_.size()) - 1);
+            if (!stop || *stop == 0) area.careManagers.push_back(static_cast<int>(careManagers_.size()) - 1);
         }
     }
 
@@ -688,51 +716,68 @@ private:
             const Address a = address(c, 45);
             const int licence = rng_.between(0, 2);
             const QDate joined = today_.addDays(-rng_.between(60, 15 * 365));
-            ins.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb).set("nIDNo", id)
-                .set("cName", p.name()).set("cNameKana", p.kana()).set("cNameRyaku", p.family.text)
-                .set("iSexKubun", p.sex).set("tBirthday", ymd(p.birthday))
-                .set("cYubinNo", a.zip).set("cAdress1", a.line1).text("cAdress2", a.line2)
-                .set("cTelNo", a.tel).set("cMobNo", mobile())
-                .set("iShikakuKubun", licence + 1).set("cSikaku", QString::fromUtf8(licences[licence]))
+            ins.set("iKyotenCd", area.key.iKyotenCd)
+                .set("iKyotenEb", area.key.iKyotenEb)
+                .set("nIDNo", id)
+                .set("cName", p.name())
+                .set("cNameKana", p.kana())
+                .set("cNameRyaku", p.family.text)
+                .set("iSexKubun", p.sex)
+                .set("tBirthday", ymd(p.birthday))
+                .set("cYubinNo", a.zip)
+                .set("cAdress1", a.line1)
+                .text("cAdress2", a.line2)
+                .set("cTelNo", a.tel)
+                .set("cMobNo", mobile())
+                .set("iShikakuKubun", licence + 1)
+                .set("cSikaku", QString::fromUtf8(licences[licence]))
                 .set("cTourokuNo", QString::number(rng_.between(100000, 199999)))
-                .set("iSyokushuKubun", 1).set("iYaku", i == 0 ? 1 : 0).set("iKanriSekininFlg", i == 0 ? 1 : 0)
-                .set("tNyusyaDay", ymd(joined)).set("tTourokuDay", ymd(joined.addDays(-rng_.between(30, 900))))
+                .set("iSyokushuKubun", 1)
+                .set("iYaku", i == 0 ? 1 : 0)
+                .set("iKanriSekininFlg", i == 0 ? 1 : 0)
+                .set("tNyusyaDay", ymd(joined))
+                .set("tTourokuDay", ymd(joined.addDays(-rng_.between(30, 900))))
                 .set("cEmployeeNumber", QStringLiteral("E%1").arg(id, 5, 10, QLatin1Char('0')))
                 .set("cEmail", QStringLiteral("staff%1@example.jp").arg(id, 4, 10, QLatin1Char('0')))
-                .set("iContractType", rng_.between(1, 2)).set("nLat", a.lat).set("nLon", a.lon)
-                .set("cPcName", QStringLiteral("OFFICE-PC01")).set("tUpDateTime", ymdTime(joined, 600));
-            if (flag)
-                ins.set("iChusiFlg", *flag);
-            if (!current)
-                ins.set("tRday", ymd(today_.addDays(-rng_.between(10, 900))));
+                .set("iContractType", rng_.between(1, 2))
+                .set("nLat", a.lat)
+                .set("nLon", a.lon)
+                .set("cPcName", QStringLiteral("OFFICE-PC01"))
+                .set("tUpDateTime", ymdTime(joined, 600));
+            if (flag) ins.set("iChusiFlg", *flag);
+            if (!current) ins.set("tRday", ymd(today_.addDays(-rng_.between(10, 900))));
             ins.row();
             area.staffAll.push_back(id);
-            if (current)
-                area.staffCurrent.push_back(id);
+            if (current) area.staffCurrent.push_back(id);
         }
     }
 
     void referrers()
     {
         Insert ins(db_, QStringLiteral("SYOUKAI"), columnsOf("SYOUKAI"));
-        static const char* const jobs[] = {"ケアマネジャー", "民生委員", "訪問看護師", "医療ソーシャルワーカー",
-                                           "ご家族", "自治会役員"};
+        static const char* const jobs[] = {"ケアマネジャー",         "民生委員", "訪問看護師",
+                                           "医療ソーシャルワーカー", "ご家族",   "自治会役員"};
         const int count = std::max(6, patientTotal_ / 150);
         for (int i = 0; i < count; ++i) {
             const Area& area = areas_[i % 2];
             const Person p = person(30, 75);
             const Address a = address(cityOf(area), 30);
             const int job = rng_.between(0, 5);
-            ins.set("nIDNo", i + 1).set("cName", p.name()).set("cNameKana", p.kana())
-                .set("cYubinNo", a.zip).set("cAddress1", a.line1).text("cAddress2", a.line2)
-                .set("cAddressKana", a.kana).set("cTelNo", a.tel).set("cJob", QString::fromUtf8(jobs[job]));
+            ins.set("nIDNo", i + 1)
+                .set("cName", p.name())
+                .set("cNameKana", p.kana())
+                .set("cYubinNo", a.zip)
+                .set("cAddress1", a.line1)
+                .text("cAddress2", a.line2)
+                .set("cAddressKana", a.kana)
+                .set("cTelNo", a.tel)
+                .set("cJob", QString::fromUtf8(jobs[job]));
             if (job < 4) {
-                const Facility& f = facilities_.at(static_cast<std::size_t>(
-                    job == 0 ? rng_.pick(area.planCenters) : rng_.pick(area.residences)));
+                const Facility& f = facilities_.at(
+                    static_cast<std::size_t>(job == 0 ? rng_.pick(area.planCenters) : rng_.pick(area.residences)));
                 ins.set("cJigyousho", f.name).set("cJigyoushoKana", f.kana).set("cFaxNo", f.fax);
             }
-            if (rng_.percent(60))
-                ins.set("cMobNo", mobile());
+            if (rng_.percent(60)) ins.set("cMobNo", mobile());
             ins.set("cBikou1", QStringLiteral("初回紹介 ") + ymd(today_.addDays(-rng_.between(30, 2000))));
             ins.row();
         }
@@ -746,17 +791,25 @@ private:
         for (int i = 0; i < count; ++i) {
             const Area& area = areas_[i % 2];
             const Facility& f = facilities_.at(static_cast<std::size_t>(rng_.pick(area.communityCenters)));
-            soudan.set("nIDNo", i + 1).set("iSisetsuCode", f.id).set("cKikan", f.name).set("cKikankana", f.kana)
-                .set("cYubinNo", f.address.zip).set("cAdress1", f.address.line1).text("cAdress2", f.address.line2)
-                .set("cTelNo", f.address.tel).set("cFaxNo", f.fax)
+            soudan.set("nIDNo", i + 1)
+                .set("iSisetsuCode", f.id)
+                .set("cKikan", f.name)
+                .set("cKikankana", f.kana)
+                .set("cYubinNo", f.address.zip)
+                .set("cAdress1", f.address.line1)
+                .text("cAdress2", f.address.line2)
+                .set("cTelNo", f.address.tel)
+                .set("cFaxNo", f.fax)
                 .set("tUpdateTime", ymdTime(today_.addDays(-rng_.between(0, 200)), 630));
             soudan.row();
             const int staffCount = i == 0 ? 3 : rng_.between(1, 3);
             for (int s = 0; s < staffCount; ++s) {
                 // Now and then a member of the other office helps out.
                 const Area& from = (s == 2 || rng_.percent(10)) ? areas_[(i + 1) % 2] : area;
-                tantou.set("nIDNo", i + 1).set("iStaffKyotenCd", from.key.iKyotenCd)
-                    .set("iStaffKyotenEb", from.key.iKyotenEb).set("nStaffIDNo", rng_.pick(from.staffCurrent));
+                tantou.set("nIDNo", i + 1)
+                    .set("iStaffKyotenCd", from.key.iKyotenCd)
+                    .set("iStaffKyotenEb", from.key.iKyotenEb)
+                    .set("nStaffIDNo", rng_.pick(from.staffCurrent));
                 tantou.row();
             }
         }
@@ -774,10 +827,16 @@ private:
         for (const Area& area : areas_) {
             int id = 1;
             for (const auto& l : layouts) {
-                ins.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb).set("nIDNo", id)
-                    .set("cFileName", QString::fromUtf8(l[0])).set("cDispName", QString::fromUtf8(l[1]))
-                    .set("iSejutsuKubun", QString::fromUtf8(l[2]).toInt()).set("iHokenType", 1)
-                    .set("iDelFlg", id == 4 ? 1 : 0).set("iPrintType", 1).set("iStateNo", 0)
+                ins.set("iKyotenCd", area.key.iKyotenCd)
+                    .set("iKyotenEb", area.key.iKyotenEb)
+                    .set("nIDNo", id)
+                    .set("cFileName", QString::fromUtf8(l[0]))
+                    .set("cDispName", QString::fromUtf8(l[1]))
+                    .set("iSejutsuKubun", QString::fromUtf8(l[2]).toInt())
+                    .set("iHokenType", 1)
+                    .set("iDelFlg", id == 4 ? 1 : 0)
+                    .set("iPrintType", 1)
+                    .set("iStateNo", 0)
                     .set("tUpDateTime", ymdTime(today_.addDays(-400), 600));
                 ins.row();
                 ++id;
@@ -791,12 +850,15 @@ private:
         Insert facilityLog(db_, QStringLiteral("SISETSU_DELETE_LOG"), columnsOf("SISETSU_DELETE_LOG"));
         for (int i = 0; i < 2; ++i) {
             const Area& area = areas_[i];
-            staffLog.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb)
-                .set("nIDNo", nextStaffId_ + 1 + i).set("cName", person(25, 60).name())
+            staffLog.set("iKyotenCd", area.key.iKyotenCd)
+                .set("iKyotenEb", area.key.iKyotenEb)
+                .set("nIDNo", nextStaffId_ + 1 + i)
+                .set("cName", person(25, 60).name())
                 .set("deleteLoginID", QStringLiteral("admin"))
                 .set("deleteDate", ymdTime(today_.addDays(-rng_.between(20, 500)), 1000));
             staffLog.row();
-            facilityLog.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb)
+            facilityLog.set("iKyotenCd", area.key.iKyotenCd)
+                .set("iKyotenEb", area.key.iKyotenEb)
                 .set("nIDNo", static_cast<int>(facilities_.size()) + 1 + i)
                 .set("cName", QStringLiteral("旧") + rng_.pick(nameWords()).text + QStringLiteral("ケアプランセンター"))
                 .set("deleteLoginID", QStringLiteral("jimu01"))
@@ -816,22 +878,25 @@ private:
         };
         const Period periods[] = {{"2022/06/01", "2024/09/30", 0}, {"2024/10/01", "2099/12/31", 20}};
         const int prices[][3] = {
-            {1, 1, 450},   {1, 2, 470},   {1, 3, 180},   {1, 4, 100},  {1, 11, 1610}, {1, 12, 1770},
-            {1, 13, 1610}, {1, 14, 1770}, {1, 15, 100},  {1, 16, 1770}, {1, 17, 1900}, {1, 18, 480},
-            {2, 1, 2300},  {2, 2, 2550},  {9, 1, 1000},  {9, 2, 2000}, {9, 3, 3000},  {9, 11, 3000},
-            {9, 12, 500},
+            {1, 1, 450},   {1, 2, 470},  {1, 3, 180},   {1, 4, 100},   {1, 11, 1610}, {1, 12, 1770}, {1, 13, 1610},
+            {1, 14, 1770}, {1, 15, 100}, {1, 16, 1770}, {1, 17, 1900}, {1, 18, 480},  {2, 1, 2300},  {2, 2, 2550},
+            {9, 1, 1000},  {9, 2, 2000}, {9, 3, 3000},  {9, 11, 3000}, {9, 12, 500},
         };
         for (const Period& p : periods) {
             for (const auto& row : prices) {
-                price.set("cStartDate", QString::fromUtf8(p.from)).set("cEndDate", QString::fromUtf8(p.to))
-                    .set("iTankaKbn", row[0]).set("nTankaCode", row[1])
+                price.set("cStartDate", QString::fromUtf8(p.from))
+                    .set("cEndDate", QString::fromUtf8(p.to))
+                    .set("iTankaKbn", row[0])
+                    .set("nTankaCode", row[1])
                     .set("nTanka", row[2] + (row[0] == 1 && row[1] >= 11 && row[1] <= 14 ? p.step : 0));
                 price.row();
             }
             const int bands[][2] = {{4, 2300}, {16, 2550}};
             for (const auto& band : bands) {
-                visit.set("cStartDate", QString::fromUtf8(p.from)).set("cEndDate", QString::fromUtf8(p.to))
-                    .set("nMaxLen", band[0]).set("nKingakuOuryou", band[1]);
+                visit.set("cStartDate", QString::fromUtf8(p.from))
+                    .set("cEndDate", QString::fromUtf8(p.to))
+                    .set("nMaxLen", band[0])
+                    .set("nKingakuOuryou", band[1]);
                 visit.row();
             }
         }
@@ -855,13 +920,12 @@ private:
         Insert reports(db_, QStringLiteral("経過報告"), columnsOf("経過報告"));
         Insert map(db_, QStringLiteral("RIYOUSHA_MAP"), columnsOf("RIYOUSHA_MAP"));
 
-        static const char* const illnesses[] = {"脳梗塞後遺症", "変形性膝関節症", "パーキンソン病", "廃用症候群",
-                                                "腰部脊柱管狭窄症", "関節リウマチ", "頸椎症性脊髄症", "脳出血後遺症"};
-        static const char* const acupunctureIllnesses[] = {"神経痛", "リウマチ", "頸腕症候群", "五十肩",
-                                                           "腰痛症", "頸椎捻挫後遺症"};
+        static const char* const illnesses[] = {"脳梗塞後遺症",     "変形性膝関節症", "パーキンソン病", "廃用症候群",
+                                                "腰部脊柱管狭窄症", "関節リウマチ",   "頸椎症性脊髄症", "脳出血後遺症"};
+        static const char* const acupunctureIllnesses[] = {"神経痛", "リウマチ", "頸腕症候群",
+                                                           "五十肩", "腰痛症",   "頸椎捻挫後遺症"};
         static const char* const notes[] = {"駐車場あり（来客用２番）", "インターホン故障中、到着時に電話",
-                                            "小型犬あり", "鍵はキーボックス（番号は家族に確認）",
-                                            "午前中の訪問を希望"};
+                                            "小型犬あり", "鍵はキーボックス（番号は家族に確認）", "午前中の訪問を希望"};
         static const char* const relations[] = {"長男", "長女", "次男", "妻", "夫", "長男の妻"};
 
         const QDate visitStart = QDate(today_.year(), today_.month(), 1).addMonths(-2);
@@ -895,13 +959,12 @@ private:
                 const Facility& f = facilities_.at(static_cast<std::size_t>(residence));
                 home = f.address;
                 room = rng_.between(1, 4) * 100 + rng_.between(1, 20);
-                home.line1 = f.address.line1 + QLatin1Char(' ') + f.name + QLatin1Char(' ') + QString::number(room)
-                             + QStringLiteral("号室");
+                home.line1 = f.address.line1 + QLatin1Char(' ') + f.name + QLatin1Char(' ') + QString::number(room) +
+                             QStringLiteral("号室");
                 home.tel = f.address.tel;
             } else {
                 home = address(c, 30);
-                if (!home.line2.isEmpty())
-                    home.line1 += QLatin1Char(' ') + home.line2;
+                if (!home.line2.isEmpty()) home.line1 += QLatin1Char(' ') + home.line2;
             }
 
             // Family: the householder, and the second, third, billing and contact addresses.
@@ -923,11 +986,9 @@ private:
             const bool deformity = !acupuncture && (k == 8 || (k > 13 && rng_.percent(15)));
             std::array<int, 5> parts{};
             if (!acupuncture) {
-                for (int& part : parts)
-                    part = rng_.percent(55) ? 1 : 0;
+                for (int& part : parts) part = rng_.percent(55) ? 1 : 0;
                 parts[static_cast<std::size_t>(rng_.between(0, 4))] = 1;
-                if (deformity)
-                    parts[static_cast<std::size_t>(rng_.between(1, 4))] = 2;
+                if (deformity) parts[static_cast<std::size_t>(rng_.between(1, 4))] = 2;
             }
 
             // Insurance.
@@ -950,8 +1011,7 @@ private:
                     futanNo = findInsurer(Insurer::Shogai, pref)->no;
                 } else {
                     futanNo = findInsurer(Insurer::Seiho, pref, c.city.text)->no;
-                    if (age < 75)
-                        hokenNo.clear();  // on welfare alone, with no insurance of their own
+                    if (age < 75) hokenNo.clear();  // on welfare alone, with no insurance of their own
                 }
             }
 
@@ -959,12 +1019,10 @@ private:
             const std::vector<int>& staffPool = ended ? area.staffAll : area.staffCurrent;
             const int tantou = rng_.pick(staffPool);
             std::optional<int> tantou2;
-            if (rng_.percent(15))
-                tantou2 = rng_.pick(area.staffCurrent);
+            if (rng_.percent(15)) tantou2 = rng_.pick(area.staffCurrent);
             int doctor = rng_.pick(area.doctors);
             std::optional<int> careManager;
-            if (k == 0 || (k > 13 && rng_.percent(65)))
-                careManager = rng_.pick(area.careManagers);
+            if (k == 0 || (k > 13 && rng_.percent(65))) careManager = rng_.pick(area.careManagers);
 
             // Consents, from the start of the service on; old ones are not kept.
             std::array<std::optional<Consent>, 2> slots;
@@ -973,32 +1031,36 @@ private:
                 QDate day = start.addDays(-rng_.between(0, 10));
                 int n = 0;
                 while (day <= last) {
-                    if (rng_.percent(4))
-                        doctor = rng_.pick(area.doctors);
+                    if (rng_.percent(4)) doctor = rng_.pick(area.doctors);
                     const QDate renew = renewalDay(day, deformity);
                     const Consent consent{day, renew.addDays(-1), doctor};
                     slots[static_cast<std::size_t>(n % 2)] = consent;
                     if (day >= consentHistoryStart) {
                         const Doctor& d = doctors_.at(static_cast<std::size_t>(doctor));
                         const Facility& f = facilities_.at(static_cast<std::size_t>(d.institution));
-                        consents.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb)
-                            .set("nIDNo", id).set("tDouiDay", ymd(day)).set("tDouiKaryoS", ymd(day))
-                            .set("cDouiIsiName", d.name).set("cDouiIsiKikan", f.name)
-                            .set("cDouiIsiAdd", f.address.line1).set("cIsiCd", d.id);
-                        const char* const partColumns[] = {"iSejutuBui1", "iSejutuBui2", "iSejutuBui3",
-                                                           "iSejutuBui4", "iSejutuBui5"};
-                        for (std::size_t i = 0; i < parts.size(); ++i)
-                            consents.set(partColumns[i], parts[i]);
+                        consents.set("iKyotenCd", area.key.iKyotenCd)
+                            .set("iKyotenEb", area.key.iKyotenEb)
+                            .set("nIDNo", id)
+                            .set("tDouiDay", ymd(day))
+                            .set("tDouiKaryoS", ymd(day))
+                            .set("cDouiIsiName", d.name)
+                            .set("cDouiIsiKikan", f.name)
+                            .set("cDouiIsiAdd", f.address.line1)
+                            .set("cIsiCd", d.id);
+                        const char* const partColumns[] = {"iSejutuBui1", "iSejutuBui2", "iSejutuBui3", "iSejutuBui4",
+                                                           "iSejutuBui5"};
+                        for (std::size_t i = 0; i < parts.size(); ++i) consents.set(partColumns[i], parts[i]);
                         consents.row();
                     }
                     day = renew.addDays(-rng_.between(1, deformity ? 5 : 20));
-                    if (day <= consent.day)
-                        day = consent.day.addDays(1);
+                    if (day <= consent.day) day = consent.day.addDays(1);
                     ++n;
                 }
                 if (rng_.percent(90)) {
                     static const std::vector<int> calcWeights = {50, 15, 35};
-                    calc.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb).set("nIDNo", id)
+                    calc.set("iKyotenCd", area.key.iKyotenCd)
+                        .set("iKyotenEb", area.key.iKyotenEb)
+                        .set("nIDNo", id)
                         .set("iDoui1CalcType", rng_.weighted(calcWeights))
                         .set("iDoui2CalcType", rng_.weighted(calcWeights));
                     calc.row();
@@ -1006,62 +1068,73 @@ private:
             }
 
             // The patient row.
-            riyousha.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb).set("nIDNo", id)
-                .set("cName", p.name()).set("cNameKana", p.kana()).set("cNameRyaku", p.family.text)
-                .set("iSex", p.sex).set("tBirthday", ymd(p.birthday))
-                .set("cYubinNo", home.zip).set("cAdress1", home.line1).set("cAddressKana", home.kana)
-                .set("cTelNo", home.tel).set("iTikuNo", rng_.between(1, 9))
-                .set("nTantou", tantou).set("cByoumei", QString::fromUtf8(illnesses[rng_.between(0, 7)]))
-                .set("iKaigoLevel", rng_.between(0, 7)).set("iFutanritsu", age >= 75 ? rng_.weighted({80, 10, 10}) + 1 : 3)
-                .set("iHoken", age >= 75 ? 1 : 2).set("iVisitFlg", 1).set("iOuryoCalType", 1)
-                .set("iSejutsuKubun", acupuncture ? 1 : 0).set("iHenke", deformity ? 1 : 0)
-                .set("iOnan", 0).set("iDenki", 0)
-                .set("tStartDay", ymd(start)).set("tSyoryoDay", ymd(start)).set("tSyosinDay", ymd(start))
+            riyousha.set("iKyotenCd", area.key.iKyotenCd)
+                .set("iKyotenEb", area.key.iKyotenEb)
+                .set("nIDNo", id)
+                .set("cName", p.name())
+                .set("cNameKana", p.kana())
+                .set("cNameRyaku", p.family.text)
+                .set("iSex", p.sex)
+                .set("tBirthday", ymd(p.birthday))
+                .set("cYubinNo", home.zip)
+                .set("cAdress1", home.line1)
+                .set("cAddressKana", home.kana)
+                .set("cTelNo", home.tel)
+                .set("iTikuNo", rng_.between(1, 9))
+                .set("nTantou", tantou)
+                .set("cByoumei", QString::fromUtf8(illnesses[rng_.between(0, 7)]))
+                .set("iKaigoLevel", rng_.between(0, 7))
+                .set("iFutanritsu", age >= 75 ? rng_.weighted({80, 10, 10}) + 1 : 3)
+                .set("iHoken", age >= 75 ? 1 : 2)
+                .set("iVisitFlg", 1)
+                .set("iOuryoCalType", 1)
+                .set("iSejutsuKubun", acupuncture ? 1 : 0)
+                .set("iHenke", deformity ? 1 : 0)
+                .set("iOnan", 0)
+                .set("iDenki", 0)
+                .set("tStartDay", ymd(start))
+                .set("tSyoryoDay", ymd(start))
+                .set("tSyosinDay", ymd(start))
                 .set("iTenki", ended ? rng_.pick(std::vector<int>{1, 2, 3, 15}) : 0)
                 .set("tUpdateTime", ymdTime(today_.addDays(-rng_.between(0, 120)), rng_.between(480, 1200)));
-            if (!hokenNo.isEmpty())
-                riyousha.set("cHokenNo", hokenNo).set("cHokenKigouNo", rng_.digits(8));
-            if (!futanNo.isEmpty())
-                riyousha.set("cFutanNo", futanNo).set("cJukyuNo", rng_.digits(7));
-            if (tantou2)
-                riyousha.set("nTantou2", *tantou2);
-            if (room > 0)
-                riyousha.set("nRoomNo", room);
-            if (ended)
-                riyousha.set("tExpireDay", ymd(expire));
-            if (rng_.percent(35))
-                riyousha.set("cMobNo", mobile());
-            if (rng_.percent(5))
-                riyousha.set("cFaxNo", phone(c));
-            if (rng_.percent(8))
-                riyousha.set("cComment", QString::fromUtf8(notes[rng_.between(0, 4)]));
+            if (!hokenNo.isEmpty()) riyousha.set("cHokenNo", hokenNo).set("cHokenKigouNo", rng_.digits(8));
+            if (!futanNo.isEmpty()) riyousha.set("cFutanNo", futanNo).set("cJukyuNo", rng_.digits(7));
+            if (tantou2) riyousha.set("nTantou2", *tantou2);
+            if (room > 0) riyousha.set("nRoomNo", room);
+            if (ended) riyousha.set("tExpireDay", ymd(expire));
+            if (rng_.percent(35)) riyousha.set("cMobNo", mobile());
+            if (rng_.percent(5)) riyousha.set("cFaxNo", phone(c));
+            if (rng_.percent(8)) riyousha.set("cComment", QString::fromUtf8(notes[rng_.between(0, 4)]));
             if (acupuncture) {
                 const int illness = rng_.between(0, 5);
                 riyousha.set("nHKSyobyouCd", illness + 1)
                     .set("cHKSyobyouName", QString::fromUtf8(acupunctureIllnesses[illness]))
-                    .set("iHKHariUmu", 1).set("iHKKyuUmu", rng_.percent(70) ? 1 : 0);
+                    .set("iHKHariUmu", 1)
+                    .set("iHKKyuUmu", rng_.percent(70) ? 1 : 0);
             } else {
                 const char* const partColumns[] = {"iSejutuBui1", "iSejutuBui2", "iSejutuBui3", "iSejutuBui4",
                                                    "iSejutuBui5"};
-                for (std::size_t i = 0; i < parts.size(); ++i)
-                    riyousha.set(partColumns[i], parts[i]);
+                for (std::size_t i = 0; i < parts.size(); ++i) riyousha.set(partColumns[i], parts[i]);
             }
             if (rng_.percent(30)) {
-                riyousha.set("cSetaiName", child.name()).set("cSetaiKana", child.kana()).set("iSetaiSex", child.sex)
+                riyousha.set("cSetaiName", child.name())
+                    .set("cSetaiKana", child.kana())
+                    .set("iSetaiSex", child.sex)
                     .set("cSetaiTsuzuki", QString::fromUtf8(relations[rng_.between(0, 5)]))
                     .set("tSetaiBirthday", ymd(child.birthday));
             }
             if (secondAddress)
                 riyousha.set("cYubinNo2", familyHome.zip)
-                    .set("cAdress2", familyHome.line1 + (familyHome.line2.isEmpty() ? QString() : QLatin1Char(' ') + familyHome.line2));
+                    .set("cAdress2",
+                         familyHome.line1 +
+                             (familyHome.line2.isEmpty() ? QString() : QLatin1Char(' ') + familyHome.line2));
             Address third;
             if (thirdAddress) {
                 third = address(cityOf(area), 50);
                 riyousha.set("cYubinNo3", third.zip);
             }
             for (std::size_t s = 0; s < slots.size(); ++s) {
-                if (!slots[s])
-                    continue;
+                if (!slots[s]) continue;
                 const Consent& consent = *slots[s];
                 const Doctor& d = doctors_.at(static_cast<std::size_t>(consent.doctor));
                 const Facility& f = facilities_.at(static_cast<std::size_t>(d.institution));
@@ -1088,12 +1161,12 @@ private:
             riyousha.row();
 
             // The patient's further data.
-            sub.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb).set("nIDNo", id)
+            sub.set("iKyotenCd", area.key.iKyotenCd)
+                .set("iKyotenEb", area.key.iKyotenEb)
+                .set("nIDNo", id)
                 .set("iShoukanSiharai", reimbursed ? 1 : 0);
-            if (slots[0])
-                sub.set("iIsiCd", doctors_.at(static_cast<std::size_t>(slots[0]->doctor)).id.toInt());
-            if (slots[1])
-                sub.set("iIsiCd2", doctors_.at(static_cast<std::size_t>(slots[1]->doctor)).id.toInt());
+            if (slots[0]) sub.set("iIsiCd", doctors_.at(static_cast<std::size_t>(slots[0]->doctor)).id.toInt());
+            if (slots[1]) sub.set("iIsiCd2", doctors_.at(static_cast<std::size_t>(slots[1]->doctor)).id.toInt());
             if (careManager) {
                 const CareManager& cm = careManagers_.at(static_cast<std::size_t>(*careManager));
                 sub.set("iCareCd", cm.id).set("cCareName", cm.name).set("cCareTelNo", cm.tel);
@@ -1107,11 +1180,15 @@ private:
             if (thirdAddress)
                 sub.set("cAdress3", third.line1 + (third.line2.isEmpty() ? QString() : QLatin1Char(' ') + third.line2));
             if (billing)
-                sub.set("cYubinNoS0Ryosyu", familyHome.zip).set("cJusyo1S0Ryosyu", familyHome.line1)
-                    .text("cJusyo2S0Ryosyu", familyHome.line2).set("cAtenaS0Ryosyu", child.name());
+                sub.set("cYubinNoS0Ryosyu", familyHome.zip)
+                    .set("cJusyo1S0Ryosyu", familyHome.line1)
+                    .text("cJusyo2S0Ryosyu", familyHome.line2)
+                    .set("cAtenaS0Ryosyu", child.name());
             if (contact)
-                sub.set("cYubinNoS0Renraku", familyHome.zip).set("cJusyo1S0Renraku", familyHome.line1)
-                    .text("cJusyo2S0Renraku", familyHome.line2).set("cAtenaS0Renraku", child.name());
+                sub.set("cYubinNoS0Renraku", familyHome.zip)
+                    .set("cJusyo1S0Renraku", familyHome.line1)
+                    .text("cJusyo2S0Renraku", familyHome.line2)
+                    .set("cAtenaS0Renraku", child.name());
             sub.row();
 
             // Visits of the last three months, on the patient's fixed weekdays.
@@ -1129,10 +1206,11 @@ private:
                 }
                 const int time = rng_.between(54, 105) * 10;  // 9:00 to 17:30
                 for (QDate d = from; d <= last; d = d.addDays(1)) {
-                    if (!weekday[static_cast<std::size_t>(d.dayOfWeek())] || rng_.percent(10))
-                        continue;
-                    visits.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb)
-                        .set("nRiyoushaIDNo", id).set("tServicyDayStart", ymdTime(d, time + rng_.between(-2, 2) * 10));
+                    if (!weekday[static_cast<std::size_t>(d.dayOfWeek())] || rng_.percent(10)) continue;
+                    visits.set("iKyotenCd", area.key.iKyotenCd)
+                        .set("iKyotenEb", area.key.iKyotenEb)
+                        .set("nRiyoushaIDNo", id)
+                        .set("tServicyDayStart", ymdTime(d, time + rng_.between(-2, 2) * 10));
                     visits.row();
                 }
             }
@@ -1141,21 +1219,30 @@ private:
             if (k == 12 || (k > 13 && rng_.percent(50))) {
                 for (QDate m = std::max(reportStart, QDate(start.year(), start.month(), 1)); m < today_ && m <= last;
                      m = m.addMonths(1)) {
-                    if (m >= QDate(today_.year(), today_.month(), 1))
-                        break;
-                    reports.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb)
-                        .set("nRiyoushaIDNo", id).set("tServicyMonth", ym(m)).set("nStaffIDNo", tantou);
+                    if (m >= QDate(today_.year(), today_.month(), 1)) break;
+                    reports.set("iKyotenCd", area.key.iKyotenCd)
+                        .set("iKyotenEb", area.key.iKyotenEb)
+                        .set("nRiyoushaIDNo", id)
+                        .set("tServicyMonth", ym(m))
+                        .set("nStaffIDNo", tantou);
                     reports.row();
                     if (tantou2 && *tantou2 != tantou) {
-                        reports.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb)
-                            .set("nRiyoushaIDNo", id).set("tServicyMonth", ym(m)).set("nStaffIDNo", *tantou2);
+                        reports.set("iKyotenCd", area.key.iKyotenCd)
+                            .set("iKyotenEb", area.key.iKyotenEb)
+                            .set("nRiyoushaIDNo", id)
+                            .set("tServicyMonth", ym(m))
+                            .set("nStaffIDNo", *tantou2);
                         reports.row();
                     }
                 }
             }
 
-            map.set("iKyotenCd", area.key.iKyotenCd).set("iKyotenEb", area.key.iKyotenEb).set("nIDNo", id)
-                .set("nLat", home.lat).set("nLon", home.lon).set("tUpDateTime", ymdTime(start, 600));
+            map.set("iKyotenCd", area.key.iKyotenCd)
+                .set("iKyotenEb", area.key.iKyotenEb)
+                .set("nIDNo", id)
+                .set("nLat", home.lat)
+                .set("nLon", home.lon)
+                .set("tUpDateTime", ymdTime(start, 600));
             map.row();
         }
     }
@@ -1178,12 +1265,9 @@ private:
 
 void buildDatabase(const DatabaseRequest& request)
 {
-    if (request.patients < kMinPatients)
-        throw std::invalid_argument("too few patients");
-    if (!request.today.isValid())
-        throw std::invalid_argument("no date to build the data around");
-    if (QFileInfo::exists(request.path))
-        throw std::invalid_argument("the database file exists already");
+    if (request.patients < kMinPatients) throw std::invalid_argument("too few patients");
+    if (!request.today.isValid()) throw std::invalid_argument("no date to build the data around");
+    if (QFileInfo::exists(request.path)) throw std::invalid_argument("the database file exists already");
 
     // The text columns are declared with the clinic's collation: the connection must know it.
     data::ado::registerJapaneseCollation();
@@ -1192,8 +1276,7 @@ void buildDatabase(const DatabaseRequest& request)
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     std::unique_ptr<sqlite3, decltype(&sqlite3_close)> db(raw, &sqlite3_close);
     try {
-        if (rc != SQLITE_OK)
-            throw DatabaseError(raw ? sqlite3_errmsg(raw) : sqlite3_errstr(rc));
+        if (rc != SQLITE_OK) throw DatabaseError(raw ? sqlite3_errmsg(raw) : sqlite3_errstr(rc));
         // A file being built is of no use half-done, so no journal and no waiting for
         // the disk; the caller renames it into place only when it is complete.
         execute(db.get(), QStringLiteral("PRAGMA journal_mode=OFF"));

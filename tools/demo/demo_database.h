@@ -21,10 +21,10 @@ inline constexpr SiteKey kSecondOffice{1, 2};
 inline constexpr int kMinPatients = 20;
 
 struct DatabaseRequest {
-    QString path;              // a file that does not exist yet
-    int patients = 3000;       // over both offices
+    QString path;         // a file that does not exist yet
+    int patients = 3000;  // over both offices
     std::uint32_t seed = 1;
-    QDate today;               // the day the data is current on
+    QDate today;  // the day the data is current on
 };
 
 // Builds the database. Throws DatabaseError (sqlite_insert.h) on a database failure and

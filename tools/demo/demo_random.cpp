@@ -7,8 +7,7 @@ namespace demo {
 
 int Rng::between(int lo, int hi)
 {
-    if (hi < lo)
-        throw std::invalid_argument("Rng::between: empty range");
+    if (hi < lo) throw std::invalid_argument("Rng::between: empty range");
     const std::uint64_t span = static_cast<std::uint64_t>(hi) - static_cast<std::uint64_t>(lo) + 1;
     // Rejection keeps every value equally likely: draws from the incomplete top
     // stretch of the 32-bit range are thrown back.
@@ -25,8 +24,7 @@ int Rng::weighted(const std::vector<int>& weights)
     const int total = std::accumulate(weights.begin(), weights.end(), 0);
     int roll = between(0, total - 1);
     for (std::size_t i = 0; i < weights.size(); ++i) {
-        if (roll < weights[i])
-            return static_cast<int>(i);
+        if (roll < weights[i]) return static_cast<int>(i);
         roll -= weights[i];
     }
     return static_cast<int>(weights.size()) - 1;
@@ -36,8 +34,7 @@ QString Rng::digits(int n)
 {
     QString s;
     s.reserve(n);
-    for (int i = 0; i < n; ++i)
-        s += QChar(u'0' + between(0, 9));
+    for (int i = 0; i < n; ++i) s += QChar(u'0' + between(0, 9));
     return s;
 }
 

@@ -15,33 +15,28 @@ void execute(sqlite3* db, const QString& sql)
 }
 
 Insert::Insert(sqlite3* db, const QString& table, const QStringList& columns)
-    : db_(db), table_(table), values_(static_cast<std::size_t>(columns.size()))
+        : db_(db), table_(table), values_(static_cast<std::size_t>(columns.size()))
 {
     QStringList marks;
     for (qsizetype i = 0; i < columns.size(); ++i) {
         index_.insert(columns.at(i).toLower(), static_cast<std::size_t>(i));
         marks << QStringLiteral("?");
     }
-    const QString sql = QStringLiteral("INSERT INTO ") + table + QStringLiteral(" (")
-                        + columns.join(QStringLiteral(", ")) + QStringLiteral(") VALUES (")
-                        + marks.join(QStringLiteral(", ")) + QStringLiteral(")");
+    const QString sql = QStringLiteral("INSERT INTO ") + table + QStringLiteral(" (") +
+                        columns.join(QStringLiteral(", ")) + QStringLiteral(") VALUES (") +
+                        marks.join(QStringLiteral(", ")) + QStringLiteral(")");
     if (sqlite3_prepare_v2(db_, sql.toUtf8().constData(), -1, &stmt_, nullptr) != SQLITE_OK)
         throw DatabaseError(std::string(sqlite3_errmsg(db_)) + " [" + sql.toStdString() + "]");
 }
 
-Insert::~Insert()
-{
-    sqlite3_finalize(stmt_);
-}
+Insert::~Insert() { sqlite3_finalize(stmt_); }
 
 std::size_t Insert::indexOf(const char* column) const
 {
-    if (const auto known = byAddress_.find(column); known != byAddress_.end())
-        return known->second;
+    if (const auto known = byAddress_.find(column); known != byAddress_.end()) return known->second;
     const auto it = index_.constFind(QString::fromLatin1(column).toLower());
     if (it == index_.constEnd())
-        throw DatabaseError("no column " + std::string(column) + " in the insert into "
-                            + table_.toStdString());
+        throw DatabaseError("no column " + std::string(column) + " in the insert into " + table_.toStdString());
     byAddress_.emplace(column, it.value());
     return it.value();
 }
@@ -66,8 +61,7 @@ Insert& Insert::set(const char* column, const QString& value)
 
 Insert& Insert::text(const char* column, const QString& value)
 {
-    if (!value.isEmpty())
-        set(column, value);
+    if (!value.isEmpty()) set(column, value);
     return *this;
 }
 
@@ -82,8 +76,7 @@ void Insert::row()
             sqlite3_bind_double(stmt_, slot, *d);
         } else if (const auto* s = std::get_if<QString>(&v)) {
             const QByteArray utf8 = s->toUtf8();
-            sqlite3_bind_text(stmt_, slot, utf8.constData(), static_cast<int>(utf8.size()),
-                              SQLITE_TRANSIENT);
+            sqlite3_bind_text(stmt_, slot, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
         } else {
             sqlite3_bind_null(stmt_, slot);
         }

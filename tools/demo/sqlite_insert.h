@@ -7,8 +7,8 @@
 #include <QStringList>
 
 #include <cstdint>
-#include <unordered_map>
 #include <stdexcept>
+#include <unordered_map>
 #include <variant>
 #include <vector>
 

@@ -15,8 +15,7 @@ namespace {
 std::unique_ptr<Driver> makeDriver(const QString& connectionString)
 {
     const DriverTarget target = chooseDriver(connectionString, app::gsAppPath, defaultOdbcDriverName());
-    if (target.kind == DriverTarget::Kind::Sqlite)
-        return std::make_unique<sqlite::SqliteDriver>(target.sqlitePath);
+    if (target.kind == DriverTarget::Kind::Sqlite) return std::make_unique<sqlite::SqliteDriver>(target.sqlitePath);
     return std::make_unique<odbc::OdbcDriver>(target.odbcConnectString);
 }
 
@@ -45,20 +44,16 @@ auto Connection::guarded(F&& call) -> decltype(call())
 
 Driver& Connection::openDriver()
 {
-    if (!driver_)
-        throw fault::connectionInvalid();
+    if (!driver_) throw fault::connectionInvalid();
     return *driver_;
 }
 
 void Connection::Open(const QString& connectionString, const QString& userId, const QString& password, int options)
 {
-    if (driver_)
-        throw fault::objectOpen();
+    if (driver_) throw fault::objectOpen();
     QString text = connectionString;
-    if (!userId.isEmpty())
-        text += QStringLiteral(";User ID=") + userId;
-    if (!password.isEmpty())
-        text += QStringLiteral(";Password=") + password;
+    if (!userId.isEmpty()) text += QStringLiteral(";User ID=") + userId;
+    if (!password.isEmpty()) text += QStringLiteral(";Password=") + password;
     // Every SQLite connection of the process compares text as the clinic's server does,
     // whichever driver opens it.
     registerJapaneseCollation();
@@ -71,8 +66,7 @@ void Connection::Open(const QString& connectionString, const QString& userId, co
 
 void Connection::Close()
 {
-    if (!driver_)
-        throw fault::objectClosed();
+    if (!driver_) throw fault::objectClosed();
     driver_.reset();
     transactionLevel_ = 0;
 }
@@ -99,11 +93,10 @@ ResultTable Connection::fetch(const QString& sql)
             return driver.query(text, commandTimeout_);
         } catch (const ProviderFailure& failure) {
             // SQL Server takes a name in ORDER BY from the select list first.
-            const bool ambiguous = driver.speaksSqlite() && !failure.errors.empty()
-                                   && isAmbiguousColumnMessage(failure.errors.front().Description);
+            const bool ambiguous = driver.speaksSqlite() && !failure.errors.empty() &&
+                                   isAmbiguousColumnMessage(failure.errors.front().Description);
             const QString outer = ambiguous ? orderByOverSelect(text) : QString();
-            if (outer.isEmpty())
-                throw;
+            if (outer.isEmpty()) throw;
             return driver.query(outer, commandTimeout_);
         }
     });
@@ -114,8 +107,9 @@ int Connection::BeginTrans()
     Driver& driver = openDriver();
     if (transactionLevel_ > 0)
         guarded([&]() -> void {
-            throw transactionFailure(XACT_E_XTIONEXISTS,
-                                     QStringLiteral("このセッションでは、トランザクションは 1 つしかアクティブにできません。"));
+            throw transactionFailure(
+                XACT_E_XTIONEXISTS,
+                QStringLiteral("このセッションでは、トランザクションは 1 つしかアクティブにできません。"));
         });
     guarded([&] { driver.beginTrans(commandTimeout_); });
     transactionLevel_ = 1;
@@ -127,7 +121,8 @@ void Connection::CommitTrans()
     Driver& driver = openDriver();
     if (transactionLevel_ == 0)
         guarded([&]() -> void {
-            throw transactionFailure(XACT_E_NOTRANSACTION, QStringLiteral("アクティブなトランザクションがありません。"));
+            throw transactionFailure(XACT_E_NOTRANSACTION,
+                                     QStringLiteral("アクティブなトランザクションがありません。"));
         });
     guarded([&] { driver.commitTrans(commandTimeout_); });
     transactionLevel_ = 0;
@@ -138,7 +133,8 @@ void Connection::RollbackTrans()
     Driver& driver = openDriver();
     if (transactionLevel_ == 0)
         guarded([&]() -> void {
-            throw transactionFailure(XACT_E_NOTRANSACTION, QStringLiteral("アクティブなトランザクションがありません。"));
+            throw transactionFailure(XACT_E_NOTRANSACTION,
+                                     QStringLiteral("アクティブなトランザクションがありません。"));
         });
     transactionLevel_ = 0;
     guarded([&] { driver.rollbackTrans(commandTimeout_); });
@@ -146,14 +142,10 @@ void Connection::RollbackTrans()
 
 void Connection::setCommandTimeout(int seconds)
 {
-    if (seconds < 0)
-        throw fault::badArguments();
+    if (seconds < 0) throw fault::badArguments();
     commandTimeout_ = seconds;
 }
 
-QString Connection::DefaultDatabase() const
-{
-    return driver_ ? driver_->defaultDatabase() : QString();
-}
+QString Connection::DefaultDatabase() const { return driver_ ? driver_->defaultDatabase() : QString(); }
 
 }  // namespace data::ado

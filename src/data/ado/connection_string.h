@@ -27,8 +27,8 @@ private:
 struct DriverTarget {
     enum class Kind { Sqlite, Odbc };
     Kind kind = Kind::Sqlite;
-    QString sqlitePath;        // native path of the database file (Sqlite)
-    QString odbcConnectString; // what goes to SQLDriverConnect (Odbc)
+    QString sqlitePath;         // native path of the database file (Sqlite)
+    QString odbcConnectString;  // what goes to SQLDriverConnect (Odbc)
 };
 
 // Provider=SQLite;Data Source=<path>: SQLite, a relative path relative to appPath.

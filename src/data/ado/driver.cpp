@@ -55,14 +55,11 @@ void ResultColumn::appendDouble(double value)
 qsizetype RecurringTexts::find(const void* data, qsizetype bytes)
 {
     pending_ = nullptr;
-    if (!looking_ || bytes > kLongest)
-        return -1;
-    if (slots_.empty())
-        slots_.resize(kSlots);
+    if (!looking_ || bytes > kLongest) return -1;
+    if (slots_.empty()) slots_.resize(kSlots);
     const auto* p = static_cast<const unsigned char*>(data);
     size_t h = 14695981039346656037ull;
-    for (qsizetype i = 0; i < bytes; ++i)
-        h = (h ^ p[i]) * 1099511628211ull;
+    for (qsizetype i = 0; i < bytes; ++i) h = (h ^ p[i]) * 1099511628211ull;
     Slot& slot = slots_[(h ^ (h >> 29)) & (kSlots - 1)];
     // An empty text may come without any bytes behind it (a null pointer), which
     // memcmp and memcpy must never be handed.
@@ -75,16 +72,14 @@ qsizetype RecurringTexts::find(const void* data, qsizetype bytes)
         return -1;
     }
     slot.bytes = bytes;
-    if (bytes > 0)
-        std::memcpy(slot.data, data, size_t(bytes));
+    if (bytes > 0) std::memcpy(slot.data, data, size_t(bytes));
     pending_ = &slot;
     return -1;
 }
 
 void RecurringTexts::remember(qsizetype cell)
 {
-    if (pending_)
-        pending_->cell = cell;
+    if (pending_) pending_->cell = cell;
     pending_ = nullptr;
 }
 
@@ -97,8 +92,7 @@ void RecurringTexts::stopLooking()
 
 QString RecurringTexts::shared(qsizetype offset, QStringView text) const
 {
-    if (made_.empty())
-        made_.resize(kSlots);
+    if (made_.empty()) made_.resize(kSlots);
     Made& made = made_[size_t(offset * 0x9E3779B97F4A7C15ull >> 54) & (kSlots - 1)];
     if (made.offset != offset) {
         made.offset = offset;
@@ -127,8 +121,7 @@ void ResultColumn::appendTextCell(qsizetype offset, qsizetype length)
 
 void ResultColumn::appendText(QStringView text)
 {
-    if (appendRecurring(text.utf16(), text.size() * qsizetype(sizeof(char16_t))))
-        return;
+    if (appendRecurring(text.utf16(), text.size() * qsizetype(sizeof(char16_t)))) return;
     const qsizetype offset = qsizetype(texts_.size());
     texts_.insert(texts_.end(), text.utf16(), text.utf16() + text.size());
     appendTextCell(offset, text.size());
@@ -136,8 +129,7 @@ void ResultColumn::appendText(QStringView text)
 
 void ResultColumn::appendUtf8(const char* data, qsizetype bytes)
 {
-    if (appendRecurring(data, bytes))
-        return;
+    if (appendRecurring(data, bytes)) return;
     // A UTF-8 text never has more UTF-16 units than bytes.
     const qsizetype offset = qsizetype(texts_.size());
     texts_.resize(size_t(offset + bytes));
@@ -187,8 +179,7 @@ QVariant ResultColumn::value(qsizetype row) const
     case Kind::Text:
     case Kind::SharedText: {
         // An empty text is empty, never null, wherever it lies in the buffer.
-        if (cell.length == 0)
-            return QVariant(QStringLiteral(""));
+        if (cell.length == 0) return QVariant(QStringLiteral(""));
         const QStringView text = textOf(cell);
         return QVariant(cell.kind == Kind::SharedText ? recurring_.shared(qsizetype(cell.payload), text)
                                                       : text.toString());
@@ -202,8 +193,7 @@ QVariant ResultColumn::value(qsizetype row) const
 bool ResultColumn::textAt(qsizetype row, QStringView& text) const
 {
     const Cell& cell = cells_[size_t(row)];
-    if (cell.kind != Kind::Text)
-        return false;
+    if (cell.kind != Kind::Text) return false;
     text = textOf(cell);
     return true;
 }
@@ -211,20 +201,17 @@ bool ResultColumn::textAt(qsizetype row, QStringView& text) const
 QVariant parseStoredDateTime(QStringView text)
 {
     Stamp s;
-    if (!parseStamp(text, s))
-        return {};
+    if (!parseStamp(text, s)) return {};
     return QDateTime(QDate(s.year, s.month, s.day), QTime(s.hour, s.minute, s.second, s.msec));
 }
 
 QVariant DateTimeCache::parse(QStringView text)
 {
     Stamp s;
-    if (!parseStamp(text, s))
-        return {};
+    if (!parseStamp(text, s)) return {};
     const qint64 key = s.key();
     auto it = seen_.constFind(key);
-    if (it != seen_.constEnd())
-        return it.value();
+    if (it != seen_.constEnd()) return it.value();
     QVariant value = QDateTime(QDate(s.year, s.month, s.day), QTime(s.hour, s.minute, s.second, s.msec));
     seen_.insert(key, value);
     return value;
@@ -234,20 +221,16 @@ namespace {
 
 bool parseStamp(QStringView text, Stamp& s)
 {
-    if (text.size() < 10)
-        return false;
+    if (text.size() < 10) return false;
     const QChar sep = text[4];
-    if ((sep != u'/' && sep != u'-') || text[7] != sep)
-        return false;
+    if ((sep != u'/' && sep != u'-') || text[7] != sep) return false;
     bool ok = true;
     const int year = digits(text, 0, 4, ok);
     const int month = digits(text, 5, 2, ok);
     const int day = digits(text, 8, 2, ok);
-    if (!ok)
-        return false;
+    if (!ok) return false;
     const QDate date(year, month, day);
-    if (!date.isValid())
-        return false;
+    if (!date.isValid()) return false;
     int hour = 0, minute = 0, second = 0, msec = 0;
     if (text.size() > 10) {
         if (text.size() < 19 || (text[10] != u' ' && text[10] != u'T') || text[13] != u':' || text[16] != u':')
@@ -256,20 +239,15 @@ bool parseStamp(QStringView text, Stamp& s)
         minute = digits(text, 14, 2, ok);
         second = digits(text, 17, 2, ok);
         if (text.size() > 19) {
-            if (text[19] != u'.')
-                return false;
+            if (text[19] != u'.') return false;
             const QStringView fraction = text.mid(20, 3);
             msec = digits(fraction, 0, fraction.size(), ok);
-            for (qsizetype k = fraction.size(); k < 3; ++k)
-                msec *= 10;
-            if (!ok || digits(text, 23, text.size() - 23, ok) < 0 || !ok)
-                return false;
+            for (qsizetype k = fraction.size(); k < 3; ++k) msec *= 10;
+            if (!ok || digits(text, 23, text.size() - 23, ok) < 0 || !ok) return false;
         }
-        if (!ok)
-            return false;
+        if (!ok) return false;
     }
-    if (!QTime::isValid(hour, minute, second, msec))
-        return false;
+    if (!QTime::isValid(hour, minute, second, msec)) return false;
     s = Stamp{year, month, day, hour, minute, second, msec};
     return true;
 }

@@ -2,8 +2,8 @@
 // What the ADO surface asks of a database driver. Each driver reports a failure by
 // throwing ProviderFailure with all its diagnostic records.
 
-#include <QString>
 #include <QHash>
+#include <QString>
 #include <QVariant>
 
 #include <vector>

@@ -6,8 +6,7 @@ namespace data::ado {
 
 const Error& Errors::Item(int index) const
 {
-    if (index < 0 || index >= Count())
-        throw fault::itemNotFound();
+    if (index < 0 || index >= Count()) throw fault::itemNotFound();
     return items_[static_cast<size_t>(index)];
 }
 

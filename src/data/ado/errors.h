@@ -10,7 +10,7 @@ namespace data::ado {
 
 // One diagnostic record of the provider.
 struct Error {
-    qint32 Number = 0;       // an HRESULT, negative for the provider's failures
+    qint32 Number = 0;  // an HRESULT, negative for the provider's failures
     QString Description;
     QString Source;
     QString SQLState;        // five characters, e.g. "42S22"

@@ -4,14 +4,10 @@ namespace data::ado {
 
 qint32 hresultForSqlState(const QString& sqlState)
 {
-    if (sqlState == u"HYT00" || sqlState == u"HYT01")
-        return DB_E_ABORTLIMITREACHED;
-    if (sqlState == u"42S02")
-        return DB_E_NOTABLE;
-    if (sqlState == u"28000")
-        return DB_SEC_E_AUTH_FAILED;
-    if (sqlState.startsWith(u"23"))
-        return DB_E_INTEGRITYVIOLATION;
+    if (sqlState == u"HYT00" || sqlState == u"HYT01") return DB_E_ABORTLIMITREACHED;
+    if (sqlState == u"42S02") return DB_E_NOTABLE;
+    if (sqlState == u"28000") return DB_SEC_E_AUTH_FAILED;
+    if (sqlState.startsWith(u"23")) return DB_E_INTEGRITYVIOLATION;
     if (sqlState.startsWith(u"42") || sqlState.startsWith(u"37") || sqlState.startsWith(u"22"))
         return DB_E_ERRORSINCOMMAND;
     return E_FAIL_;
@@ -24,10 +20,7 @@ base::VbError objectNotSet()
     return {91, QStringLiteral("オブジェクト変数または With ブロック変数が設定されていません。")};
 }
 
-base::VbError badArguments()
-{
-    return {3001, QStringLiteral("引数が間違った型、許容範囲外、または競合しています。")};
-}
+base::VbError badArguments() { return {3001, QStringLiteral("引数が間違った型、許容範囲外、または競合しています。")}; }
 
 base::VbError noCurrentRecord()
 {
@@ -45,10 +38,7 @@ base::VbError objectClosed()
     return {3704, QStringLiteral("オブジェクトが閉じている場合は、操作は許可されません。")};
 }
 
-base::VbError objectOpen()
-{
-    return {3705, QStringLiteral("オブジェクトが開いている場合は、操作は許可されません。")};
-}
+base::VbError objectOpen() { return {3705, QStringLiteral("オブジェクトが開いている場合は、操作は許可されません。")}; }
 
 base::VbError providerNotFound()
 {
@@ -57,13 +47,13 @@ base::VbError providerNotFound()
 
 base::VbError connectionInvalid()
 {
-    return {3709, QStringLiteral("この操作を実行するために、接続を使用できません。このコンテキストで閉じているか、無効です。")};
+    return {3709, QStringLiteral(
+                      "この操作を実行するために、接続を使用できません。このコンテキストで閉じているか、無効です。")};
 }
 
 base::VbError fromProvider(const ProviderFailure& failure)
 {
-    if (failure.errors.empty())
-        return {E_FAIL_, QStringLiteral("未定義のエラー")};
+    if (failure.errors.empty()) return {E_FAIL_, QStringLiteral("未定義のエラー")};
     const Error& first = failure.errors.front();
     return {first.Number, first.Description};
 }

@@ -11,7 +11,7 @@ namespace data::ado {
 
 // HRESULTs the drivers give their errors, chosen by SQLSTATE class the way OLE DB
 // providers for SQL Server report them.
-inline constexpr qint32 E_FAIL_ = -2147467259;                   // 0x80004005
+inline constexpr qint32 E_FAIL_ = -2147467259;                  // 0x80004005
 inline constexpr qint32 DB_E_ERRORSINCOMMAND = -2147217900;     // 0x80040E14
 inline constexpr qint32 DB_E_NOTABLE = -2147217865;             // 0x80040E37
 inline constexpr qint32 DB_E_ABORTLIMITREACHED = -2147217871;   // 0x80040E31
@@ -29,14 +29,14 @@ struct ProviderFailure {
 };
 
 namespace fault {
-base::VbError objectNotSet();        // 91
-base::VbError badArguments();        // 3001
-base::VbError noCurrentRecord();     // 3021
-base::VbError itemNotFound();        // 3265
-base::VbError objectClosed();        // 3704
-base::VbError objectOpen();          // 3705
-base::VbError providerNotFound();    // 3706
-base::VbError connectionInvalid();   // 3709
+base::VbError objectNotSet();       // 91
+base::VbError badArguments();       // 3001
+base::VbError noCurrentRecord();    // 3021
+base::VbError itemNotFound();       // 3265
+base::VbError objectClosed();       // 3704
+base::VbError objectOpen();         // 3705
+base::VbError providerNotFound();   // 3706
+base::VbError connectionInvalid();  // 3709
 // A fault raised from a provider failure: its first record's number and text.
 base::VbError fromProvider(const ProviderFailure& failure);
 }  // namespace fault

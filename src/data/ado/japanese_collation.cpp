@@ -40,8 +40,7 @@ void foldInto(char32_t c, std::vector<char32_t>& out)
     const QChar::Decomposition tag = QChar::decompositionTag(c);
     if (tag == QChar::Wide || tag == QChar::Narrow) {
         const QString d = QChar::decomposition(c);
-        if (!d.isEmpty())
-            c = d.at(0).unicode();
+        if (!d.isEmpty()) c = d.at(0).unicode();
     }
     if (QChar::decompositionTag(c) == QChar::Canonical) {
         forEachCodePoint(QChar::decomposition(c), [&](char32_t p) { foldInto(p, out); });
@@ -62,8 +61,7 @@ const std::vector<Folded>& fold(QStringView text, bool trimmed, int slot)
     thread_local std::vector<char32_t> flat;
     thread_local std::vector<Folded> out[2];
     qsizetype n = text.size();
-    while (trimmed && n > 0 && text[n - 1] == u' ')
-        --n;
+    while (trimmed && n > 0 && text[n - 1] == u' ') --n;
     flat.clear();
     forEachCodePoint(text.left(n), [&](char32_t c) {
         if (c < 0x80) {  // ASCII: only the case to fold
@@ -89,14 +87,11 @@ int compareFolded(const std::vector<Folded>& a, const std::vector<Folded>& b)
 {
     const size_t n = std::min(a.size(), b.size());
     for (size_t i = 0; i < n; ++i) {
-        if (a[i].base != b[i].base)
-            return a[i].base < b[i].base ? -1 : 1;
+        if (a[i].base != b[i].base) return a[i].base < b[i].base ? -1 : 1;
     }
-    if (a.size() != b.size())
-        return a.size() < b.size() ? -1 : 1;
+    if (a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
     for (size_t i = 0; i < n; ++i) {
-        if (a[i].marks != b[i].marks)
-            return a[i].marks < b[i].marks ? -1 : 1;
+        if (a[i].marks != b[i].marks) return a[i].marks < b[i].marks ? -1 : 1;
     }
     return 0;
 }
@@ -106,28 +101,22 @@ bool likeFrom(const std::vector<Folded>& p, size_t pi, const std::vector<Folded>
     while (pi < p.size()) {
         const Folded& c = p[pi];
         if (escape && c.base == escape && c.marks == 0 && pi + 1 < p.size()) {
-            if (ti >= t.size() || !(t[ti] == p[pi + 1]))
-                return false;
+            if (ti >= t.size() || !(t[ti] == p[pi + 1])) return false;
             pi += 2;
             ++ti;
         } else if (c.base == U'%' && c.marks == 0) {
-            while (pi < p.size() && p[pi].base == U'%' && p[pi].marks == 0)
-                ++pi;
-            if (pi == p.size())
-                return true;
+            while (pi < p.size() && p[pi].base == U'%' && p[pi].marks == 0) ++pi;
+            if (pi == p.size()) return true;
             for (size_t k = ti; k <= t.size(); ++k) {
-                if (likeFrom(p, pi, t, k, escape))
-                    return true;
+                if (likeFrom(p, pi, t, k, escape)) return true;
             }
             return false;
         } else if (c.base == U'_' && c.marks == 0) {
-            if (ti >= t.size())
-                return false;
+            if (ti >= t.size()) return false;
             ++pi;
             ++ti;
         } else {
-            if (ti >= t.size() || !(t[ti] == c))
-                return false;
+            if (ti >= t.size() || !(t[ti] == c)) return false;
             ++pi;
             ++ti;
         }
@@ -174,9 +163,11 @@ int registerOn(sqlite3* db, const char**, const sqlite3_api_routines*)
 {
     int rc = sqlite3_create_collation_v2(db, kJapaneseCollation, SQLITE_UTF16, nullptr, &collate, nullptr);
     if (rc == SQLITE_OK)
-        rc = sqlite3_create_function(db, "like", 2, SQLITE_UTF16 | SQLITE_DETERMINISTIC, nullptr, &like, nullptr, nullptr);
+        rc = sqlite3_create_function(db, "like", 2, SQLITE_UTF16 | SQLITE_DETERMINISTIC, nullptr, &like, nullptr,
+                                     nullptr);
     if (rc == SQLITE_OK)
-        rc = sqlite3_create_function(db, "like", 3, SQLITE_UTF16 | SQLITE_DETERMINISTIC, nullptr, &like, nullptr, nullptr);
+        rc = sqlite3_create_function(db, "like", 3, SQLITE_UTF16 | SQLITE_DETERMINISTIC, nullptr, &like, nullptr,
+                                     nullptr);
     return rc;
 }
 
@@ -192,8 +183,7 @@ int addJapaneseCollation(sqlite3* db) { return registerOn(db, nullptr, nullptr);
 
 int compareJapaneseCi(QStringView a, QStringView b)
 {
-    if (a == b)
-        return 0;
+    if (a == b) return 0;
     return compareFolded(fold(a, true, 0), fold(b, true, 1));
 }
 

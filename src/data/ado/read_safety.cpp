@@ -11,16 +11,15 @@ namespace {
 // Words that begin or carry a statement of their own; none is a column or table name
 // of this database. INTO covers SELECT ... INTO, which creates a table.
 constexpr std::array<QStringView, 27> kVerbs = {
-    u"insert",   u"update",  u"delete",      u"merge",          u"truncate",  u"drop",   u"create",
-    u"alter",    u"exec",    u"execute",     u"grant",          u"revoke",    u"deny",   u"backup",
-    u"restore",  u"shutdown", u"dbcc",       u"use",            u"declare",   u"set",    u"begin",
-    u"commit",   u"rollback", u"waitfor",    u"into",           u"openrowset", u"attach",
+    u"insert",  u"update", u"delete", u"merge",  u"truncate", u"drop",    u"create",   u"alter",      u"exec",
+    u"execute", u"grant",  u"revoke", u"deny",   u"backup",   u"restore", u"shutdown", u"dbcc",       u"use",
+    u"declare", u"set",    u"begin",  u"commit", u"rollback", u"waitfor", u"into",     u"openrowset", u"attach",
 };
 
 QString literalText(QStringView sql, const SqlToken& t)
 {
     return sql.mid(t.pos, 1) == u"'" ? QStringLiteral("読み取りの SQL の文字列 (') が閉じていません。")
-                                      : QStringLiteral("読み取りの SQL の引用符または注釈が閉じていません。");
+                                     : QStringLiteral("読み取りの SQL の引用符または注釈が閉じていません。");
 }
 
 }  // namespace
@@ -63,8 +62,7 @@ QString readSafetyViolation(QStringView sql)
             return QStringLiteral("読み取りの SQL が SELECT 文ではありません。");
         seenFirst = true;
     }
-    if (!seenFirst)
-        return QStringLiteral("読み取りの SQL が空です。");
+    if (!seenFirst) return QStringLiteral("読み取りの SQL が空です。");
     return {};
 }
 

@@ -15,10 +15,8 @@ bool Field::TextView(QStringView& text) const { return recordset_->textView(inde
 
 void Recordset::Open(const QString& source, Connection& activeConnection, int cursorType, int lockType, int options)
 {
-    if (open_)
-        throw fault::objectOpen();
-    if (activeConnection.State() != adStateOpen)
-        throw fault::connectionInvalid();
+    if (open_) throw fault::objectOpen();
+    if (activeConnection.State() != adStateOpen) throw fault::connectionInvalid();
     table_ = activeConnection.fetch(source);
     byName_.clear();
     byFolded_.clear();
@@ -30,8 +28,7 @@ void Recordset::Open(const QString& source, Connection& activeConnection, int cu
         byFolded_.insert(column(i).name.toCaseFolded(), i);
     }
     firstOfName_.assign(table_.columns.size(), false);
-    for (int i : std::as_const(byFolded_))
-        firstOfName_[static_cast<size_t>(i)] = true;
+    for (int i : std::as_const(byFolded_)) firstOfName_[static_cast<size_t>(i)] = true;
     lastFound_ = -1;
     position_ = 0;
     open_ = true;
@@ -50,8 +47,7 @@ void Recordset::Close()
 
 void Recordset::requireOpen() const
 {
-    if (!open_)
-        throw fault::objectClosed();
+    if (!open_) throw fault::objectClosed();
 }
 
 bool Recordset::Eof() const
@@ -86,15 +82,13 @@ void Recordset::MoveLast()
 
 void Recordset::MoveNext()
 {
-    if (Eof())
-        throw fault::noCurrentRecord();
+    if (Eof()) throw fault::noCurrentRecord();
     ++position_;
 }
 
 void Recordset::MovePrevious()
 {
-    if (Bof())
-        throw fault::noCurrentRecord();
+    if (Bof()) throw fault::noCurrentRecord();
     --position_;
 }
 
@@ -116,8 +110,7 @@ Field Recordset::Fields(const QString& name) const
     auto it = byName_.constFind(name);
     if (it == byName_.constEnd()) {
         it = byFolded_.constFind(name.toCaseFolded());
-        if (it == byFolded_.constEnd())
-            throw fault::itemNotFound();
+        if (it == byFolded_.constEnd()) throw fault::itemNotFound();
     }
     lastFound_ = it.value();
     return Field(*this, it.value());
@@ -126,23 +119,20 @@ Field Recordset::Fields(const QString& name) const
 Field Recordset::Fields(int index) const
 {
     requireOpen();
-    if (index < 0 || index >= FieldCount())
-        throw fault::itemNotFound();
+    if (index < 0 || index >= FieldCount()) throw fault::itemNotFound();
     return Field(*this, index);
 }
 
 bool Recordset::textView(int index, QStringView& text) const
 {
-    if (!open_ || position_ < 0 || position_ >= table_.rowCount)
-        return false;
+    if (!open_ || position_ < 0 || position_ >= table_.rowCount) return false;
     return column(index).textAt(position_, text);
 }
 
 QVariant Recordset::value(int index) const
 {
     requireOpen();
-    if (position_ < 0 || position_ >= table_.rowCount)
-        throw fault::noCurrentRecord();
+    if (position_ < 0 || position_ >= table_.rowCount) throw fault::noCurrentRecord();
     return column(index).value(position_);
 }
 

@@ -54,7 +54,7 @@ private:
     int cursorLocation_ = adUseServer;
     bool open_ = false;
     ResultTable table_;
-    qsizetype position_ = 0;  // -1 is BOF, rowCount is EOF
+    qsizetype position_ = 0;        // -1 is BOF, rowCount is EOF
     QHash<QString, int> byName_;    // exact spelling
     QHash<QString, int> byFolded_;  // case-folded
     // Readers ask for the fields of a row in the same order row after row: the column

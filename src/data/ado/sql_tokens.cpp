@@ -4,10 +4,7 @@ namespace data::ado {
 
 namespace {
 
-bool isWordStart(QChar c)
-{
-    return c.isLetter() || c == u'_' || c == u'@' || c == u'#' || c.unicode() >= 0x80;
-}
+bool isWordStart(QChar c) { return c.isLetter() || c == u'_' || c == u'@' || c == u'#' || c.unicode() >= 0x80; }
 
 bool isWordPart(QChar c) { return isWordStart(c) || c.isDigit() || c == u'$'; }
 
@@ -46,8 +43,7 @@ std::vector<SqlToken> tokenizeSql(QStringView sql)
         const QChar next = i + 1 < n ? sql[i + 1] : QChar();
         if (c.isSpace()) {
             qsizetype j = i + 1;
-            while (j < n && sql[j].isSpace())
-                ++j;
+            while (j < n && sql[j].isSpace()) ++j;
             push(SqlTokenKind::Space, j);
         } else if (c == u'\'' || c == u'"' || c == u'[') {
             const QChar close = c == u'[' ? QChar(u']') : c;
@@ -58,8 +54,7 @@ std::vector<SqlToken> tokenizeSql(QStringView sql)
                 push(c == u'\'' ? SqlTokenKind::String : SqlTokenKind::QuotedName, end);
         } else if (c == u'-' && next == u'-') {
             qsizetype j = i + 2;
-            while (j < n && sql[j] != u'\n' && sql[j] != u'\r')
-                ++j;
+            while (j < n && sql[j] != u'\n' && sql[j] != u'\r') ++j;
             push(SqlTokenKind::LineComment, j);
         } else if (c == u'/' && next == u'*') {
             const qsizetype close = sql.indexOf(u"*/", i + 2);
@@ -69,13 +64,11 @@ std::vector<SqlToken> tokenizeSql(QStringView sql)
                 push(SqlTokenKind::BlockComment, close + 2);
         } else if (c.isDigit()) {
             qsizetype j = i + 1;
-            while (j < n && (sql[j].isDigit() || sql[j] == u'.'))
-                ++j;
+            while (j < n && (sql[j].isDigit() || sql[j] == u'.')) ++j;
             push(SqlTokenKind::Number, j);
         } else if (isWordStart(c)) {
             qsizetype j = i + 1;
-            while (j < n && isWordPart(sql[j]))
-                ++j;
+            while (j < n && isWordPart(sql[j])) ++j;
             push(SqlTokenKind::Word, j);
         } else {
             push(SqlTokenKind::Punct, i + 1);
@@ -87,9 +80,8 @@ std::vector<SqlToken> tokenizeSql(QStringView sql)
 size_t nextSignificant(const std::vector<SqlToken>& tokens, size_t i)
 {
     size_t j = i + 1;
-    while (j < tokens.size()
-           && (tokens[j].kind == SqlTokenKind::Space || tokens[j].kind == SqlTokenKind::LineComment
-               || tokens[j].kind == SqlTokenKind::BlockComment))
+    while (j < tokens.size() && (tokens[j].kind == SqlTokenKind::Space || tokens[j].kind == SqlTokenKind::LineComment ||
+                                 tokens[j].kind == SqlTokenKind::BlockComment))
         ++j;
     return j;
 }

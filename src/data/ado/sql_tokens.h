@@ -9,10 +9,10 @@
 namespace data::ado {
 
 enum class SqlTokenKind {
-    Word,          // a name or keyword (letters, digits, _, @, #, $; any non-ASCII letter)
+    Word,  // a name or keyword (letters, digits, _, @, #, $; any non-ASCII letter)
     Number,
-    String,        // '...' with '' inside
-    QuotedName,    // "..." or [...]
+    String,      // '...' with '' inside
+    QuotedName,  // "..." or [...]
     Space,
     LineComment,   // -- to the end of the line
     BlockComment,  // /* ... */

@@ -21,7 +21,10 @@ static_assert(sizeof(SQLWCHAR) == sizeof(char16_t), "the ODBC wide character is 
 
 const QString kSource = QStringLiteral("ODBC");
 
-std::u16string wide(const QString& text) { return std::u16string(reinterpret_cast<const char16_t*>(text.utf16()), text.size()); }
+std::u16string wide(const QString& text)
+{
+    return std::u16string(reinterpret_cast<const char16_t*>(text.utf16()), text.size());
+}
 
 SQLWCHAR* sqlw(std::u16string& text) { return reinterpret_cast<SQLWCHAR*>(text.data()); }
 
@@ -41,8 +44,7 @@ std::vector<Error> diagnostics(SQLSMALLINT handleType, SQLHANDLE handle)
         SQLSMALLINT length = 0;
         const SQLRETURN rc = SQLGetDiagRecW(handleType, handle, record, state, &native, message,
                                             SQLSMALLINT(std::size(message)), &length);
-        if (rc != SQL_SUCCESS && rc != SQL_SUCCESS_WITH_INFO)
-            break;
+        if (rc != SQL_SUCCESS && rc != SQL_SUCCESS_WITH_INFO) break;
         Error error;
         error.SQLState = fromWide(state, 5);
         error.Number = hresultForSqlState(error.SQLState);
@@ -77,10 +79,7 @@ public:
         if (!ok(SQLAllocHandle(SQL_HANDLE_STMT, dbc, &stmt_)))
             fail(SQL_HANDLE_DBC, dbc, QStringLiteral("SQLAllocHandle(STMT) failed"));
     }
-    ~StatementHandle()
-    {
-        SQLFreeHandle(SQL_HANDLE_STMT, stmt_);
-    }
+    ~StatementHandle() { SQLFreeHandle(SQL_HANDLE_STMT, stmt_); }
     StatementHandle(const StatementHandle&) = delete;
     StatementHandle& operator=(const StatementHandle&) = delete;
 
@@ -89,12 +88,11 @@ public:
     void run(const QString& sql, int timeoutSeconds)
     {
         // A driver that cannot bound a statement's time says so as a warning only.
-        SQLSetStmtAttrW(stmt_, SQL_ATTR_QUERY_TIMEOUT, reinterpret_cast<SQLPOINTER>(SQLULEN(std::max(0, timeoutSeconds))),
-                        SQL_IS_UINTEGER);
+        SQLSetStmtAttrW(stmt_, SQL_ATTR_QUERY_TIMEOUT,
+                        reinterpret_cast<SQLPOINTER>(SQLULEN(std::max(0, timeoutSeconds))), SQL_IS_UINTEGER);
         std::u16string text = wide(sql);
         const SQLRETURN rc = SQLExecDirectW(stmt_, sqlw(text), SQLINTEGER(text.size()));
-        if (!ok(rc) && rc != SQL_NO_DATA)
-            fail(SQL_HANDLE_STMT, stmt_, QStringLiteral("SQLExecDirectW failed"));
+        if (!ok(rc) && rc != SQL_NO_DATA) fail(SQL_HANDLE_STMT, stmt_, QStringLiteral("SQLExecDirectW failed"));
     }
 
 private:
@@ -142,19 +140,15 @@ QVariant readText(SQLHSTMT stmt, SQLUSMALLINT col)
     for (;;) {
         SQLLEN indicator = 0;
         const SQLRETURN rc = SQLGetData(stmt, col, SQL_C_WCHAR, buffer, sizeof buffer, &indicator);
-        if (rc == SQL_NO_DATA)
-            break;
-        if (!ok(rc))
-            fail(SQL_HANDLE_STMT, stmt, QStringLiteral("SQLGetData failed"));
-        if (indicator == SQL_NULL_DATA)
-            return {};
+        if (rc == SQL_NO_DATA) break;
+        if (!ok(rc)) fail(SQL_HANDLE_STMT, stmt, QStringLiteral("SQLGetData failed"));
+        if (indicator == SQL_NULL_DATA) return {};
         const qsizetype room = qsizetype(std::size(buffer)) - 1;
         const qsizetype got = (indicator == SQL_NO_TOTAL || indicator / qsizetype(sizeof(SQLWCHAR)) > room)
                                   ? room
                                   : indicator / qsizetype(sizeof(SQLWCHAR));
         text.append(fromWide(buffer, got));
-        if (rc == SQL_SUCCESS)
-            break;
+        if (rc == SQL_SUCCESS) break;
     }
     return text;
 }
@@ -168,10 +162,8 @@ QVariant readCell(SQLHSTMT stmt, SQLUSMALLINT col, Fetch fetch, DateTimeCache& d
         SQLBIGINT value = 0;
         if (!ok(SQLGetData(stmt, col, SQL_C_SBIGINT, &value, 0, &indicator)))
             fail(SQL_HANDLE_STMT, stmt, QStringLiteral("SQLGetData failed"));
-        if (indicator == SQL_NULL_DATA)
-            return {};
-        if (fetch == Fetch::Bit)
-            return QVariant(value != 0);
+        if (indicator == SQL_NULL_DATA) return {};
+        if (fetch == Fetch::Bit) return QVariant(value != 0);
         if (value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max())
             return QVariant(int(value));
         return QVariant(qlonglong(value));
@@ -180,14 +172,12 @@ QVariant readCell(SQLHSTMT stmt, SQLUSMALLINT col, Fetch fetch, DateTimeCache& d
         double value = 0;
         if (!ok(SQLGetData(stmt, col, SQL_C_DOUBLE, &value, 0, &indicator)))
             fail(SQL_HANDLE_STMT, stmt, QStringLiteral("SQLGetData failed"));
-        if (indicator == SQL_NULL_DATA)
-            return {};
+        if (indicator == SQL_NULL_DATA) return {};
         return QVariant(value);
     }
     case Fetch::Decimal: {
         const QVariant text = readText(stmt, col);
-        if (text.isNull())
-            return {};
+        if (text.isNull()) return {};
         bool isNumber = false;
         const qlonglong value = text.toString().trimmed().toLongLong(&isNumber);
         return isNumber ? QVariant(value) : QVariant(text.toString().toDouble());
@@ -195,8 +185,7 @@ QVariant readCell(SQLHSTMT stmt, SQLUSMALLINT col, Fetch fetch, DateTimeCache& d
     case Fetch::DateTime: {
         // As text: SQL Server's datetimes and SQLite's stored text read the same way.
         const QVariant text = readText(stmt, col);
-        if (text.isNull())
-            return {};
+        if (text.isNull()) return {};
         const QVariant date = dates.parse(text.toString());
         return date.isValid() ? date : text;
     }
@@ -205,16 +194,13 @@ QVariant readCell(SQLHSTMT stmt, SQLUSMALLINT col, Fetch fetch, DateTimeCache& d
         char buffer[4096];
         for (;;) {
             const SQLRETURN rc = SQLGetData(stmt, col, SQL_C_BINARY, buffer, sizeof buffer, &indicator);
-            if (rc == SQL_NO_DATA)
-                break;
-            if (!ok(rc))
-                fail(SQL_HANDLE_STMT, stmt, QStringLiteral("SQLGetData failed"));
-            if (indicator == SQL_NULL_DATA)
-                return {};
-            const qsizetype got = (indicator == SQL_NO_TOTAL || indicator > SQLLEN(sizeof buffer)) ? qsizetype(sizeof buffer) : indicator;
+            if (rc == SQL_NO_DATA) break;
+            if (!ok(rc)) fail(SQL_HANDLE_STMT, stmt, QStringLiteral("SQLGetData failed"));
+            if (indicator == SQL_NULL_DATA) return {};
+            const qsizetype got =
+                (indicator == SQL_NO_TOTAL || indicator > SQLLEN(sizeof buffer)) ? qsizetype(sizeof buffer) : indicator;
             bytes.append(buffer, got);
-            if (rc == SQL_SUCCESS)
-                break;
+            if (rc == SQL_SUCCESS) break;
         }
         return bytes;
     }
@@ -229,33 +215,55 @@ QVariant readCell(SQLHSTMT stmt, SQLUSMALLINT col, Fetch fetch, DateTimeCache& d
 int adoTypeForSqlType(int sqlType)
 {
     switch (sqlType) {
-    case SQL_INTEGER: return adInteger;
-    case SQL_SMALLINT: return adSmallInt;
-    case SQL_TINYINT: return adUnsignedTinyInt;
-    case SQL_BIGINT: return adBigInt;
-    case SQL_BIT: return adBoolean;
-    case SQL_REAL: return adSingle;
+    case SQL_INTEGER:
+        return adInteger;
+    case SQL_SMALLINT:
+        return adSmallInt;
+    case SQL_TINYINT:
+        return adUnsignedTinyInt;
+    case SQL_BIGINT:
+        return adBigInt;
+    case SQL_BIT:
+        return adBoolean;
+    case SQL_REAL:
+        return adSingle;
     case SQL_FLOAT:
-    case SQL_DOUBLE: return adDouble;
+    case SQL_DOUBLE:
+        return adDouble;
     case SQL_NUMERIC:
-    case SQL_DECIMAL: return adNumeric;
+    case SQL_DECIMAL:
+        return adNumeric;
     case SQL_TYPE_DATE:
-    case SQL_DATE: return adDBDate;
+    case SQL_DATE:
+        return adDBDate;
     case SQL_TYPE_TIME:
-    case SQL_TIME: return adDBTime;
+    case SQL_TIME:
+        return adDBTime;
     case SQL_TYPE_TIMESTAMP:
-    case SQL_TIMESTAMP: return adDBTimeStamp;
-    case SQL_CHAR: return adChar;
-    case SQL_VARCHAR: return adVarChar;
-    case SQL_LONGVARCHAR: return adLongVarChar;
-    case SQL_WCHAR: return adWChar;
-    case SQL_WVARCHAR: return adVarWChar;
-    case SQL_WLONGVARCHAR: return adLongVarWChar;
-    case SQL_GUID: return adGUID;
-    case SQL_BINARY: return adBinary;
-    case SQL_VARBINARY: return adVarBinary;
-    case SQL_LONGVARBINARY: return adLongVarBinary;
-    default: return adVarWChar;
+    case SQL_TIMESTAMP:
+        return adDBTimeStamp;
+    case SQL_CHAR:
+        return adChar;
+    case SQL_VARCHAR:
+        return adVarChar;
+    case SQL_LONGVARCHAR:
+        return adLongVarChar;
+    case SQL_WCHAR:
+        return adWChar;
+    case SQL_WVARCHAR:
+        return adVarWChar;
+    case SQL_WLONGVARCHAR:
+        return adLongVarWChar;
+    case SQL_GUID:
+        return adGUID;
+    case SQL_BINARY:
+        return adBinary;
+    case SQL_VARBINARY:
+        return adVarBinary;
+    case SQL_LONGVARBINARY:
+        return adLongVarBinary;
+    default:
+        return adVarWChar;
     }
 }
 
@@ -305,8 +313,7 @@ void OdbcDriver::open()
 void OdbcDriver::close()
 {
     if (dbc_) {
-        if (connected_)
-            SQLDisconnect(dbc_);
+        if (connected_) SQLDisconnect(dbc_);
         SQLFreeHandle(SQL_HANDLE_DBC, dbc_);
         dbc_ = nullptr;
     }
@@ -321,8 +328,7 @@ QString OdbcDriver::defaultDatabase()
 {
     SQLWCHAR name[256] = {};
     SQLINTEGER length = 0;
-    if (!ok(SQLGetConnectAttrW(dbc_, SQL_ATTR_CURRENT_CATALOG, name, sizeof name, &length)))
-        return {};
+    if (!ok(SQLGetConnectAttrW(dbc_, SQL_ATTR_CURRENT_CATALOG, name, sizeof name, &length))) return {};
     return fromWide(name, std::min<qsizetype>(length / qsizetype(sizeof(SQLWCHAR)), qsizetype(std::size(name)) - 1));
 }
 
@@ -334,13 +340,10 @@ qint64 OdbcDriver::execute(const QString& sql, int timeoutSeconds)
     // A batch reports each statement's count; the total is what the caller changed.
     for (;;) {
         SQLLEN count = 0;
-        if (ok(SQLRowCount(stmt.get(), &count)) && count > 0)
-            changed += count;
+        if (ok(SQLRowCount(stmt.get(), &count)) && count > 0) changed += count;
         const SQLRETURN rc = SQLMoreResults(stmt.get());
-        if (rc == SQL_NO_DATA)
-            break;
-        if (!ok(rc))
-            fail(SQL_HANDLE_STMT, stmt.get(), QStringLiteral("SQLMoreResults failed"));
+        if (rc == SQL_NO_DATA) break;
+        if (!ok(rc)) fail(SQL_HANDLE_STMT, stmt.get(), QStringLiteral("SQLMoreResults failed"));
     }
     return changed;
 }
@@ -367,28 +370,23 @@ ResultTable OdbcDriver::query(const QString& sql, int timeoutSeconds)
         column.type = adoTypeForSqlType(sqlType);
         fetches[c - 1] = fetchFor(sqlType, decimals);
         // SQLite keeps text of any length in any column: its text is Unicode text.
-        if (sqlite_ && fetches[c - 1] == Fetch::Text)
-            column.type = adVarWChar;
+        if (sqlite_ && fetches[c - 1] == Fetch::Text) column.type = adVarWChar;
     }
     DateTimeCache dates;
     size_t capacity = 0;
     for (;;) {
         const SQLRETURN rc = SQLFetch(stmt.get());
-        if (rc == SQL_NO_DATA)
-            break;
-        if (!ok(rc))
-            fail(SQL_HANDLE_STMT, stmt.get(), QStringLiteral("SQLFetch failed"));
+        if (rc == SQL_NO_DATA) break;
+        if (!ok(rc)) fail(SQL_HANDLE_STMT, stmt.get(), QStringLiteral("SQLFetch failed"));
         if (size_t(table.rowCount) == capacity) {
             capacity = capacity ? capacity * 2 : 256;
-            for (ResultColumn& column : table.columns)
-                column.reserve(capacity);
+            for (ResultColumn& column : table.columns) column.reserve(capacity);
         }
         for (SQLUSMALLINT c = 1; c <= SQLUSMALLINT(columnCount); ++c)
             table.columns[c - 1].append(readCell(stmt.get(), c, fetches[c - 1], dates));
         ++table.rowCount;
     }
-    for (ResultColumn& column : table.columns)
-        column.finish();
+    for (ResultColumn& column : table.columns) column.finish();
     return table;
 }
 
@@ -403,7 +401,8 @@ void OdbcDriver::endTransaction(bool commit)
 {
     const SQLRETURN rc = SQLEndTran(SQL_HANDLE_DBC, dbc_, commit ? SQL_COMMIT : SQL_ROLLBACK);
     if (!ok(rc))
-        fail(SQL_HANDLE_DBC, dbc_, commit ? QStringLiteral("CommitTrans failed") : QStringLiteral("RollbackTrans failed"));
+        fail(SQL_HANDLE_DBC, dbc_,
+             commit ? QStringLiteral("CommitTrans failed") : QStringLiteral("RollbackTrans failed"));
     if (!ok(SQLSetConnectAttrW(dbc_, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(SQLULEN(SQL_AUTOCOMMIT_ON)),
                                SQL_IS_UINTEGER)))
         fail(SQL_HANDLE_DBC, dbc_, QStringLiteral("autocommit could not be restored"));

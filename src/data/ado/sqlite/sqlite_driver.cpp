@@ -35,12 +35,10 @@ QString sqlStateFor(int code, const QString& message)
     case SQLITE_AUTH:
         return QStringLiteral("42000");
     case SQLITE_ERROR:
-        if (message.startsWith(u"no such table"))
-            return QStringLiteral("42S02");
-        if (message.startsWith(u"no such column"))
-            return QStringLiteral("42S22");
-        if (message.contains(u"syntax error") || message.contains(u"ambiguous column name")
-            || message.startsWith(u"no such function"))
+        if (message.startsWith(u"no such table")) return QStringLiteral("42S02");
+        if (message.startsWith(u"no such column")) return QStringLiteral("42S22");
+        if (message.contains(u"syntax error") || message.contains(u"ambiguous column name") ||
+            message.startsWith(u"no such function"))
             return QStringLiteral("42000");
         return QStringLiteral("HY000");
     default:
@@ -72,8 +70,7 @@ public:
     }
     ~StatementClock()
     {
-        if (limitMs_ > 0)
-            sqlite3_progress_handler(db_, 0, nullptr, nullptr);
+        if (limitMs_ > 0) sqlite3_progress_handler(db_, 0, nullptr, nullptr);
     }
     StatementClock(const StatementClock&) = delete;
     StatementClock& operator=(const StatementClock&) = delete;
@@ -81,10 +78,7 @@ public:
     bool expired() const { return limitMs_ > 0 && timer_.isValid() && timer_.elapsed() >= limitMs_; }
 
 private:
-    static int tick(void* self)
-    {
-        return static_cast<StatementClock*>(self)->expired() ? 1 : 0;
-    }
+    static int tick(void* self) { return static_cast<StatementClock*>(self)->expired() ? 1 : 0; }
 
     sqlite3* db_;
     qint64 limitMs_;
@@ -129,12 +123,10 @@ Reader readerFor(int adoType)
 QVariant dateOf(const char* data, int bytes, DateTimeCache& dates)
 {
     char16_t wide[32];
-    if (bytes > int(std::size(wide)))
-        return {};
+    if (bytes > int(std::size(wide))) return {};
     for (int i = 0; i < bytes; ++i) {
         const auto c = static_cast<unsigned char>(data[i]);
-        if (c >= 0x80)
-            return {};
+        if (c >= 0x80) return {};
         wide[i] = c;
     }
     return dates.parse(QStringView(wide, bytes));
@@ -191,8 +183,7 @@ int adoTypeForValue(sqlite3_stmt* stmt, int col)
     case SQLITE_TEXT: {
         const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, col));
         const int bytes = sqlite3_column_bytes(stmt, col);
-        if ((bytes == 10 || bytes == 19)
-            && parseStoredDateTime(QString::fromLatin1(text, bytes)).isValid())
+        if ((bytes == 10 || bytes == 19) && parseStoredDateTime(QString::fromLatin1(text, bytes)).isValid())
             return adDBTimeStamp;
         return adVarWChar;
     }
@@ -205,29 +196,18 @@ int adoTypeForValue(sqlite3_stmt* stmt, int col)
 
 int adoTypeForDeclaredType(const char* declType)
 {
-    if (!declType || !*declType)
-        return 0;
+    if (!declType || !*declType) return 0;
     const QByteArray t = QByteArray(declType).toUpper();
-    if (t.contains("DATE") || t.contains("TIME"))
-        return adDBTimeStamp;
-    if (t.startsWith("BIGINT"))
-        return adBigInt;
-    if (t.startsWith("SMALLINT"))
-        return adSmallInt;
-    if (t.startsWith("TINYINT"))
-        return adUnsignedTinyInt;
-    if (t == "BIT" || t.startsWith("BOOL"))
-        return adBoolean;
-    if (t.contains("INT"))
-        return adInteger;
-    if (t.contains("CHAR") || t.contains("CLOB") || t.contains("TEXT"))
-        return adVarWChar;
-    if (t.contains("BLOB"))
-        return adLongVarBinary;
-    if (t.contains("REAL") || t.contains("FLOA") || t.contains("DOUB"))
-        return adDouble;
-    if (t.startsWith("NUMERIC") || t.startsWith("DECIMAL") || t.startsWith("MONEY"))
-        return adNumeric;
+    if (t.contains("DATE") || t.contains("TIME")) return adDBTimeStamp;
+    if (t.startsWith("BIGINT")) return adBigInt;
+    if (t.startsWith("SMALLINT")) return adSmallInt;
+    if (t.startsWith("TINYINT")) return adUnsignedTinyInt;
+    if (t == "BIT" || t.startsWith("BOOL")) return adBoolean;
+    if (t.contains("INT")) return adInteger;
+    if (t.contains("CHAR") || t.contains("CLOB") || t.contains("TEXT")) return adVarWChar;
+    if (t.contains("BLOB")) return adLongVarBinary;
+    if (t.contains("REAL") || t.contains("FLOA") || t.contains("DOUB")) return adDouble;
+    if (t.startsWith("NUMERIC") || t.startsWith("DECIMAL") || t.startsWith("MONEY")) return adNumeric;
     return adVarWChar;
 }
 
@@ -258,8 +238,7 @@ void SqliteDriver::open()
 {
     close();
     if (!QFileInfo(path_).isFile()) {
-        throw failureFor(SQLITE_CANTOPEN,
-                         QStringLiteral("unable to open database file: %1 does not exist").arg(path_));
+        throw failureFor(SQLITE_CANTOPEN, QStringLiteral("unable to open database file: %1 does not exist").arg(path_));
     }
     // Read-only until a statement asks to write: every read of the program then runs
     // where SQLite itself refuses a write, whatever the statement's text.
@@ -272,8 +251,7 @@ void SqliteDriver::open()
         char* message = nullptr;
         const int check = sqlite3_exec(db_, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, &message);
         sqlite3_free(message);
-        if (check != SQLITE_OK)
-            fail(check);
+        if (check != SQLITE_OK) fail(check);
     } catch (...) {
         close();
         throw;
@@ -292,8 +270,7 @@ QString SqliteDriver::defaultDatabase() { return QFileInfo(path_).fileName(); }
 
 void SqliteDriver::makeWritable()
 {
-    if (writable_)
-        return;
+    if (writable_) return;
     // The file was checked at the connect; opening it touches no lock, so the statement
     // itself waits for one as long as its time-out allows. Every result is fetched
     // whole, so nothing is left open on the read-only handle.
@@ -315,20 +292,16 @@ qint64 SqliteDriver::execute(const QString& sql, int timeoutSeconds)
         Statement st;
         const char* next = nullptr;
         int rc = sqlite3_prepare_v2(db_, tail, static_cast<int>(end - tail), &st.stmt, &next);
-        if (rc != SQLITE_OK)
-            fail(rc);
+        if (rc != SQLITE_OK) fail(rc);
         tail = next;
-        if (!st.stmt)
-            continue;  // blanks or a lone ';'
+        if (!st.stmt) continue;  // blanks or a lone ';'
         while ((rc = sqlite3_step(st.stmt)) == SQLITE_ROW) {
         }
         if (rc != SQLITE_DONE) {
-            if (rc == SQLITE_INTERRUPT)
-                throw failureFor(SQLITE_INTERRUPT, QStringLiteral("Query timeout expired"));
+            if (rc == SQLITE_INTERRUPT) throw failureFor(SQLITE_INTERRUPT, QStringLiteral("Query timeout expired"));
             fail(rc);
         }
-        if (!sqlite3_stmt_readonly(st.stmt))
-            changed += sqlite3_changes(db_);
+        if (!sqlite3_stmt_readonly(st.stmt)) changed += sqlite3_changes(db_);
     }
     return changed;
 }
@@ -339,11 +312,9 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
     Statement st;
     const QByteArray utf8 = sql.toUtf8();
     int rc = sqlite3_prepare_v2(db_, utf8.constData(), static_cast<int>(utf8.size()), &st.stmt, nullptr);
-    if (rc != SQLITE_OK)
-        fail(rc);
+    if (rc != SQLITE_OK) fail(rc);
     ResultTable table;
-    if (!st.stmt)
-        return table;
+    if (!st.stmt) return table;
     const int columnCount = sqlite3_column_count(st.stmt);
     table.columns.resize(static_cast<size_t>(columnCount));
     std::vector<Reader> readers(static_cast<size_t>(columnCount), Reader::Any);
@@ -360,8 +331,7 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
     while ((rc = sqlite3_step(st.stmt)) == SQLITE_ROW) {
         if (static_cast<size_t>(table.rowCount) == capacity) {
             capacity = capacity ? capacity * 2 : 256;
-            for (ResultColumn& column : table.columns)
-                column.reserve(capacity);
+            for (ResultColumn& column : table.columns) column.reserve(capacity);
         }
         for (int c = 0; c < columnCount; ++c) {
             const auto ci = static_cast<size_t>(c);
@@ -375,15 +345,13 @@ ResultTable SqliteDriver::query(const QString& sql, int timeoutSeconds)
         ++table.rowCount;
     }
     if (rc != SQLITE_DONE) {
-        if (rc == SQLITE_INTERRUPT)
-            throw failureFor(SQLITE_INTERRUPT, QStringLiteral("Query timeout expired"));
+        if (rc == SQLITE_INTERRUPT) throw failureFor(SQLITE_INTERRUPT, QStringLiteral("Query timeout expired"));
         fail(rc);
     }
     // A column that held only nulls and has no declared type reads as text.
     for (ResultColumn& column : table.columns) {
         column.finish();
-        if (column.type == 0)
-            column.type = adVarWChar;
+        if (column.type == 0) column.type = adVarWChar;
     }
     return table;
 }
