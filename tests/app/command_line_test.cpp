@@ -3,6 +3,7 @@
 // and a program that runs on when its log cannot be written.
 
 #include "base/text_codec.h"
+#include "support/files.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -29,9 +30,9 @@ protected:
         if (!QFileInfo::exists(kProgram)) GTEST_SKIP() << "sealprint is not built";
         logDir = dir.filePath(QStringLiteral("log"));
         // An installation whose settings file has what the background window reads.
-        QFile f(dir.filePath(QStringLiteral("Tavrine.ini")));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(base::toCp932(QStringLiteral("SYSTEM_ICON=\\ICON\r\nWALLPAPER=wall.png\r\nBASEID=0102\r\n")));
+        sealtest::writeCrlf(dir.filePath(QStringLiteral("Tavrine.ini")),
+                            {QStringLiteral("SYSTEM_ICON=\\ICON"), QStringLiteral("WALLPAPER=wall.png"),
+                             QStringLiteral("BASEID=0102")});
     }
 
     ProgramRun run(const QStringList& args)

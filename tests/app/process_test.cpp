@@ -6,6 +6,7 @@
 #include "app/scenario_runner.h"
 #include "base/text_codec.h"
 #include "controls/recording_platform.h"
+#include "support/files.h"
 #include "support/globals_scope.h"
 
 #include <QDir>
@@ -34,9 +35,7 @@ class ProcessStartTest : public ::testing::Test {
 protected:
     void writeSettings(const QByteArray& utf8)
     {
-        QFile f(dir.filePath(QStringLiteral("Tavrine.ini")));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(base::toCp932(QString::fromUtf8(utf8)));
+        sealtest::putBytes(dir.filePath(QStringLiteral("Tavrine.ini")), base::toCp932(QString::fromUtf8(utf8)));
     }
 
     QStringList run(const QString& script, int* rc = nullptr)

@@ -3,7 +3,9 @@
 
 #include "app/system_settings.h"
 
+#include "support/files.h"
 #include "support/globals_scope.h"
+#include "support/printers.h"
 
 #include "app/globals.h"
 #include "base/conversions.h"
@@ -20,10 +22,6 @@
 #include <functional>
 #include <optional>
 
-// Readable failure output for Qt texts; file-local, as other test files of this
-// program may print them their own way.
-static void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
-
 namespace {
 
 class SystemSettings : public ::testing::Test {
@@ -39,9 +37,7 @@ protected:
     {
         const QString path = dir.filePath(relative);
         QDir().mkpath(QFileInfo(path).path());
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
+        sealtest::putBytes(path, bytes);
     }
 
     void writeSettings(const QString& text) { writeFile(QStringLiteral("Tavrine.ini"), base::toCp932(text)); }
