@@ -6,7 +6,7 @@ packages=(cmake ninja-build g++ ccache pkg-config qt6-base-dev libsqlite3-dev sq
           unixodbc-dev unixodbc tdsodbc libsqliteodbc libgtest-dev libgmock-dev
           fonts-ipaexfont xvfb xauth poppler-utils qt6-translations-l10n
           dpkg-dev file desktop-file-utils appstream
-          clang libclang-rt-14-dev llvm-14)
+          clang clang-format libclang-rt-14-dev llvm-14)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
