@@ -113,3 +113,16 @@ TEST_F(CommandLine, TheStartIsLoggedAndAnUnwritableLogFolderDoesNotStopTheProgra
 }
 
 }  // namespace
+
+TEST_F(CommandLine, AProgramTheRunCannotStartIsReportedOnce)
+{
+    // Without a database setting the seal screen closes at once and starts the main
+    // menu, which this installation does not have.
+    const QString script = dir.filePath(QStringLiteral("start.txt"));
+    sealtest::writeCrlf(script, {QStringLiteral("start 1")});
+    const ProgramRun r = run({QStringLiteral("--script"), script, QStringLiteral("--app-dir"), dir.path(),
+                              QStringLiteral("--start-programs")});
+    EXPECT_EQ(r.code, 0) << r.err.toStdString();
+    EXPECT_TRUE(r.out.contains(QStringLiteral("Main.exe 2"))) << r.out.toStdString();
+    EXPECT_EQ(r.err.count(QStringLiteral("ファイルが見つかりません。")), 1) << r.err.toStdString();
+}
