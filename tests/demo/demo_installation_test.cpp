@@ -3,6 +3,9 @@
 
 #include "base/text_codec.h"
 #include "demo_installation.h"
+#include "support/files.h"
+#include "support/param_names.h"
+#include "support/printers.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,28 +16,8 @@
 
 namespace {
 
-QByteArray readAll(const QString& path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-
-QByteArray cp932Lines(const QStringList& lines)
-{
-    return base::toCp932(lines.join(QStringLiteral("\r\n")) + QStringLiteral("\r\n"));
-}
-
-void expectCrLfCp932(const QByteArray& bytes, const QString& name)
-{
-    bool bad = false;
-    base::fromCp932(bytes, &bad);
-    EXPECT_FALSE(bad) << name.toStdString();
-    for (qsizetype i = 0; i < bytes.size(); ++i)
-        if (bytes.at(i) == '\n') {
-            ASSERT_TRUE(i > 0 && bytes.at(i - 1) == '\r') << name.toStdString() << " at " << i;
-        }
-    EXPECT_TRUE(bytes.endsWith("\r\n")) << name.toStdString();
-}
+using sealtest::crlf;
+using sealtest::fileBytes;
 
 class DemoSettingsTest : public ::testing::Test {
 protected:
@@ -48,30 +31,21 @@ protected:
     QTemporaryDir dir_;
 };
 
-TEST_F(DemoSettingsTest, SystemSettingsNameTheFirstOfficeAndTheFolders)
+// The system settings name the first office and the folders, the connection points at
+// the database beside the program, the report forms lie in the data folder.
+TEST_F(DemoSettingsTest, SettingsFilesAreTheirLinesInCp932)
 {
-    const QByteArray bytes = readAll(path(QStringLiteral("Tavrine.ini")));
-    expectCrLfCp932(bytes, QStringLiteral("Tavrine.ini"));
-    EXPECT_EQ(bytes, cp932Lines({QStringLiteral("SYSTEM_SYS=\\SYS"), QStringLiteral("SYSTEM_TMP=\\TMP"),
-                                 QStringLiteral("SYSTEM_ICON=\\ICON"), QStringLiteral("SYSTEM_DATA=\\DATA"),
-                                 QStringLiteral("WALLPAPER=wallpaper.png"), QStringLiteral("BASEID=0101"),
-                                 QStringLiteral("和タイプ=1"), QStringLiteral("紹介者=1"),
-                                 QStringLiteral("同意更新医師TEL出力=1"), QStringLiteral("同意記録1出力=1")}));
-}
-
-TEST_F(DemoSettingsTest, ConnectionPointsAtTheDatabaseBesideTheProgram)
-{
-    const QByteArray bytes = readAll(path(QStringLiteral("adodb.ini")));
-    expectCrLfCp932(bytes, QStringLiteral("adodb.ini"));
-    EXPECT_EQ(bytes, cp932Lines({QStringLiteral("[接続情報]"),
-                                 QStringLiteral("接続情報=Provider=SQLite;Data Source=DATA\\sealdemo.db")}));
-}
-
-TEST_F(DemoSettingsTest, ReportFormNamesLieInTheDataFolder)
-{
-    const QByteArray bytes = readAll(path(QStringLiteral("DATA/帳票Format.ini")));
-    expectCrLfCp932(bytes, QStringLiteral("帳票Format.ini"));
-    EXPECT_EQ(bytes, cp932Lines({QStringLiteral("[同意書更新]"), QStringLiteral("同意書更新=同意台帳_TKZK.wfd")}));
+    const std::pair<const char*, QStringList> files[] = {
+        {"Tavrine.ini",
+         {QStringLiteral("SYSTEM_SYS=\\SYS"), QStringLiteral("SYSTEM_TMP=\\TMP"), QStringLiteral("SYSTEM_ICON=\\ICON"),
+          QStringLiteral("SYSTEM_DATA=\\DATA"), QStringLiteral("WALLPAPER=wallpaper.png"),
+          QStringLiteral("BASEID=0101"), QStringLiteral("和タイプ=1"), QStringLiteral("紹介者=1"),
+          QStringLiteral("同意更新医師TEL出力=1"), QStringLiteral("同意記録1出力=1")}},
+        {"adodb.ini",
+         {QStringLiteral("[接続情報]"), QStringLiteral("接続情報=Provider=SQLite;Data Source=DATA\\sealdemo.db")}},
+        {"DATA/帳票Format.ini", {QStringLiteral("[同意書更新]"), QStringLiteral("同意書更新=同意台帳_TKZK.wfd")}},
+        {"EmapUser.ini", {QStringLiteral("ZENRIN_USER=demo-office"), QStringLiteral("ZENRIN_PWD=demo-pass")}}};
+    for (const auto& [name, lines] : files) EXPECT_EQ(fileBytes(path(QString::fromUtf8(name))), crlf(lines)) << name;
 }
 
 TEST_F(DemoSettingsTest, FoldersAndWallpaperExist)
@@ -85,24 +59,25 @@ TEST_F(DemoSettingsTest, FoldersAndWallpaperExist)
 
 TEST_F(DemoSettingsTest, OnlyTheProgressReportMarkerIsWrittenAndItIsEmpty)
 {
-    EXPECT_EQ(readAll(path(QStringLiteral("MGNT.CID"))), QByteArray());
+    EXPECT_EQ(fileBytes(path(QStringLiteral("MGNT.CID"))), QByteArray());
     for (const char* other : {"FRAS.CID", "SGRB.CID"})
         EXPECT_FALSE(QFile::exists(path(QString::fromLatin1(other)))) << other;
 }
 
 TEST_F(DemoSettingsTest, AnOfficeThatHasPrintedOnceHasItsSettingsVersionAndHelpAccount)
 {
-    const QByteArray saved = readAll(path(QStringLiteral("DATA/印刷設定.ini")));
-    expectCrLfCp932(saved, QStringLiteral("印刷設定.ini"));
-    const QString text = base::fromCp932(saved);
+    const QByteArray saved = fileBytes(path(QStringLiteral("DATA/印刷設定.ini")));
+    bool lossy = false;
+    const QString text = base::fromCp932(saved, &lossy);
+    EXPECT_FALSE(lossy);
+    EXPECT_EQ(saved.count('\n'), saved.count("\r\n"));
+    EXPECT_TRUE(saved.endsWith("\r\n"));
     EXPECT_TRUE(text.startsWith(QStringLiteral("[タックシール]\r\n"))) << text.toStdString();
     EXPECT_TRUE(text.contains(QStringLiteral("Enter=1\r\n")));
     EXPECT_TRUE(text.contains(QStringLiteral("[タックシール脚注]\r\n脚注数=5\r\n脚注1=療養費支給申請書在中\r\n")));
-    const QString version = base::fromCp932(readAll(path(QStringLiteral("Velmio.Ver"))));
+    const QString version = base::fromCp932(fileBytes(path(QStringLiteral("Velmio.Ver"))));
     EXPECT_TRUE(version.contains(QStringLiteral("VERSION=")));
     EXPECT_TRUE(version.contains(QStringLiteral("[OnlineHelp]\r\nADDRESS=http")));
-    EXPECT_EQ(readAll(path(QStringLiteral("EmapUser.ini"))),
-              cp932Lines({QStringLiteral("ZENRIN_USER=demo-office"), QStringLiteral("ZENRIN_PWD=demo-pass")}));
 }
 
 TEST(DemoInstallationTest, ASecondRunReplacesItsOwnFilesAndKeepsOthers)
@@ -116,21 +91,16 @@ TEST(DemoInstallationTest, ASecondRunReplacesItsOwnFilesAndKeepsOthers)
     demo::writeInstallation(options);
 
     const QString saved = options.outDir + QStringLiteral("/DATA/印刷設定.ini");
-    QFile settings(saved);
-    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
-    settings.write("[タックシール]\r\n");
-    settings.close();
-    QFile tavrine(options.outDir + QStringLiteral("/Tavrine.ini"));
-    ASSERT_TRUE(tavrine.open(QIODevice::Append));
-    tavrine.write("EXTRA=1\r\n");
-    tavrine.close();
-    const QByteArray firstDb = readAll(options.outDir + QStringLiteral("/DATA/sealdemo.db"));
+    const QString tavrine = options.outDir + QStringLiteral("/Tavrine.ini");
+    sealtest::putBytes(saved, "[タックシール]\r\n");
+    sealtest::putBytes(tavrine, fileBytes(tavrine) + "EXTRA=1\r\n");
+    const QByteArray firstDb = fileBytes(options.outDir + QStringLiteral("/DATA/sealdemo.db"));
 
     options.patients = 30;
     demo::writeInstallation(options);
-    EXPECT_EQ(readAll(saved), QByteArray("[タックシール]\r\n"));
-    EXPECT_FALSE(readAll(options.outDir + QStringLiteral("/Tavrine.ini")).contains("EXTRA"));
-    EXPECT_NE(readAll(options.outDir + QStringLiteral("/DATA/sealdemo.db")), firstDb);
+    EXPECT_EQ(fileBytes(saved), QByteArray("[タックシール]\r\n"));
+    EXPECT_FALSE(fileBytes(tavrine).contains("EXTRA"));
+    EXPECT_NE(fileBytes(options.outDir + QStringLiteral("/DATA/sealdemo.db")), firstDb);
     EXPECT_FALSE(QFile::exists(options.outDir + QStringLiteral("/DATA/sealdemo.db.building")));
 }
 
@@ -139,9 +109,7 @@ TEST(DemoInstallationTest, AnUnwritableFolderIsReportedWithItsName)
     QTemporaryDir dir;
     ASSERT_TRUE(dir.isValid());
     const QString blocker = dir.filePath(QStringLiteral("file"));
-    QFile f(blocker);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.close();
+    sealtest::putBytes(blocker, QByteArray());
     demo::DemoOptions options;
     options.outDir = blocker + QStringLiteral("/install");
     options.patients = 20;
@@ -156,9 +124,8 @@ TEST(DemoInstallationTest, AnUnwritableFolderIsReportedWithItsName)
 
 struct ArgumentCase {
     const char* name;
-    QStringList arguments;
-    bool ok;
-    const char* errorPart;  // part of the message, when not ok
+    const char* commandLine;  // the arguments, split at blanks
+    const char* errorPart;    // part of the message; null when the line is good
 };
 
 class DemoArgumentsTest : public ::testing::TestWithParam<ArgumentCase> {};
@@ -167,48 +134,24 @@ TEST_P(DemoArgumentsTest, ParsesOrSaysWhatIsWrong)
 {
     const ArgumentCase& c = GetParam();
     QString error;
-    const std::optional<demo::DemoOptions> options = demo::parseArguments(c.arguments, &error);
-    EXPECT_EQ(options.has_value(), c.ok) << error.toStdString();
-    if (!c.ok) {
-        EXPECT_TRUE(error.contains(QString::fromUtf8(c.errorPart))) << error.toStdString();
+    const QStringList arguments = QString::fromLatin1(c.commandLine).split(u' ');
+    EXPECT_EQ(demo::parseArguments(arguments, &error).has_value(), !c.errorPart) << error.toStdString();
+    if (c.errorPart) {
+        EXPECT_TRUE(error.contains(QString::fromLatin1(c.errorPart))) << error.toStdString();
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     CommandLines, DemoArgumentsTest,
-    ::testing::Values(
-        ArgumentCase{"OutOnly", {QStringLiteral("--out"), QStringLiteral("d")}, true, ""},
-        ArgumentCase{"AllOptions",
-                     {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--patients"),
-                      QStringLiteral("100000"), QStringLiteral("--seed"), QStringLiteral("42"),
-                      QStringLiteral("--today"), QStringLiteral("2026/02/28")},
-                     true,
-                     ""},
-        ArgumentCase{"NoOut", {QStringLiteral("--seed"), QStringLiteral("1")}, false, "--out"},
-        ArgumentCase{"MissingValue", {QStringLiteral("--out")}, false, "--out"},
-        ArgumentCase{"TooFewPatients",
-                     {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--patients"), QStringLiteral("19")},
-                     false,
-                     "--patients"},
-        ArgumentCase{
-            "PatientsNotANumber",
-            {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--patients"), QStringLiteral("many")},
-            false,
-            "many"},
-        ArgumentCase{"NegativeSeed",
-                     {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--seed"), QStringLiteral("-1")},
-                     false,
-                     "--seed"},
-        ArgumentCase{
-            "ImpossibleDay",
-            {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--today"), QStringLiteral("2026/02/30")},
-            false,
-            "2026/02/30"},
-        ArgumentCase{"Unknown",
-                     {QStringLiteral("--out"), QStringLiteral("d"), QStringLiteral("--fast"), QStringLiteral("1")},
-                     false,
-                     "--fast"}),
-    [](const ::testing::TestParamInfo<ArgumentCase>& info) { return std::string(info.param.name); });
+    ::testing::Values(ArgumentCase{"OutOnly", "--out d", nullptr},
+                      ArgumentCase{"AllOptions", "--out d --patients 100000 --seed 42 --today 2026/02/28", nullptr},
+                      ArgumentCase{"NoOut", "--seed 1", "--out"}, ArgumentCase{"MissingValue", "--out", "--out"},
+                      ArgumentCase{"TooFewPatients", "--out d --patients 19", "--patients"},
+                      ArgumentCase{"PatientsNotANumber", "--out d --patients many", "many"},
+                      ArgumentCase{"NegativeSeed", "--out d --seed -1", "--seed"},
+                      ArgumentCase{"ImpossibleDay", "--out d --today 2026/02/30", "2026/02/30"},
+                      ArgumentCase{"Unknown", "--out d --fast 1", "--fast"}),
+    sealtest::ByName{});
 
 TEST(DemoArgumentsTest, ParsedValuesArriveInTheOptions)
 {

@@ -155,12 +155,7 @@ TEST_F(FillPatients, StartsEmptyAndAnArrayNeverSizedIsASubscriptFault)
     fill();
     EXPECT_EQ(grid.MaxRows(), 0);
     data.aRiyousha.clear();
-    try {
-        fill();
-        FAIL() << "no fault";
-    } catch (const base::VbError& e) {
-        EXPECT_EQ(e.number(), 9);
-    }
+    EXPECT_EQ(sealtest::faultOf([&] { fill(); }), 9);
 }
 
 // --- narrowing -------------------------------------------------------------------

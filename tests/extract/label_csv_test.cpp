@@ -22,6 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Four literals, one with a blank before the mailing postal code.
 const QString kTitle = u"cIDno,cName,cNameKana,cKikan,cDaihyo,cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,"
                        u"nRoomNo,nTantouID,拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号,脚注"_s;
 
@@ -46,12 +47,6 @@ protected:
 };
 
 }  // namespace
-
-TEST(CsvTitle, FourLiteralsWithTheBlankBeforeTheMailingPostalCode)
-{
-    EXPECT_EQ(sealCsvTitleLine(), kTitle);
-    EXPECT_EQ(sealCsvTitleLine().split(u',').at(15), u" 送付先郵便番号"_s);
-}
 
 TEST(CsvLine, FirstFieldBareTheOthersQuotedWithThePostalMark)
 {
@@ -153,9 +148,7 @@ TEST_F(CsvRun, StartCellCopiesAndOrderMakeTheWholeFile)
 
 TEST_F(CsvRun, NoCopiesLeaveTheTitleAndTheBlankLines)
 {
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 1, u"甲野 一"_s);
-    tick(*g, 1);
+    auto g = onePatient(1, u"甲野 一"_s);
     LabelChoices c;
     c.nStartPos = 3;
     c.nMaisu = 0;
@@ -165,9 +158,7 @@ TEST_F(CsvRun, NoCopiesLeaveTheTitleAndTheBlankLines)
 
 TEST_F(CsvRun, StartCellThirtyPutsTheFirstAddresseeInTheLastCell)
 {
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 1, u"甲野 一"_s);
-    tick(*g, 1);
+    auto g = onePatient(1, u"甲野 一"_s);
     LabelChoices c;
     c.nStartPos = 30;
     ASSERT_EQ(makeLabelRows(csvPath, *g, {}, c, {}), 0);
@@ -181,7 +172,7 @@ TEST_F(CsvRun, StartCellThirtyPutsTheFirstAddresseeInTheLastCell)
 TEST_F(CsvRun, ADoctorRunFromAHandOverHasTheStaffNumberInItsBlankLines)
 {
     auto g = makeGrid(1);
-    setCells(*g, 1, {{2, u"501"_s}, {3, u"501"_s}, {4, u"鈴木 次郎 先生"_s}, {14, u"1"_s}, {15, u"先生"_s}});
+    setAddressee(*g, 1, u"501"_s, u"鈴木 次郎 先生"_s, u"1"_s, {{15, u"先生"_s}});
     LabelChoices c;
     c.nMst = 1;
     c.nStartPos = 2;
@@ -197,9 +188,7 @@ TEST_F(CsvRun, ADoctorRunFromAHandOverHasTheStaffNumberInItsBlankLines)
 
 TEST_F(CsvRun, AMissingFolderShowsOneBoxAndMakesNothing)
 {
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 1, u"甲野 一"_s);
-    tick(*g, 1);
+    auto g = onePatient(1, u"甲野 一"_s);
     const QString missing = dir.path() + u"\\NOPE\\シール.csv"_s;
     EXPECT_EQ(makeLabelRows(missing, *g, {}, LabelChoices{}, {}), 1);
     EXPECT_EQ(scope.platform.transcript(),

@@ -6,10 +6,6 @@
 #include "support/label_grid.h"
 #include "support/param_names.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
 #include <gtest/gtest.h>
 
 using namespace extract;
@@ -69,9 +65,7 @@ class AddressChoiceTest : public ::testing::TestWithParam<AddressCase> {};
 TEST_P(AddressChoiceTest, EachElementTakesItsPostalCodeAddressAndName)
 {
     const AddressCase& p = GetParam();
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 7, u"山田 太郎"_s);
-    tick(*g, 1);
+    auto g = onePatient();
     LabelChoices c = gridWalk();
     c.optAdd = only(p.element);
 
@@ -110,10 +104,8 @@ TEST(AddressElementTest, TheSumOfTheChosenButtonsPicksTheRow)
 
 TEST(AddressChoiceRules, NoFallbackForAPatientWithoutAContactAddress)
 {
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 7, u"山田 太郎"_s);
+    auto g = onePatient();
     setCells(*g, 1, {{25, QString()}, {26, QString()}, {33, u" 様"_s}});
-    tick(*g, 1);
     LabelChoices c = gridWalk();
     c.optAdd = only(3);
 
@@ -127,15 +119,8 @@ TEST(AddressChoiceRules, NoFallbackForAPatientWithoutAContactAddress)
 TEST(AddressChoiceRules, AChoiceMadeForPatientsStandsForTheNextKind)
 {
     auto g = makeGrid(1);
-    setCells(*g, 1,
-             {{2, u"D01"_s},
-              {3, u"D01"_s},
-              {4, u"佐藤 一郎 先生"_s},
-              {8, u"150-0001"_s},
-              {9, u"渋谷区1-1"_s},
-              {10, u"佐藤医院2F"_s},
-              {14, u"1"_s},
-              {15, u"先生"_s}});
+    setAddressee(*g, 1, u"D01"_s, u"佐藤 一郎 先生"_s, u"1"_s,
+                 {{8, u"150-0001"_s}, {9, u"渋谷区1-1"_s}, {10, u"佐藤医院2F"_s}, {15, u"先生"_s}});
     tick(*g, 1);
     LabelChoices c = gridWalk(1);
     c.optAdd = only(1);
@@ -160,10 +145,8 @@ TEST(RoomNumber, OnlyWithTheSecondAddressInInstallationsOfTypeFive)
         {0, "5", u"203", u""},
     };
     for (const Case& k : cases) {
-        auto g = makeGrid(1);
-        setPatient(*g, 1, 7, u"山田 太郎"_s);
+        auto g = onePatient();
         setCells(*g, 1, {{16, QString::fromUtf16(k.room)}});
-        tick(*g, 1);
         LabelChoices c = gridWalk();
         c.optAdd = only(k.element);
         c.sWaType = QString::fromLatin1(k.waType);
@@ -195,10 +178,8 @@ TEST(GridWalk, TickedRowsInGridOrderHiddenOnesIncluded)
 
 TEST(GridWalk, CellsAreReadTrimmedOfBlanks)
 {
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 5, u"山田 太郎"_s);
+    auto g = onePatient(5);
     setCells(*g, 1, {{3, u"  5 "_s}, {9, u" 住所 1 "_s}, {11, u" 03 "_s}});
-    tick(*g, 1);
     const auto r = walk(*g, gridWalk()).at(0);
     EXPECT_EQ(r.cIDno, u"5"_s);
     EXPECT_EQ(r.sOutAddress, u"住所 1"_s);
@@ -249,7 +230,7 @@ TEST(ListWalk, TheReservedNumberIsCountedButNotPrinted)
 TEST(ListWalk, ADoctorCarriesTheStaffNumberOfHisLineOnlyInTheList)
 {
     auto g = makeGrid(1);
-    setCells(*g, 1, {{2, u"501"_s}, {3, u"501"_s}, {4, u"鈴木 次郎 先生"_s}, {14, u"1"_s}});
+    setAddressee(*g, 1, u"501"_s, u"鈴木 次郎 先生"_s, u"1"_s);
     tick(*g, 1);
     LabelChoices c = listWalk(1);
     c.asPickedIDs = {u"12"_s, u"34"_s};
@@ -267,22 +248,9 @@ TEST(ListWalk, ADoctorCarriesTheStaffNumberOfHisLineOnlyInTheList)
 TEST(KindRules, StaffPrintsBothAddressLinesAndKeepsTheChosenPostalCode)
 {
     auto g = makeGrid(2);
-    setCells(*g, 1,
-             {{2, u"1"_s},
-              {3, u"1"_s},
-              {4, u"田中 三郎 様"_s},
-              {8, u"160-0001"_s},
-              {9, u"新宿区1-1"_s},
-              {10, u"メゾン101"_s},
-              {14, u"5"_s}});
-    setCells(*g, 2,
-             {{2, u"2"_s},
-              {3, u"2"_s},
-              {4, u"田中 四郎 様"_s},
-              {8, u"160-0002"_s},
-              {9, u"新宿区2-2"_s},
-              {10, u"  "_s},
-              {14, u"5"_s}});
+    setAddressee(*g, 1, u"1"_s, u"田中 三郎 様"_s, u"5"_s,
+                 {{8, u"160-0001"_s}, {9, u"新宿区1-1"_s}, {10, u"メゾン101"_s}});
+    setAddressee(*g, 2, u"2"_s, u"田中 四郎 様"_s, u"5"_s, {{8, u"160-0002"_s}, {9, u"新宿区2-2"_s}, {10, u"  "_s}});
     tick(*g, 1);
     tick(*g, 2);
     LabelChoices c = gridWalk(5);
@@ -298,18 +266,14 @@ namespace {
 // An insurer row: location in 8 and 9, the receipt address in 18 to 20.
 void setInsurer(controls::Grid& g, int row, const QString& id)
 {
-    setCells(g, row,
-             {{2, id},
-              {3, id},
-              {4, u"全国健康保険協会 理事長 御中"_s},
-              {7, u"理事長"_s},
-              {8, u"100-1000"_s},
-              {9, u"所在地1-1"_s},
-              {14, u"2"_s},
-              {15, u"御中"_s},
-              {18, u"200-2000"_s},
-              {19, u"レセプト送付先2-2"_s},
-              {20, u"レセプト係 御中"_s}});
+    setAddressee(g, row, id, u"全国健康保険協会 理事長 御中"_s, u"2"_s,
+                 {{7, u"理事長"_s},
+                  {8, u"100-1000"_s},
+                  {9, u"所在地1-1"_s},
+                  {15, u"御中"_s},
+                  {18, u"200-2000"_s},
+                  {19, u"レセプト送付先2-2"_s},
+                  {20, u"レセプト係 御中"_s}});
 }
 
 }  // namespace
@@ -361,19 +325,15 @@ TEST_P(CaremaneRuleTest, FacilityOrOfficeByTheChoice)
 {
     const CaremaneCase& p = GetParam();
     auto g = makeGrid(1);
-    setCells(*g, 1,
-             {{2, u"8"_s},
-              {3, u"8"_s},
-              {4, u"高橋 五郎 様"_s},
-              {6, QString::fromUtf16(p.facility)},
-              {8, u"330-0001"_s},
-              {9, u"施設の住所1-1"_s},
-              {10, u"施設の住所2"_s},
-              {14, u"4"_s},
-              {21, QString::fromUtf16(p.office)},
-              {22, u"居宅介護支援"_s},
-              {23, u"事業所の住所3-3"_s},
-              {24, u"事業所ビル"_s}});
+    setAddressee(*g, 1, u"8"_s, u"高橋 五郎 様"_s, u"4"_s,
+                 {{6, QString::fromUtf16(p.facility)},
+                  {8, u"330-0001"_s},
+                  {9, u"施設の住所1-1"_s},
+                  {10, u"施設の住所2"_s},
+                  {21, QString::fromUtf16(p.office)},
+                  {22, u"居宅介護支援"_s},
+                  {23, u"事業所の住所3-3"_s},
+                  {24, u"事業所ビル"_s}});
     tick(*g, 1);
     LabelChoices c = gridWalk(4);
     c.optAddKeamane = {!p.officeFirst, p.officeFirst};
@@ -401,13 +361,7 @@ INSTANTIATE_TEST_SUITE_P(Choices, CaremaneRuleTest,
 TEST(KindRules, OwnOfficeOnAnEnvelopeIsNamedByItsRepresentativeLineInTheGridWalkOnly)
 {
     auto g = makeGrid(1);
-    setCells(*g, 1,
-             {{2, u"1"_s},
-              {3, u"1"_s},
-              {4, u"ひかり治療院 御中"_s},
-              {7, u"院長 光 太郎 御中"_s},
-              {9, u"本町1-1"_s},
-              {14, u"7"_s}});
+    setAddressee(*g, 1, u"1"_s, u"ひかり治療院 御中"_s, u"7"_s, {{7, u"院長 光 太郎 御中"_s}, {9, u"本町1-1"_s}});
     tick(*g, 1);
     LabelChoices c = gridWalk(7);
     c.opPMode = {false, true};
@@ -422,13 +376,7 @@ TEST(KindRules, OwnOfficeOnAnEnvelopeIsNamedByItsRepresentativeLineInTheGridWalk
 TEST(KindRules, InstitutionWithTheFreeHonorificLosesItsLinesInTheListWalkOnly)
 {
     auto g = makeGrid(1);
-    setCells(*g, 1,
-             {{2, u"3"_s},
-              {3, u"3"_s},
-              {4, u"中央病院 医事課御中"_s},
-              {6, u"中央病院"_s},
-              {7, u"医事課御中"_s},
-              {14, u"6"_s}});
+    setAddressee(*g, 1, u"3"_s, u"中央病院 医事課御中"_s, u"6"_s, {{6, u"中央病院"_s}, {7, u"医事課御中"_s}});
     tick(*g, 1);
     LabelChoices c = gridWalk(8);
     c.nKeisho = 6;
@@ -453,9 +401,7 @@ TEST(EnvelopeWidth, DigitsAndLettersWideHyphensNarrow)
 
 TEST(EnvelopeWidth, OnlyInEnvelopeModeAndOnlyOnTheAddress)
 {
-    auto g = makeGrid(1);
-    setPatient(*g, 1, 9, u"山田 太郎"_s);
-    tick(*g, 1);
+    auto g = onePatient(9);
     LabelChoices c = gridWalk();
     EXPECT_EQ(walk(*g, c).at(0).sOutAddress, u"東京都千代田区1-1"_s);
     c.opPMode = {false, true};

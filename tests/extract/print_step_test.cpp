@@ -8,7 +8,6 @@
 #include "support/label_grid.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -60,10 +59,7 @@ protected:
     {
         ASSERT_TRUE(dir.isValid());
         app::gsAppPath = dir.path();
-        QFile ini(dir.path() + u"/Tavrine.ini"_s);
-        ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
-        ini.write(base::toCp932(u"SYSTEM_SYS=\\SYS\r\nSYSTEM_TMP=\\TMP\r\n"_s));
-        ini.close();
+        writeCrlf(dir.path() + u"/Tavrine.ini"_s, {u"SYSTEM_SYS=\\SYS"_s, u"SYSTEM_TMP=\\TMP"_s});
         ASSERT_TRUE(QDir(dir.path()).mkdir(u"TMP"_s));
         sys = dir.path() + u"\\SYS\\"_s;
         tmp = dir.path() + u"\\TMP\\"_s;

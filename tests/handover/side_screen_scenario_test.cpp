@@ -5,11 +5,13 @@
 #include "seal/seal_screen.h"
 
 #include "base/text_codec.h"
-#include "support/consent_db.h"
+#include "support/consent_fixture.h"
 #include "support/scenario.h"
 
 #include <QDir>
 #include <QFile>
+
+#include <initializer_list>
 
 #include <gtest/gtest.h>
 
@@ -33,15 +35,15 @@ protected:
             "('502', '田中 次郎', 'ﾀﾅｶ ｼﾞﾛｳ', '田中病院', '150-0002', '渋谷区2-2'),"
             "('503', '伊藤 三郎', 'ｲﾄｳ ｻﾌﾞﾛｳ', '伊藤内科', '160-0003', '新宿区3-3');"
             "INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, cShamei1, iType) VALUES (1, 2, 1, 'ひかり鍼灸院', 0);"));
-        install.addConsentPatient(101, QStringLiteral("青木 一"), 11);
-        install.addConsentPatient(102, QStringLiteral("井上 二"), 11);
-        install.addConsentPatient(103, QStringLiteral("上田 三"), 12);
-        install.addConsent(101, QStringLiteral("2026/08/20"), QStringLiteral("501"));
-        install.addConsent(102, QStringLiteral("2026/09/01"), QStringLiteral("501"));
-        install.addConsent(103, QStringLiteral("2026/09/10"), QStringLiteral("502"));
+        sealtest::addNovemberConsents(install, QStringLiteral("502"));
     }
 
-    QStringList run(const QStringList& body) { return sealtest::runAfterStart(install, body); }
+    QStringList run(std::initializer_list<const char*> body) const
+    {
+        QStringList lines;
+        for (const char* line : body) lines << QString::fromUtf8(line);
+        return sealtest::runAfterStart(install, lines);
+    }
 
     QString tmpFile(const QString& name) const { return install.path(QStringLiteral("TMP/") + name); }
 
@@ -52,13 +54,15 @@ const QString kCsvTitle = QStringLiteral(
     "cIDno,cName,cNameKana,cKikan,cDaihyo,cYubinNo,cAddress1,cTelNo,cFaxNo,cMobNo,cMst,cKeisho,nRoomNo,nTantouID,"
     "拠点名, 送付先郵便番号,送付先住所,拠点電話番号,拠点FAX番号,脚注");
 
-QString doctorLine(const char* id, const char* name, const char* kana, const char* kikan, const char* zip,
-                   const char* address, const char* staff)
+// The label line of doctor 501 or 502 with a staff number.
+QString doctorLine(int id, const char* staff)
 {
-    return QStringLiteral("%1,\"%2 様\",\"%3\",\"%4\",\"\",\"〒 %5\",\"%6\",\"\",\"\",\"\",\"1\",\"様\",\"\",\"%7\","
-                          "\"ひかり鍼灸院\",\"\",\"\",\"\",\"\",\"\"")
-        .arg(QString::fromUtf8(id), QString::fromUtf8(name), QString::fromUtf8(kana), QString::fromUtf8(kikan),
-             QString::fromUtf8(zip), QString::fromUtf8(address), QString::fromUtf8(staff));
+    const QString doctor =
+        id == 501
+            ? QStringLiteral("501,\"山田 太郎 様\",\"ﾔﾏﾀﾞ ﾀﾛｳ\",\"山田医院\",\"\",\"〒 100-0001\",\"千代田区1-1\"")
+            : QStringLiteral("502,\"田中 次郎 様\",\"ﾀﾅｶ ｼﾞﾛｳ\",\"田中病院\",\"\",\"〒 150-0002\",\"渋谷区2-2\"");
+    return doctor + QStringLiteral(",\"\",\"\",\"\",\"1\",\"様\",\"\",\"%1\",\"ひかり鍼灸院\",\"\",\"\",\"\",\"\",\"\"")
+                        .arg(QString::fromLatin1(staff));
 }
 
 using sealtest::crlf;
@@ -72,9 +76,8 @@ QStringList from(const QStringList& t, const QString& first)
 
 TEST_F(SideScreenScenario, ConsentDoctorsPerPatientArePrintedOncePerPatient)
 {
-    const QStringList t = run({QStringLiteral("click optMst(1)"), QStringLiteral("click btnDouishoList"),
-                               QStringLiteral("check chkIsiMatome off"), QStringLiteral("click btnPrint(2)"),
-                               QStringLiteral("show lstCheck"), QStringLiteral("click mnMenuPrint")});
+    const QStringList t = run({"click optMst(1)", "click btnDouishoList", "check chkIsiMatome off", "click btnPrint(2)",
+                               "show lstCheck", "click mnMenuPrint"});
     EXPECT_EQ(
         from(t, QStringLiteral("screen open frmDoui")),
         (QStringList{QStringLiteral("screen open frmDoui"), QStringLiteral("screen close frmDoui"),
@@ -85,30 +88,23 @@ TEST_F(SideScreenScenario, ConsentDoctorsPerPatientArePrintedOncePerPatient)
                      QStringLiteral("screen close frmPrintシール"), QStringLiteral("run 1 APP\\Main.exe 2"),
                      QStringLiteral("end 0")}));
     EXPECT_EQ(fileBytes(tmpFile(QStringLiteral("シール.csv"))),
-              crlf({kCsvTitle, doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "0"),
-                    doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "0"),
-                    doctorLine("502", "田中 次郎", "ﾀﾅｶ ｼﾞﾛｳ", "田中病院", "150-0002", "渋谷区2-2", "0")}));
+              crlf({kCsvTitle, doctorLine(501, "0"), doctorLine(501, "0"), doctorLine(502, "0")}));
 }
 
 TEST_F(SideScreenScenario, OneLabelPerDoctorAndStaffMemberCarriesTheStaffNumber)
 {
     install.addConsentPatient(104, QStringLiteral("遠藤 四"), 12);
     install.addConsent(104, QStringLiteral("2026/09/12"), QStringLiteral("501"));
-    run({QStringLiteral("click optMst(1)"), QStringLiteral("click mnDouiSet"),
-         QStringLiteral("check chkEachSejyutusya on"), QStringLiteral("click mnF03"),
-         QStringLiteral("click mnMenuPrint")});
+    run({"click optMst(1)", "click mnDouiSet", "check chkEachSejyutusya on", "click mnF03", "click mnMenuPrint"});
     // Staff 11: 501; staff 12: 502 and 501 again.
     EXPECT_EQ(fileBytes(tmpFile(QStringLiteral("シール.csv"))),
-              crlf({kCsvTitle, doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "11"),
-                    doctorLine("502", "田中 次郎", "ﾀﾅｶ ｼﾞﾛｳ", "田中病院", "150-0002", "渋谷区2-2", "12"),
-                    doctorLine("501", "山田 太郎", "ﾔﾏﾀﾞ ﾀﾛｳ", "山田医院", "100-0001", "千代田区1-1", "12")}));
+              crlf({kCsvTitle, doctorLine(501, "11"), doctorLine(502, "12"), doctorLine(501, "12")}));
 }
 
 TEST_F(SideScreenScenario, AHandOverWithRowsReplacesEarlierTicks)
 {
-    const QStringList t = run({QStringLiteral("click optMst(1)"), QStringLiteral("tick fpSpread02 3 on"),
-                               QStringLiteral("click btnDouishoList"), QStringLiteral("click btnPrint(2)"),
-                               QStringLiteral("show lstCheck")});
+    const QStringList t =
+        run({"click optMst(1)", "tick fpSpread02 3 on", "click btnDouishoList", "click btnPrint(2)", "show lstCheck"});
     EXPECT_TRUE(t.contains(QStringLiteral(
         "state lstCheck index=-1 count=2 items=[501     山田 太郎 |502     田中 次郎 ] enabled=1 visible=1")))
         << t.join(u'\n').toStdString();
@@ -116,10 +112,8 @@ TEST_F(SideScreenScenario, AHandOverWithRowsReplacesEarlierTicks)
 
 TEST_F(SideScreenScenario, ClosingTheSideScreenWithoutAHandOverKeepsTheTicks)
 {
-    const QStringList t =
-        run({QStringLiteral("click optMst(1)"), QStringLiteral("check chkEnter off"),
-             QStringLiteral("tick fpSpread02 3 on"), QStringLiteral("click btnDouishoList"),
-             QStringLiteral("click btnPrint(6)"), QStringLiteral("show chkEnter"), QStringLiteral("show fpSpread02")});
+    const QStringList t = run({"click optMst(1)", "check chkEnter off", "tick fpSpread02 3 on", "click btnDouishoList",
+                               "click btnPrint(6)", "show chkEnter", "show fpSpread02"});
     const QStringList after = from(t, QStringLiteral("screen close frmDoui"));
     ASSERT_GE(after.size(), 6) << after.join(u'\n').toStdString();
     // The enter-add mode is switched on all the same.
@@ -134,17 +128,15 @@ TEST_F(SideScreenScenario, ProgressReportsSkipADoctorHiddenByTheSearchWhereConse
         "UPDATE RIYOUSHA SET tDouiDay1 = '2026/05/01' WHERE nIDNo IN (101, 103);"
         "INSERT INTO 経過報告 (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyMonth, nStaffIDNo) VALUES "
         "(1, 2, 101, '2026/11', 11), (1, 2, 103, '2026/11', 12);"));
-    const QStringList progress = run({QStringLiteral("click optMst(1)"), QStringLiteral("type txtName 山田"),
-                                      QStringLiteral("click btnDisp"), QStringLiteral("click btnSejutsuKeika"),
-                                      QStringLiteral("click btnPrint(2)"), QStringLiteral("show fpSpread02")});
+    const QStringList progress = run({"click optMst(1)", "type txtName 山田", "click btnDisp", "click btnSejutsuKeika",
+                                      "click btnPrint(2)", "show fpSpread02"});
     const QStringList p = from(progress, QStringLiteral("screen open frmSeal_SejutsuKeika"));
     ASSERT_GE(p.size(), 6);
     EXPECT_TRUE(p[3].startsWith(QStringLiteral("state fpSpread02 row 1 1|501|"))) << p[3].toStdString();
     EXPECT_TRUE(p[4].startsWith(QStringLiteral("state fpSpread02 row 2 hidden 0|502|"))) << p[4].toStdString();
 
-    const QStringList consent = run({QStringLiteral("click optMst(1)"), QStringLiteral("type txtName 山田"),
-                                     QStringLiteral("click btnDisp"), QStringLiteral("click btnDouishoList"),
-                                     QStringLiteral("click btnPrint(2)"), QStringLiteral("show fpSpread02")});
+    const QStringList consent = run({"click optMst(1)", "type txtName 山田", "click btnDisp", "click btnDouishoList",
+                                     "click btnPrint(2)", "show fpSpread02"});
     const QStringList c = from(consent, QStringLiteral("screen open frmDoui"));
     ASSERT_GE(c.size(), 6);
     EXPECT_TRUE(c[4].startsWith(QStringLiteral("state fpSpread02 row 2 hidden 1|502|"))) << c[4].toStdString();

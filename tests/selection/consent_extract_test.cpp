@@ -3,18 +3,17 @@
 
 #include "selection/consent_extract.h"
 
-#include "support/consent_db.h"
+#include "support/consent_fixture.h"
 
 #include <gtest/gtest.h>
 
 using namespace selection;
-using sealtest::ConsentDb;
 
 namespace {
 
-class ConsentExtraction : public ::testing::Test {
+class ConsentExtraction : public sealtest::ConsentDbTest {
 protected:
-    ConsentExtraction() : values(install)
+    ConsentExtraction()
     {
         install.addStaff(11, QStringLiteral("佐藤 一郎"));
         install.addStaff(12, QStringLiteral("鈴木 花子"));
@@ -40,7 +39,7 @@ protected:
                            "VALUES (9, 2, 101, '他所 一', 0);"));
         install.addConsent(104, QStringLiteral("2026/09/01"), QStringLiteral("D1"));
         install.addConsent(105, QStringLiteral("2026/09/01"), QStringLiteral("D1"));
-        db = install.connect();
+        connect();
 
         c.iMode = 0;
         c.iSejutsu = 0;
@@ -57,9 +56,6 @@ protected:
         return out;
     }
 
-    ConsentDb install;
-    sealtest::ProcessValues values;
-    std::unique_ptr<data::cT_ADODB> db;
     DouiCondition c;
     ConsentRows rows;
     QString sErrMsg;
@@ -171,17 +167,12 @@ TEST_F(ConsentExtraction, TheFirstSlotSpellingResolvesDespiteItsFullWidthLetter)
     EXPECT_EQ(rows[1].IshiName, QStringLiteral("山田太郎"));
 }
 
-TEST_F(ConsentExtraction, ALostConnectionFailsWithTheWrappersText)
+TEST_F(ConsentExtraction, ALostConnectionFailsWithTheWrappersTextAndTheTelephoneIsEmpty)
 {
     db->iDisConnect();
     EXPECT_EQ(iGetKanjaData(*db, c, 0, rows, sErrMsg), -1);
     EXPECT_FALSE(sErrMsg.isEmpty());
     EXPECT_EQ(sErrMsg, db->sErrMsg());
-}
-
-TEST_F(ConsentExtraction, TelephoneLookupOnALostConnectionGivesEmptyTextAndTheReason)
-{
-    db->iDisConnect();
     QString why;
     EXPECT_TRUE(csGetIsiTel(*db, QStringLiteral("山田太郎"), QStringLiteral("ヤマダクリニック"), why).isEmpty());
     EXPECT_FALSE(why.isEmpty());

@@ -5,33 +5,22 @@
 
 #include "base/text_codec.h"
 #include "dialogs/staff_search.h"
-#include "support/consent_db.h"
+#include "support/consent_fixture.h"
+#include "support/param_names.h"
 
 #include <QFile>
 
 #include <gtest/gtest.h>
 
-#include <cctype>
-#include <string>
-
 using namespace selection;
-using sealtest::ConsentDb;
 
 namespace {
 
-// A test name from a case's description: letters and digits, the rest as "_".
-std::string caseName(const char* text)
-{
-    std::string s;
-    for (const char* p = text; *p; ++p) s += std::isalnum(static_cast<unsigned char>(*p)) ? *p : '_';
-    return s.empty() ? std::string("empty") : s;
-}
-
 using sealtest::fileBytes;
 
-class ConsentScreen : public ::testing::Test {
+class ConsentScreen : public sealtest::ConsentDbTest {
 protected:
-    ConsentScreen() : values(install)
+    ConsentScreen()
     {
         install.addStaff(11, QStringLiteral("佐藤 一郎  "));
         install.addStaff(12, QStringLiteral("鈴木 花子"));
@@ -39,15 +28,9 @@ protected:
         install.addStaff(14, QStringLiteral("田中 休職"), QStringLiteral("2"));
         install.addDoctor(QStringLiteral("501"), QStringLiteral("山田太郎"), QStringLiteral("山田医院"));
         install.addDoctor(QStringLiteral("502"), QStringLiteral("田中次郎"), QStringLiteral("田中病院"));
-        install.addConsentPatient(101, QStringLiteral("青木 一"), 11);
-        install.addConsentPatient(102, QStringLiteral("井上 二"), 11);
-        install.addConsentPatient(103, QStringLiteral("上田 三"), 12);
-        install.addConsent(101, QStringLiteral("2026/08/20"), QStringLiteral("501"));
-        install.addConsent(102, QStringLiteral("2026/09/01"), QStringLiteral("501"));
-        install.addConsent(103, QStringLiteral("2026/09/10"), QStringLiteral("501"));
+        sealtest::addNovemberConsents(install, QStringLiteral("501"));
         install.addConsent(103, QStringLiteral("2026/09/11"), QStringLiteral("502"));
-        db = install.connect();
-        values.platform.clearTranscript();
+        connect();
     }
 
     QString cbTexts() const
@@ -58,9 +41,6 @@ protected:
         return t.join(u'|');
     }
 
-    ConsentDb install;
-    sealtest::ProcessValues values;
-    std::unique_ptr<data::cT_ADODB> db;
     frmDoui screen{values.platform};
 };
 
@@ -169,7 +149,7 @@ TEST_P(SavedSortOrder, IsReadIntoTheMenuTicks)
 
 INSTANTIATE_TEST_SUITE_P(Values, SavedSortOrder,
                          ::testing::Values(SortCase{"1", 1}, SortCase{"0", 0}, SortCase{"abc", 0}, SortCase{"", 0}),
-                         [](const auto& info) { return caseName(info.param.fileValue); });
+                         (sealtest::Named{{"1", "0", "abc", "empty"}}));
 
 TEST_F(ConsentScreen, SortOrderIsWrittenOnlyAfterALedgerRunWithRows)
 {
@@ -276,14 +256,7 @@ TEST_F(ConsentScreen, HandOverWithoutRowsSaysSoAndStays)
 
 TEST_F(ConsentScreen, ADatabaseLostBeforeTheHandOverFailsAndStays)
 {
-    screen.iInit(*db, 1);
-    db->iDisConnect();
-    values.platform.clearTranscript();
-    screen.btnPrint(2).click();
-    EXPECT_FALSE(screen.isUnloaded());
-    ASSERT_EQ(values.platform.transcript().size(), 1);
-    EXPECT_TRUE(values.platform.transcript()[0].startsWith(QStringLiteral("box 64 |")));
-    EXPECT_TRUE(screen.sIshiID_SEAL.isEmpty());
+    EXPECT_TRUE(handOverOnALostConnection(screen, 1).startsWith(QStringLiteral("box 64 |")));
 }
 
 TEST_F(ConsentScreen, AnOfficeWithoutStaffSaysSoAndStillOpens)

@@ -3,18 +3,17 @@
 
 #include "selection/frm_seal_sejutsu_keika.h"
 
-#include "support/consent_db.h"
+#include "support/consent_fixture.h"
 
 #include <gtest/gtest.h>
 
 using namespace selection;
-using sealtest::ConsentDb;
 
 namespace {
 
-class ProgressReports : public ::testing::Test {
+class ProgressReports : public sealtest::ConsentDbTest {
 protected:
-    ProgressReports() : values(install)
+    ProgressReports()
     {
         install.addStaff(11, QStringLiteral("佐藤 一郎"));
         install.addStaff(12, QStringLiteral("鈴木 花子"));
@@ -39,12 +38,11 @@ protected:
             "INSERT INTO 経過報告 (iKyotenCd, iKyotenEb, nRiyoushaIDNo, tServicyMonth, nStaffIDNo) VALUES "
             "(1, 2, 201, '2026/09', 11), (1, 2, 201, '2026/10', 11), (1, 2, 202, '2026/10', 12),"
             "(1, 2, 203, '2026/09', 11), (1, 2, 203, '2026/11', 11), (1, 2, 201, '2026/12', 11);"));
-        db = install.connect();
+        connect();
         c.sFromMonth = QStringLiteral("2026/09");
         c.sToMonth = QStringLiteral("2026/11");
         c.tFrom = QDate(2026, 10, 1);
         c.tTo = QDate(2026, 10, 31);
-        values.platform.clearTranscript();
     }
 
     QStringList idsOf(short mode)
@@ -61,37 +59,34 @@ protected:
         return ids;
     }
 
-    ConsentDb install;
-    sealtest::ProcessValues values;
-    std::unique_ptr<data::cT_ADODB> db;
     KeikaCondition c;
     QString sErrMsg;
 };
 
-TEST_F(ProgressReports, DoctorsOfTheNewerConsentAndAnEmptyIdForNeither)
+TEST_F(ProgressReports, EachKindOfAddresseeWithoutStaffAndWithATwoMinuteTimeOut)
 {
-    // 201: the newer second consent's doctor; 202: the first; 203: none, a null group.
-    EXPECT_EQ(idsOf(0), (QStringList{QString(), QStringLiteral("501"), QStringLiteral("502")}));
-}
-
-TEST_F(ProgressReports, CareManagersMergePatientsAndNeedOne) { EXPECT_EQ(idsOf(1), QStringList{QStringLiteral("61")}); }
-
-TEST_F(ProgressReports, FacilitiesOnlyThroughPatientsWithACareManager)
-{
-    EXPECT_EQ(idsOf(3), QStringList{QStringLiteral("71")});
-}
-
-TEST_F(ProgressReports, InstitutionsGoByTheEndOfTreatmentNotByReports)
-{
-    // 201 by its first consent's end; 901 of another office through the second
-    // alternative, to which the office conditions do not bind.
-    EXPECT_EQ(idsOf(2), (QStringList{QStringLiteral("31"), QStringLiteral("32")}));
-}
-
-TEST_F(ProgressReports, AStaffNumberTakesOnlyThatStaffMembersReports)
-{
-    c.nStaffNo = 12;
-    EXPECT_EQ(idsOf(0), QStringList{QStringLiteral("501")});
+    struct Case {
+        const char* what;
+        short mode;
+        qint32 staff;
+        QStringList ids;
+    };
+    const Case cases[] = {
+        // 201: the newer second consent's doctor; 202: the first; 203: none, a null group.
+        {"doctors", 0, 0, {QString(), QStringLiteral("501"), QStringLiteral("502")}},
+        {"a staff member's doctors", 0, 12, {QStringLiteral("501")}},
+        {"care managers merge patients and need one", 1, 0, {QStringLiteral("61")}},
+        // 201 by its first consent's end; 901 of another office through the second
+        // alternative, to which the office conditions do not bind.
+        {"institutions by the end of treatment, not by reports", 2, 0, {QStringLiteral("31"), QStringLiteral("32")}},
+        {"facilities only through patients with a care manager", 3, 0, {QStringLiteral("71")}},
+    };
+    for (const Case& k : cases) {
+        SCOPED_TRACE(k.what);
+        c.nStaffNo = k.staff;
+        EXPECT_EQ(idsOf(k.mode), k.ids);
+        EXPECT_EQ(db->adoConnection().CommandTimeout(), 120);
+    }
 }
 
 TEST_F(ProgressReports, AReversedRangeFindsNothingWithoutAWarning)
@@ -106,12 +101,6 @@ TEST_F(ProgressReports, AReversedRangeFindsNothingWithoutAWarning)
     EXPECT_EQ(iGetKeikaData(*db, c, rows, sErrMsg), 2);
     EXPECT_EQ(sErrMsg, QStringLiteral("該当するケアマネージャーデータがありません。"));
     EXPECT_TRUE(values.platform.transcript().isEmpty());
-}
-
-TEST_F(ProgressReports, TheQueryRunsWithATwoMinuteTimeOut)
-{
-    idsOf(0);
-    EXPECT_EQ(db->adoConnection().CommandTimeout(), 120);
 }
 
 class ProgressScreen : public ProgressReports {
@@ -184,15 +173,6 @@ TEST_F(ProgressScreen, EnterMovesTheFocusOnFromADate)
     EXPECT_EQ(focus, &screen.imD_Kigen_To);
 }
 
-TEST_F(ProgressScreen, ADatabaseLostBeforeTheHandOverFailsAndStays)
-{
-    screen.iInit(*db, 0);
-    db->iDisConnect();
-    values.platform.clearTranscript();
-    screen.btnPrint(2).click();
-    EXPECT_FALSE(screen.isUnloaded());
-    ASSERT_EQ(values.platform.transcript().size(), 1);
-    EXPECT_TRUE(screen.sIshiID_SEAL.isEmpty());
-}
+TEST_F(ProgressScreen, ADatabaseLostBeforeTheHandOverFailsAndStays) { handOverOnALostConnection(screen, 0); }
 
 }  // namespace

@@ -10,6 +10,9 @@
 
 #include <QTemporaryDir>
 
+#include <initializer_list>
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 using namespace selection;
@@ -31,6 +34,15 @@ ConsentRow row(qint32 id, const QString& name, qint32 tantou, const QString& sta
     r.IshiName = QStringLiteral("山田太郎");
     r.IshiKikanName = QStringLiteral("山田医院");
     return r;
+}
+
+// Rows numbered from 1, each with its staff number, staff name and doctor.
+ConsentRows rowsOf(std::initializer_list<std::tuple<qint32, const char16_t*, const char16_t*>> list)
+{
+    ConsentRows rows;
+    for (const auto& [tantou, staff, doctor] : list)
+        rows.push_back(row(qint32(rows.size() + 1), {}, tantou, QString::fromUtf16(staff), QString::fromUtf16(doctor)));
+    return rows;
 }
 
 const char kTitleLine[] =
@@ -72,13 +84,8 @@ TEST(LedgerCsv, AFolderThatDoesNotExistIsAFault)
 
 TEST(LedgerCsv, RunningNumberRestartsPerStaffMemberAndRowsWithoutStaffAreEachOne)
 {
-    const ConsentRows rows{row(1, QStringLiteral("a"), 0, {}, QStringLiteral("D1")),
-                           row(2, QStringLiteral("b"), 0, {}, QStringLiteral("D1")),
-                           row(3, QStringLiteral("c"), 11, {}, QStringLiteral("D1")),
-                           row(4, QStringLiteral("d"), 11, {}, QStringLiteral("D1")),
-                           row(5, QStringLiteral("e"), 11, {}, QStringLiteral("D1")),
-                           row(6, QStringLiteral("f"), 12, {}, QStringLiteral("D1")),
-                           row(7, QStringLiteral("g"), 12, {}, QStringLiteral("D1"))};
+    ConsentRows rows;
+    for (qint32 staff : {0, 0, 11, 11, 11, 12, 12}) rows.push_back(row(0, {}, staff, {}, QStringLiteral("D1")));
     const QStringList lines = ledgerCsvLines(rows, QDate(2026, 11, 1), 0, true);
     ASSERT_EQ(lines.size(), 8);
     QStringList numbers;
@@ -88,8 +95,7 @@ TEST(LedgerCsv, RunningNumberRestartsPerStaffMemberAndRowsWithoutStaffAreEachOne
 
 TEST(LedgerCsv, EveryLineHasTwentyThreeFieldsAndTheBaseDateSwitch)
 {
-    const ConsentRows rows{row(1, QStringLiteral("a"), 11, {}, QStringLiteral("D1")),
-                           row(2, QStringLiteral("b"), 11, {}, QStringLiteral("D2"))};
+    const ConsentRows rows = rowsOf({{11, u"", u"D1"}, {11, u"", u"D2"}});
     for (bool disp : {false, true}) {
         const QStringList lines = ledgerCsvLines(rows, QDate(2026, 11, 1), 0, disp);
         for (qsizetype i = 1; i < lines.size(); ++i) {
@@ -122,10 +128,8 @@ TEST(LedgerCsv, KindTextFollowsTheTreatment)
 
 TEST(HandOver, PerRowADoctorWithThreePatientsGivesThreeEntries)
 {
-    const ConsentRows rows{row(1, {}, 0, {}, QStringLiteral("D1")), row(2, {}, 0, {}, QStringLiteral("D1")),
-                           row(3, {}, 0, {}, QStringLiteral("D1"))};
     HandOver h;
-    appendPerRow(rows, h);
+    appendPerRow(rowsOf({{0, u"", u"D1"}, {0, u"", u"D1"}, {0, u"", u"D1"}}), h);
     EXPECT_EQ(h.sIshiID_SEAL, QStringLiteral("D1,D1,D1"));
     EXPECT_EQ(h.sTantouID_SEAL, QStringLiteral("0,0,0"));
     EXPECT_EQ(h.sTantouName_SEAL, QStringLiteral(",,"));
@@ -134,7 +138,7 @@ TEST(HandOver, PerRowADoctorWithThreePatientsGivesThreeEntries)
 TEST(HandOver, PerRowAppendsToWhatTheMembersHold)
 {
     HandOver h{QStringLiteral("X"), QStringLiteral("9"), QStringLiteral("n")};
-    appendPerRow({row(1, {}, 11, QStringLiteral("佐藤"), QStringLiteral("D1"))}, h);
+    appendPerRow(rowsOf({{11, u"佐藤", u"D1"}}), h);
     EXPECT_EQ(h.sIshiID_SEAL, QStringLiteral("XD1"));
     EXPECT_EQ(h.sTantouID_SEAL, QStringLiteral("911"));
     EXPECT_EQ(h.sTantouName_SEAL, QStringLiteral("n佐藤"));
@@ -142,12 +146,8 @@ TEST(HandOver, PerRowAppendsToWhatTheMembersHold)
 
 TEST(HandOver, PerDoctorOneDoctorUnderTwoStaffMembersGivesTwoEntries)
 {
-    const ConsentRows rows{row(1, {}, 11, QStringLiteral("佐藤"), QStringLiteral("D1")),
-                           row(2, {}, 11, QStringLiteral("佐藤"), QStringLiteral("D1")),
-                           row(3, {}, 11, QStringLiteral("佐藤"), QStringLiteral("D2")),
-                           row(4, {}, 12, QStringLiteral("鈴木"), QStringLiteral("D1"))};
     HandOver h{QStringLiteral("stale"), QStringLiteral("stale"), QStringLiteral("stale")};
-    joinPerDoctor(rows, h);
+    joinPerDoctor(rowsOf({{11, u"佐藤", u"D1"}, {11, u"佐藤", u"D1"}, {11, u"佐藤", u"D2"}, {12, u"鈴木", u"D1"}}), h);
     EXPECT_EQ(h.sIshiID_SEAL, QStringLiteral("D1,D2,D1"));
     EXPECT_EQ(h.sTantouID_SEAL, QStringLiteral("11,11,12"));
     EXPECT_EQ(h.sTantouName_SEAL, QStringLiteral("佐藤,佐藤,鈴木"));
@@ -155,10 +155,8 @@ TEST(HandOver, PerDoctorOneDoctorUnderTwoStaffMembersGivesTwoEntries)
 
 TEST(HandOver, PerDoctorWithoutStaffEachDoctorOnceInAll)
 {
-    const ConsentRows rows{row(1, {}, 0, {}, QStringLiteral("D1")), row(2, {}, 0, {}, QStringLiteral("D2")),
-                           row(3, {}, 0, {}, QStringLiteral("D1"))};
     HandOver h;
-    joinPerDoctor(rows, h);
+    joinPerDoctor(rowsOf({{0, u"", u"D1"}, {0, u"", u"D2"}, {0, u"", u"D1"}}), h);
     EXPECT_EQ(h.sIshiID_SEAL, QStringLiteral("D1,D2"));
     EXPECT_EQ(h.sTantouID_SEAL, QStringLiteral("0,0"));
 }

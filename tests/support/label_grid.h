@@ -63,7 +63,25 @@ inline void setPatient(controls::Grid& g, int row, int id, const QString& name)
               {33, QStringLiteral("連絡 花子 様")}});
 }
 
+// An addressee row of another kind: the number in 2 and 3, the name as shown in 4, the
+// kind in 14, and the further cells given.
+inline void setAddressee(controls::Grid& g, int row, const QString& id, const QString& shown, const QString& kind,
+                         Cells more = {})
+{
+    setCells(g, row, {{2, id}, {3, id}, {4, shown}, {14, kind}});
+    setCells(g, row, more);
+}
+
 inline void tick(controls::Grid& g, int row) { g.setText(1, row, QStringLiteral("1")); }
+
+// A grid of one ticked patient.
+inline std::unique_ptr<controls::Grid> onePatient(int id = 7, const QString& name = QStringLiteral("山田 太郎"))
+{
+    auto g = makeGrid(1);
+    setPatient(*g, 1, id, name);
+    tick(*g, 1);
+    return g;
+}
 
 // The platform of the process for one test: boxes are recorded, nothing starts.
 class PlatformScope {

@@ -1,6 +1,6 @@
 #pragma once
-// Read access to a generated demo database for the tests: single values, one column as
-// a list, and a whole table as text.
+// Read-only access to a SQLite database a test did not write itself (a generated demo
+// database): single values, one column as a list, and a whole table as text.
 
 #include <QString>
 #include <QStringList>
@@ -9,18 +9,18 @@
 
 #include <gtest/gtest.h>
 
-namespace demotest {
+namespace sealtest {
 
-class DemoDb {
+class SqliteReader {
 public:
-    explicit DemoDb(const QString& path)
+    explicit SqliteReader(const QString& path)
     {
         if (sqlite3_open_v2(path.toUtf8().constData(), &db_, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK)
             ADD_FAILURE() << "cannot open " << path.toStdString();
     }
-    ~DemoDb() { sqlite3_close(db_); }
-    DemoDb(const DemoDb&) = delete;
-    DemoDb& operator=(const DemoDb&) = delete;
+    ~SqliteReader() { sqlite3_close(db_); }
+    SqliteReader(const SqliteReader&) = delete;
+    SqliteReader& operator=(const SqliteReader&) = delete;
 
     // Every value of the first column, NULL as an empty text.
     QStringList column(const QString& sql) const
@@ -87,4 +87,4 @@ private:
     sqlite3* db_ = nullptr;
 };
 
-}  // namespace demotest
+}  // namespace sealtest
