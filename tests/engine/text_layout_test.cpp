@@ -167,7 +167,7 @@ TEST_F(Layout, VerticalColumnsRunFromTheRight)
     EXPECT_NEAR(l.runs[3].origin.y(), l.runs[0].origin.y(), 1e-9);
 }
 
-TEST_F(Layout, VerticalDigitsStandUprightAndDashesTurn)
+TEST_F(Layout, VerticalDigitsStandUprightAndDashesAndBracketsTurn)
 {
     TextStyle s;
     s.vertical = true;
@@ -178,6 +178,11 @@ TEST_F(Layout, VerticalDigitsStandUprightAndDashesTurn)
     EXPECT_TRUE(l.runs[1].rotate);
     EXPECT_EQ(l.runs[2].text, "８");
     EXPECT_TRUE(l.runs[3].rotate);
+    const engine::TextLayout b = engine::layoutText(QStringLiteral("「あ」"), QRectF(0, 0, 10, 100), s, *fonts);
+    ASSERT_EQ(b.runs.size(), 3);
+    // Either the font's vertical form, or the horizontal bracket turned.
+    EXPECT_TRUE(b.runs[0].text == "﹁" || b.runs[0].rotate);
+    EXPECT_TRUE(b.runs[2].text == "﹂" || b.runs[2].rotate);
 }
 
 TEST_F(Layout, KanjiNumeralsAsAFormOption)
@@ -186,17 +191,6 @@ TEST_F(Layout, KanjiNumeralsAsAFormOption)
     s.vertical = true;
     s.numerals = engine::Numerals::Kanji;
     EXPECT_EQ(engine::shapeText(QStringLiteral("西新宿2-10"), s), "西新宿二－一〇");
-}
-
-TEST_F(Layout, VerticalBracketsTakeTheirVerticalForms)
-{
-    TextStyle s;
-    s.vertical = true;
-    const engine::TextLayout l = engine::layoutText(QStringLiteral("「あ」"), QRectF(0, 0, 10, 100), s, *fonts);
-    ASSERT_EQ(l.runs.size(), 3);
-    // Either the font's vertical form, or the horizontal bracket turned.
-    EXPECT_TRUE(l.runs[0].text == "﹁" || l.runs[0].rotate);
-    EXPECT_TRUE(l.runs[2].text == "﹂" || l.runs[2].rotate);
 }
 
 TEST_F(Layout, SmallKanaAndCommaMoveUpRightInVerticalLines)
