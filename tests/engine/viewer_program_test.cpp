@@ -11,7 +11,6 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
-#include <QThread>
 #include <gtest/gtest.h>
 
 using namespace sealtest;
@@ -115,7 +114,7 @@ TEST_F(ViewerProgram, ViewerWaitsForTheJoinersForm)
     p.setProcessEnvironment(env);
     p.start(program("wfrfv10"), {"/c", viewer, "--pdf", jobs.path("j.pdf")});
     ASSERT_TRUE(p.waitForStarted());
-    QThread::msleep(700);
+    EXPECT_FALSE(p.waitForFinished(700)) << "the viewer gave up before the joiner ran";
     EXPECT_EQ(runProgram("wfrimg10", {jobs.path("tmp.wfd"), "/c", joined}).code, 0);
     ASSERT_TRUE(p.waitForFinished(30000));
     EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
