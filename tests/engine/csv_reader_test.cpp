@@ -3,7 +3,7 @@
 #include "engine/csv_table.h"
 #include "engine/engine_error.h"
 
-#include "engine_test_support.h"
+#include "support/engine_job.h"
 
 #include <gtest/gtest.h>
 
@@ -12,64 +12,45 @@ using engine::parseCsvRecords;
 
 namespace {
 
-TEST(CsvRecords, BareFirstFieldAndQuotedOthers)
+// The writer's quoting: a bare first field, the others quoted and never escaped, so a
+// quote ends a value only before a comma or a line end.
+TEST(CsvRecords, SplitAsTheWriterQuotes)
 {
-    const auto r = parseCsvRecords(QStringLiteral("12,\"山田 様\",\"\",\"〒 123-4567\"\r\n"));
-    ASSERT_EQ(r.size(), 1);
-    EXPECT_EQ(r[0], (QStringList{"12", "山田 様", "", "〒 123-4567"}));
-}
-
-TEST(CsvRecords, BlankLineHasTwentyEmptyFields)
-{
-    const auto r = parseCsvRecords(enginetest::kBlankLine + "\r\n");
-    ASSERT_EQ(r.size(), 1);
-    ASSERT_EQ(r[0].size(), 20);
-    EXPECT_EQ(r[0][0], "0");
-    for (int i = 1; i < 20; ++i) EXPECT_TRUE(r[0][i].isEmpty());
-}
-
-TEST(CsvRecords, QuoteInsideValueIsKeptWhenNotFollowedByComma)
-{
-    const auto r = parseCsvRecords(QStringLiteral("1,\"ab\"c\"d\",\"x\"\r\n"));
-    ASSERT_EQ(r.size(), 1);
-    EXPECT_EQ(r[0], (QStringList{"1", "ab\"c\"d", "x"}));
-}
-
-// A quote right before a comma ends the field: the writer's own file splits there.
-TEST(CsvRecords, QuoteBeforeCommaInsideValueSplitsTheField)
-{
-    const auto r = parseCsvRecords(QStringLiteral("1,\"a\",b\",\"x\"\r\n"));
-    ASSERT_EQ(r.size(), 1);
-    EXPECT_EQ(r[0], (QStringList{"1", "a", "b\"", "x"}));
-}
-
-TEST(CsvRecords, LineBreakInsideQuotedValueStaysInTheValue)
-{
-    QList<int> lines;
-    const auto r = parseCsvRecords(QStringLiteral("1,\"住所一\r\n住所二\",\"x\"\r\n2,\"y\",\"z\"\r\n"), &lines);
-    ASSERT_EQ(r.size(), 2);
-    EXPECT_EQ(r[0][1], "住所一\r\n住所二");
-    EXPECT_EQ(r[1][0], "2");
-    EXPECT_EQ(lines, (QList<int>{1, 3}));
-}
-
-TEST(CsvRecords, LastLineWithoutLineEndAndLoneLf)
-{
-    const auto r = parseCsvRecords(QStringLiteral("1,\"a\"\n2,\"b\""));
-    ASSERT_EQ(r.size(), 2);
-    EXPECT_EQ(r[1], (QStringList{"2", "b"}));
-}
-
-TEST(CsvRecords, StaffNumberBehindBlankLineLandsInTheLastField)
-{
-    const auto r = parseCsvRecords(enginetest::kBlankLine + "1234\r\n");
-    ASSERT_EQ(r[0].size(), 20);
-    EXPECT_EQ(r[0][19], "1234");
+    QStringList blank(20);
+    blank[0] = "0";
+    QStringList staff = blank;
+    staff[19] = "1234";  // a doctor's blank line carries a staff number in the last field
+    const struct {
+        const char* what;
+        QString text;
+        QList<QStringList> records;
+        QList<int> lines;
+    } cases[] = {
+        {"bare first field, quoted others",
+         "12,\"山田 様\",\"\",\"〒 123-4567\"\r\n",
+         {{"12", "山田 様", "", "〒 123-4567"}},
+         {1}},
+        {"blank line has twenty empty fields", sealtest::kBlankLine + "\r\n", {blank}, {1}},
+        {"staff number behind a blank line", sealtest::kBlankLine + "1234\r\n", {staff}, {1}},
+        {"quote inside a value is kept", "1,\"ab\"c\"d\",\"x\"\r\n", {{"1", "ab\"c\"d", "x"}}, {1}},
+        {"quote before a comma splits the field", "1,\"a\",b\",\"x\"\r\n", {{"1", "a", "b\"", "x"}}, {1}},
+        {"line break inside a quoted value",
+         "1,\"住所一\r\n住所二\",\"x\"\r\n2,\"y\",\"z\"\r\n",
+         {{"1", "住所一\r\n住所二", "x"}, {"2", "y", "z"}},
+         {1, 3}},
+        {"lone LF and no line end at the end", "1,\"a\"\n2,\"b\"", {{"1", "a"}, {"2", "b"}}, {1, 2}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        QList<int> lines;
+        EXPECT_EQ(parseCsvRecords(c.text, &lines), c.records);
+        EXPECT_EQ(lines, c.lines);
+    }
 }
 
 TEST(CsvTable, TitlesMatchWithoutSurroundingBlanks)
 {
-    const auto t = parseCsv(enginetest::kLabelTitle + "\r\n" + enginetest::labelLine({}) + "\r\n", "a.csv", true);
+    const auto t = parseCsv(sealtest::kLabelTitle + "\r\n" + sealtest::labelLine({}) + "\r\n", "a.csv", true);
     EXPECT_EQ(t.titles.size(), 20);
     EXPECT_EQ(t.column(" 送付先郵便番号"), 15);
     EXPECT_EQ(t.column("送付先郵便番号"), 15);
@@ -103,13 +84,9 @@ struct EmptyCase {
 class CsvEmpty : public ::testing::TestWithParam<EmptyCase> {};
 TEST_P(CsvEmpty, IsAnErrorNamingTheFile)
 {
-    try {
-        parseCsv(QString::fromUtf8(GetParam().text), "C:/TMP/シール.csv", GetParam().hasTitle);
-        FAIL();
-    } catch (const engine::EngineError& e) {
-        EXPECT_EQ(e.file(), "C:/TMP/シール.csv");
-        EXPECT_TRUE(e.message().contains(QString::fromUtf8(GetParam().messagePart))) << e.text().toStdString();
-    }
+    sealtest::expectEngineError(
+        [&] { parseCsv(QString::fromUtf8(GetParam().text), "C:/TMP/シール.csv", GetParam().hasTitle); },
+        "C:/TMP/シール.csv", -1, {QString::fromUtf8(GetParam().messagePart)});
 }
 INSTANTIATE_TEST_SUITE_P(Empty, CsvEmpty,
                          ::testing::Values(EmptyCase{"NoBytes", "", true, "空"},
@@ -121,19 +98,8 @@ TEST(CsvFile, InvalidByteNamesItsLine)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath("シール.csv");
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(base::toCp932(enginetest::kLabelTitle) + "\r\n");
-    f.write(base::toCp932(enginetest::labelLine({})) + "\r\n");
-    f.write("2,\"\xFD\xFD\"\r\n");
-    f.close();
-    try {
-        engine::readCsv(path, true);
-        FAIL();
-    } catch (const engine::EngineError& e) {
-        EXPECT_EQ(e.file(), path);
-        EXPECT_EQ(e.line(), 3);
-    }
+    sealtest::putBytes(path, sealtest::crlf({sealtest::kLabelTitle, sealtest::labelLine({})}) + "2,\"\xFD\xFD\"\r\n");
+    sealtest::expectEngineError([&] { engine::readCsv(path, true); }, path, 3);
 }
 
 TEST(CsvFile, MissingFileIsNamed)

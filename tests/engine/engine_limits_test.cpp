@@ -11,7 +11,7 @@
 #include "engine/page_output.h"
 #include "engine/wfd_script.h"
 
-#include "engine_test_support.h"
+#include "support/engine_job.h"
 
 #include <gtest/gtest.h>
 
@@ -32,14 +32,8 @@ struct Hostile {
 class FormLimit : public ::testing::TestWithParam<Hostile> {};
 TEST_P(FormLimit, IsRefusedNamingTheKeyAndTheLimit)
 {
-    try {
-        const engine::Form f = engine::parseForm(QByteArray(GetParam().input), "hostile.wfd");
-        FAIL() << "read with paper " << f.paper.width() << " x " << f.paper.height();
-    } catch (const engine::EngineError& e) {
-        EXPECT_EQ(e.file(), "hostile.wfd");
-        EXPECT_TRUE(e.message().contains(QString::fromUtf8(GetParam().where))) << e.text().toStdString();
-        EXPECT_TRUE(e.message().contains(QString::fromUtf8(GetParam().limit))) << e.text().toStdString();
-    }
+    sealtest::expectEngineError([&] { engine::parseForm(QByteArray(GetParam().input), "hostile.wfd"); }, "hostile.wfd",
+                                -1, {QString::fromUtf8(GetParam().where), QString::fromUtf8(GetParam().limit)});
 }
 INSTANTIATE_TEST_SUITE_P(
     Forms, FormLimit,
@@ -90,15 +84,8 @@ TEST_P(ScriptLimit, IsRefusedNamingTheLineAndTheLimit)
 {
     const QString text = QStringLiteral("FileName,\"a.wfd\"\r\nSetDataText,\"シール\",\"a.csv\"\r\n") +
                          QString::fromUtf8(GetParam().input) + QStringLiteral("\r\nShowWindow,2\r\n");
-    try {
-        engine::parseWfdScript(text, "WfdCom.dat");
-        FAIL();
-    } catch (const engine::EngineError& e) {
-        EXPECT_EQ(e.file(), "WfdCom.dat");
-        EXPECT_EQ(e.line(), 3);
-        EXPECT_TRUE(e.message().contains(QString::fromUtf8(GetParam().where))) << e.text().toStdString();
-        EXPECT_TRUE(e.message().contains(QString::fromUtf8(GetParam().limit))) << e.text().toStdString();
-    }
+    sealtest::expectEngineError([&] { engine::parseWfdScript(text, "WfdCom.dat"); }, "WfdCom.dat", 3,
+                                {QString::fromUtf8(GetParam().where), QString::fromUtf8(GetParam().limit)});
 }
 INSTANTIATE_TEST_SUITE_P(
     Scripts, ScriptLimit,
@@ -113,67 +100,30 @@ INSTANTIATE_TEST_SUITE_P(
 
 class JobLimit : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() { enginetest::ensureGuiApp(); }
-    QString write(const QString& name, const QStringList& lines)
-    {
-        const QString path = dir.filePath(name);
-        enginetest::writeCp932(path, lines);
-        return path;
-    }
-    engine::EngineError errorOf(const QString& script)
-    {
-        try {
-            engine::Document doc(engine::readWfdScript(script), QString());
-            ADD_FAILURE() << "a job of " << doc.nPages() << " pages";
-        } catch (const engine::EngineError& e) {
-            return e;
-        }
-        return {QString(), 0, QString()};
-    }
     // A job of a form of one cell a sheet over a data file of n names: the script.
     QString oneCellJob(const QByteArray& formJson, int n)
     {
-        QFile form(dir.filePath("一面.wfd"));
-        EXPECT_TRUE(form.open(QIODevice::WriteOnly));
-        form.write(formJson);
-        form.close();
-        QStringList lines{QStringLiteral("cName")};
-        for (int i = 0; i < n; ++i) lines.append(QStringLiteral("\"山田\""));
-        csv = write("封筒.csv", lines);
-        return write("WfdCom.dat", enginetest::scriptLines(form.fileName(), csv));
+        sealtest::putBytes(jobs.path("一面.wfd"), formJson);
+        csv = jobs.write("封筒.csv", QStringList{"cName"} + QStringList(n, QStringLiteral("\"山田\"")));
+        return jobs.script(jobs.path("一面.wfd"), csv);
     }
-    QTemporaryDir dir;
+    sealtest::JobFolder jobs;
     QString csv;
 };
-
-TEST_F(JobLimit, RepeatStartBeyondTheCellsOfTheSheetNamesTheScriptLine)
-{
-    // シール.wfd has ten cells: the eleventh would only ever print on a later sheet,
-    // after blank ones.
-    const QString csv = write("シール.csv", {enginetest::kLabelTitle, enginetest::labelLine({})});
-    const QString script = write(
-        "WfdCom.dat", enginetest::scriptLines(enginetest::formPath("シール.wfd"), csv, {"SectionRepeatStart, 11"}));
-    const engine::EngineError e = errorOf(script);
-    EXPECT_EQ(e.file(), script);
-    EXPECT_EQ(e.line(), 4);
-    EXPECT_TRUE(e.message().contains(QStringLiteral("SectionRepeatStart"))) << e.text().toStdString();
-    EXPECT_TRUE(e.message().contains(QStringLiteral("10"))) << e.text().toStdString();
-}
 
 TEST_F(JobLimit, MorePagesThanAJobMayHaveIsRefusedBeforeAnyIsDrawn)
 {
     // One label to a sheet: one page per data line, one line over the limit.
-    const engine::EngineError e = errorOf(oneCellJob(HEAD GRID("1", "1") FIELD "}", engine::limits::kPagesPerJob + 1));
-    EXPECT_EQ(e.file(), csv);
-    EXPECT_TRUE(e.message().contains(QString::number(engine::limits::kPagesPerJob + 1))) << e.text().toStdString();
-    EXPECT_TRUE(e.message().contains(QString::number(engine::limits::kPagesPerJob))) << e.text().toStdString();
+    const QString script = oneCellJob(HEAD GRID("1", "1") FIELD "}", engine::limits::kPagesPerJob + 1);
+    sealtest::expectEngineError(
+        [&] { sealtest::JobFolder::document(script); }, csv, -1,
+        {QString::number(engine::limits::kPagesPerJob + 1), QString::number(engine::limits::kPagesPerJob)});
 }
 
 TEST_F(JobLimit, AJobAtTheLimitStillReads)
 {
-    engine::Document doc(engine::readWfdScript(oneCellJob(HEAD GRID("1", "1") FIELD "}", engine::limits::kPagesPerJob)),
-                         QString());
-    EXPECT_EQ(doc.nPages(), engine::limits::kPagesPerJob);
+    const QString script = oneCellJob(HEAD GRID("1", "1") FIELD "}", engine::limits::kPagesPerJob);
+    EXPECT_EQ(sealtest::JobFolder::document(script)->nPages(), engine::limits::kPagesPerJob);
 }
 
 TEST_F(JobLimit, PaperAtTheLimitComesOutAtItsOwnSize)
@@ -184,11 +134,8 @@ TEST_F(JobLimit, PaperAtTheLimitComesOutAtItsOwnSize)
         R"({"format": "sealprint-form/1", "paper": {"size": "custom", "width": 3000, "height": 120}, )" GRID("1", "1")
             FIELD "}",
         1);
-    engine::Document doc(engine::readWfdScript(script), QString());
-    engine::writePdf(doc, dir.filePath("長い.pdf"));
-    QFile pdf(dir.filePath("長い.pdf"));
-    ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-    const QByteArray bytes = pdf.readAll();
+    engine::writePdf(*sealtest::JobFolder::document(script), jobs.path("長い.pdf"));
+    const QByteArray bytes = sealtest::fileBytes(jobs.path("長い.pdf"));
     EXPECT_TRUE(bytes.contains("/MediaBox [0 0 8504")) << bytes.left(2000).toStdString();
 }
 
@@ -196,20 +143,12 @@ TEST(CsvUnterminatedQuote, IsRefusedWithTheLineTheValueOpenedOn)
 {
     // A file cut short in the third label's address: the open value used to run to the
     // end of the file and the engine printed the labels before it as if all was well.
-    const QString cut = enginetest::kLabelTitle + QStringLiteral("\r\n") + enginetest::labelLine({}) +
+    const QString cut = sealtest::kLabelTitle + QStringLiteral("\r\n") + sealtest::labelLine({}) +
                         QStringLiteral("\r\n2,\"佐藤 様\",\"東京都新宿");
     // A quote opened on line 2 with no quoted value after it to close it.
     const QString open = QStringLiteral("a,b\r\n1,\"x\r\n2,y\r\n3,z\r\n");
-    for (const auto& [text, line] : {std::pair{cut, 3}, std::pair{open, 2}}) {
-        try {
-            engine::parseCsv(text, "シール.csv", true);
-            ADD_FAILURE() << "read";
-        } catch (const engine::EngineError& e) {
-            EXPECT_EQ(e.file(), "シール.csv");
-            EXPECT_EQ(e.line(), line);
-            EXPECT_TRUE(e.message().contains(u'"')) << e.text().toStdString();
-        }
-    }
+    for (const auto& [text, line] : {std::pair{cut, 3}, std::pair{open, 2}})
+        sealtest::expectEngineError([&] { engine::parseCsv(text, "シール.csv", true); }, "シール.csv", line, {"\""});
     // A quote at the very end of the file opens a value too.
     EXPECT_THROW(engine::parseCsv(QStringLiteral("a,b\r\n1,\""), "x.csv", true), engine::EngineError);
     // A value closed at the very end of the file is whole, its inner quote kept.

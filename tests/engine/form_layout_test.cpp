@@ -5,14 +5,14 @@
 #include "engine/document.h"
 #include "engine/wfd_script.h"
 
-#include "engine_test_support.h"
+#include "support/engine_job.h"
 
 #include <QPainter>
 #include <QRegularExpression>
 #include <QSet>
 #include <gtest/gtest.h>
 
-using enginetest::Label;
+using namespace sealtest;
 
 namespace {
 
@@ -60,29 +60,16 @@ const KindCase kKinds[] = {
 
 QString kindLine(const KindCase& k)
 {
-    const QString mst = QString::fromUtf8(k.mst);
-    const QStringList quoted = {QString::fromUtf8(k.cName),
-                                QStringLiteral("カナ"),
-                                QString::fromUtf8(k.kikan),
-                                QString::fromUtf8(k.daihyo),
-                                QStringLiteral("〒 176-0012"),
-                                QStringLiteral("東京都練馬区豊玉北6丁目12番3号 グランドメゾン円山 305号室"),
-                                QStringLiteral("03-1111-2222"),
-                                QString(),
-                                QString(),
-                                mst,
-                                QString::fromUtf8(k.keisho),
-                                QString(),
-                                QString(),
-                                QStringLiteral("本店"),
-                                QStringLiteral("1000001"),
-                                QStringLiteral("東京都千代田区丸の内1-1"),
-                                QStringLiteral("03-0000-0000"),
-                                QStringLiteral("03-0000-0001"),
-                                QStringLiteral("同意書在中")};
-    QString line = QStringLiteral("1");
-    for (const QString& q : quoted) line += QStringLiteral(",\"") + q + u'"';
-    return line;
+    Label l;
+    l.name = QString::fromUtf8(k.cName);
+    l.kikan = QString::fromUtf8(k.kikan);
+    l.daihyo = QString::fromUtf8(k.daihyo);
+    l.yubin = QStringLiteral("〒 176-0012");
+    l.address = QStringLiteral("東京都練馬区豊玉北6丁目12番3号 グランドメゾン円山 305号室");
+    l.mst = QString::fromUtf8(k.mst);
+    l.keisho = QString::fromUtf8(k.keisho);
+    l.footnote = QStringLiteral("同意書在中");
+    return labelLine(l);
 }
 
 struct FormKind {
@@ -108,17 +95,10 @@ std::vector<FormKind> formKinds()
 
 class FormLayout : public ::testing::TestWithParam<FormKind> {
 protected:
-    static void SetUpTestSuite() { enginetest::ensureGuiApp(); }
-
     // Every ink of every page of the job, by page.
-    std::vector<std::vector<engine::PlacedInk>> place(const QString& form, const QStringList& dataLines,
-                                                      std::unique_ptr<engine::Document>* keep = nullptr)
+    std::vector<std::vector<engine::PlacedInk>> place(const QString& form, const QStringList& dataLines)
     {
-        const QString csv = dir.filePath(QStringLiteral("シール.csv"));
-        enginetest::writeCp932(csv, QStringList{enginetest::kLabelTitle} + dataLines);
-        const QString script = dir.filePath(QStringLiteral("WfdCom.dat"));
-        enginetest::writeCp932(script, enginetest::scriptLines(enginetest::formPath(form), csv));
-        auto doc = std::make_unique<engine::Document>(engine::readWfdScript(script), QString());
+        const auto doc = jobs.job(form, dataLines);
         std::vector<std::vector<engine::PlacedInk>> pages(doc->nPages());
         for (int page = 0; page < doc->nPages(); ++page) {
             doc->setInkRecorder([&](const engine::PlacedInk& ink) { pages[page].push_back(ink); });
@@ -126,11 +106,10 @@ protected:
             QPainter p(&img);
             doc->printPage(p, page);
         }
-        if (keep) *keep = std::move(doc);
         return pages;
     }
 
-    QTemporaryDir dir;
+    sealtest::JobFolder jobs;
 };
 
 QString text(const engine::PlacedInk& ink)
@@ -154,7 +133,7 @@ TEST_P(FormLayout, KeepsMarginsAndPrintsEachFactOnce)
 {
     const FormKind& c = GetParam();
     const QString form = QString::fromUtf8(c.form);
-    const engine::Form f = engine::loadForm(enginetest::formPath(form));
+    const engine::Form f = engine::loadForm(formPath(form));
     const auto pages = place(form, {kindLine(c.kind)});
     ASSERT_FALSE(pages.empty());
     QStringList printed;
@@ -225,7 +204,7 @@ TEST_F(FormLayout, PostalLineIsFormattedOrLeftOut)
     empty.id = QStringLiteral("2");
     empty.yubin = QStringLiteral("〒 ");
     for (const char* form : {"シール.wfd", "シール_2X6.wfd", "ビーコン用シール30M.wfd", "封筒印刷長3_横.wfd"}) {
-        const auto pages = place(QString::fromUtf8(form), {enginetest::labelLine(plain), enginetest::labelLine(empty)});
+        const auto pages = place(QString::fromUtf8(form), {labelLine(plain), labelLine(empty)});
         QStringList postal;
         for (const auto& inks : pages)
             for (const engine::PlacedInk& ink : inks)
@@ -243,7 +222,7 @@ TEST_F(FormLayout, Kaku2PrintsAllFrontsThenAllBacks)
     Label b;
     b.id = QStringLiteral("2");
     b.name = QStringLiteral("大西 二郎 様");
-    const auto pages = place(QStringLiteral("封筒印刷角2_2.wfd"), {enginetest::labelLine(a), enginetest::labelLine(b)});
+    const auto pages = place(QStringLiteral("封筒印刷角2_2.wfd"), {labelLine(a), labelLine(b)});
     ASSERT_EQ(pages.size(), 4u);
     auto fieldText = [&](int page, const char* field) {
         for (const engine::PlacedInk& ink : pages[page])
@@ -268,10 +247,9 @@ TEST_F(FormLayout, BadDataStaysInsideItsLabel)
     huge.address =
         QString(QStringLiteral("北海道札幌市中央区北一条西二丁目一番地 札幌市役所本庁舎十九階 ")).repeated(3);
     const QString shortLine = QStringLiteral("2,\"佐藤 花子 様\",\"サトウ ハナコ\"");
-    const auto pages =
-        place(QStringLiteral("ビーコン用シール30M.wfd"), {enginetest::labelLine(huge), QString(), shortLine});
+    const auto pages = place(QStringLiteral("ビーコン用シール30M.wfd"), {labelLine(huge), QString(), shortLine});
     ASSERT_EQ(pages.size(), 1u);
-    const engine::Form f = engine::loadForm(enginetest::formPath(QStringLiteral("ビーコン用シール30M.wfd")));
+    const engine::Form f = engine::loadForm(formPath(QStringLiteral("ビーコン用シール30M.wfd")));
     QSet<QString> fieldsOfTheShortLine;
     for (const engine::PlacedInk& ink : pages[0]) {
         int cell = 0;

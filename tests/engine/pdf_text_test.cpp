@@ -7,7 +7,7 @@
 #include "engine/page_output.h"
 #include "engine/wfd_script.h"
 
-#include "engine_test_support.h"
+#include "support/engine_job.h"
 
 #include <QFile>
 #include <QPainter>
@@ -15,7 +15,7 @@
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
-using enginetest::Label;
+using namespace sealtest;
 
 namespace {
 
@@ -35,7 +35,7 @@ QStringList kanjiLines()
         l.address = QString::fromUtf8(n[1]);
         l.kikan = QStringLiteral("医療法人社団 大木会");
         l.footnote = QStringLiteral("同意書在中");
-        lines.append(enginetest::labelLine(l));
+        lines.append(labelLine(l));
     }
     return lines;
 }
@@ -60,19 +60,15 @@ QStringList words(const QString& text)
 
 class PdfText : public ::testing::TestWithParam<const char*> {
 protected:
-    static void SetUpTestSuite() { enginetest::ensureGuiApp(); }
-    QTemporaryDir dir;
+    JobFolder jobs;
 };
 
 TEST_P(PdfText, ExtractedTextEqualsThePrintedText)
 {
     const QString form = QString::fromUtf8(GetParam());
-    const QString csv = dir.filePath(QStringLiteral("シール.csv"));
-    enginetest::writeCp932(csv, QStringList{enginetest::kLabelTitle} + kanjiLines());
-    const QString script = dir.filePath(QStringLiteral("WfdCom.dat"));
-    enginetest::writeCp932(script, enginetest::scriptLines(enginetest::formPath(form), csv));
-    engine::Document doc(engine::readWfdScript(script), QString());
-    const QString pdf = dir.filePath(QStringLiteral("out.pdf"));
+    const auto job = jobs.job(form, kanjiLines());
+    engine::Document& doc = *job;
+    const QString pdf = jobs.path(QStringLiteral("out.pdf"));
     engine::writePdf(doc, pdf);
 
     for (int page = 0; page < doc.nPages(); ++page) {

@@ -6,7 +6,7 @@
 #include "engine/wfd_script.h"
 
 #include "base/qt_translations.h"
-#include "engine_test_support.h"
+#include "support/engine_job.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -24,19 +24,14 @@ namespace {
 
 class Preview : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() { enginetest::ensureGuiApp(); }
-    QTemporaryDir dir;
+    engine::Calibration calibration() const { return engine::Calibration(jobs.path("engine.ini")); }
+    sealtest::JobFolder jobs;
 };
 
 TEST_F(Preview, ShowsEveryPageAndMovesBetweenThem)
 {
-    QStringList lines{enginetest::kLabelTitle};
-    for (int i = 0; i < 15; ++i) lines.append(enginetest::labelLine({}));
-    enginetest::writeCp932(dir.filePath("シール.csv"), lines);
-    enginetest::writeCp932(dir.filePath("WfdCom.dat"),
-                           enginetest::scriptLines(enginetest::formPath("シール.wfd"), dir.filePath("シール.csv")));
-    engine::Document doc(engine::readWfdScript(dir.filePath("WfdCom.dat")), QString());
-    engine::PreviewWindow window(doc, engine::Calibration(dir.filePath("engine.ini")));
+    const auto doc = jobs.job("シール.wfd", sealtest::labelLines(15));
+    engine::PreviewWindow window(*doc, calibration());
     window.show();
     auto* view = window.findChild<QPrintPreviewWidget*>();
     ASSERT_NE(view, nullptr);
@@ -55,11 +50,8 @@ class PreviewKeys : public Preview {
 protected:
     void SetUp() override
     {
-        enginetest::writeCp932(dir.filePath("シール.csv"), {enginetest::kLabelTitle, enginetest::labelLine({})});
-        enginetest::writeCp932(dir.filePath("WfdCom.dat"),
-                               enginetest::scriptLines(enginetest::formPath("シール.wfd"), dir.filePath("シール.csv")));
-        doc = std::make_unique<engine::Document>(engine::readWfdScript(dir.filePath("WfdCom.dat")), QString());
-        window = std::make_unique<engine::PreviewWindow>(*doc, engine::Calibration(dir.filePath("engine.ini")));
+        doc = jobs.job("シール.wfd", sealtest::labelLines(1));
+        window = std::make_unique<engine::PreviewWindow>(*doc, calibration());
         window->show();
         window->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
@@ -134,13 +126,10 @@ struct ZoomCase {
 class PreviewZoom : public Preview, public ::testing::WithParamInterface<ZoomCase> {};
 TEST_P(PreviewZoom, StartsAtTheScriptsZoom)
 {
-    enginetest::writeCp932(dir.filePath("シール.csv"), {enginetest::kLabelTitle, enginetest::labelLine({})});
     QStringList extra;
     if (*GetParam().line) extra.append(QString::fromUtf8(GetParam().line));
-    enginetest::writeCp932(dir.filePath("WfdCom.dat"), enginetest::scriptLines(enginetest::formPath("シール.wfd"),
-                                                                               dir.filePath("シール.csv"), extra));
-    engine::Document doc(engine::readWfdScript(dir.filePath("WfdCom.dat")), QString());
-    engine::PreviewWindow window(doc, engine::Calibration(dir.filePath("engine.ini")));
+    const auto doc = jobs.job("シール.wfd", sealtest::labelLines(1), extra);
+    engine::PreviewWindow window(*doc, calibration());
     auto* view = window.findChild<QPrintPreviewWidget*>();
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->zoomMode(), GetParam().mode);

@@ -3,8 +3,10 @@
 #include "engine/engine_error.h"
 #include "engine/wfd_script.h"
 
-#include "engine_test_support.h"
+#include "support/engine_job.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using engine::OutputMode;
@@ -59,41 +61,23 @@ TEST(ScriptReader, DefaultsWhenOptionalLinesAreAbsent)
     EXPECT_EQ(s.mode, OutputMode::PrintDialog);
 }
 
-struct ModeCase {
-    const char* line;
-    OutputMode mode;
-};
-class ScriptModeLine : public ::testing::TestWithParam<ModeCase> {};
-TEST_P(ScriptModeLine, EndsTheScriptWithItsOutput)
+TEST(ScriptReader, PaperAndModeLines)
 {
-    const WfdScript s = parse({"FileName,\"" + kForm + "\"", "PrintPaper, A4", QString::fromUtf8(GetParam().line)});
-    EXPECT_EQ(s.mode, GetParam().mode);
+    const struct {
+        const char* paperLine;
+        Paper paper;
+        const char* modeLine;
+        OutputMode mode;
+    } cases[] = {{"PrintPaper, A4", Paper::A4, "ShowWindow,2", OutputMode::Preview},
+                 {"PrintPaper, A5", Paper::A5, "PrintOut", OutputMode::PrintOut},
+                 {"PrintPaper, B5", Paper::B5, "PrintOutFromDialog", OutputMode::PrintDialog}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.modeLine);
+        const WfdScript s = parse({"FileName,\"" + kForm + "\"", c.paperLine, c.modeLine});
+        EXPECT_EQ(s.paper, c.paper);
+        EXPECT_EQ(s.mode, c.mode);
+    }
 }
-INSTANTIATE_TEST_SUITE_P(
-    Modes, ScriptModeLine,
-    ::testing::Values(ModeCase{"ShowWindow,2", OutputMode::Preview}, ModeCase{"PrintOut", OutputMode::PrintOut},
-                      ModeCase{"PrintOutFromDialog", OutputMode::PrintDialog}),
-    ([](const auto& info) {
-        return std::vector<std::string>{"ShowWindow", "PrintOut", "PrintOutFromDialog"}.at(info.index);
-    }));
-
-struct PaperCase {
-    const char* line;
-    Paper paper;
-};
-class ScriptPaperLine : public ::testing::TestWithParam<PaperCase> {};
-TEST_P(ScriptPaperLine, ChoosesTheSheet)
-{
-    const WfdScript s = parse({"FileName,\"" + kForm + "\"", QString::fromUtf8(GetParam().line), "PrintOut"});
-    EXPECT_EQ(s.paper, GetParam().paper);
-}
-INSTANTIATE_TEST_SUITE_P(Papers, ScriptPaperLine,
-                         ::testing::Values(PaperCase{"PrintPaper, A4", Paper::A4},
-                                           PaperCase{"PrintPaper, A5", Paper::A5},
-                                           PaperCase{"PrintPaper, B5", Paper::B5}),
-                         ([](const auto& info) {
-                             return std::vector<std::string>{"A4", "A5", "B5"}.at(info.index);
-                         }));
 
 TEST(ScriptReader, NoTitleTrailerBindsByPosition)
 {
@@ -180,14 +164,8 @@ struct BadScript {
 class ScriptFault : public ::testing::TestWithParam<BadScript> {};
 TEST_P(ScriptFault, NamesTheLine)
 {
-    try {
-        parse(GetParam().lines);
-        FAIL() << "no error";
-    } catch (const engine::EngineError& e) {
-        EXPECT_EQ(e.file(), "WfdCom.dat");
-        EXPECT_EQ(e.line(), GetParam().line) << e.text().toStdString();
-        EXPECT_TRUE(e.message().contains(QString::fromUtf8(GetParam().messagePart))) << e.text().toStdString();
-    }
+    sealtest::expectEngineError([&] { parse(GetParam().lines); }, "WfdCom.dat", GetParam().line,
+                                {QString::fromUtf8(GetParam().messagePart)});
 }
 INSTANTIATE_TEST_SUITE_P(
     Faults, ScriptFault,
@@ -206,55 +184,32 @@ INSTANTIATE_TEST_SUITE_P(
 class ScriptFile : public ::testing::Test {
 protected:
     QTemporaryDir dir;
+    const QString path = dir.filePath("WfdCom.dat");
 };
 
-TEST_F(ScriptFile, MissingScriptIsNamed)
+TEST_F(ScriptFile, MissingOrNotCp932IsRefusedNamingTheFile)
 {
-    const QString path = dir.filePath("WfdCom.dat");
-    try {
-        engine::readWfdScript(path);
-        FAIL();
-    } catch (const engine::EngineError& e) {
-        EXPECT_EQ(e.file(), path);
-        EXPECT_TRUE(e.message().contains("見つかりません"));
-    }
-}
-
-TEST_F(ScriptFile, BytesThatAreNotCp932NameTheirLine)
-{
-    const QString path = dir.filePath("WfdCom.dat");
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(base::toCp932(u"FileName,\"シール.wfd\"\r\nTitle,\"") + QByteArray("\x85\x20") + "\"\r\nPrintOut\r\n");
-    f.close();
-    try {
-        engine::readWfdScript(path);
-        FAIL();
-    } catch (const engine::EngineError& e) {
-        EXPECT_EQ(e.line(), 2);
-        EXPECT_TRUE(e.message().contains("CP932"));
-    }
-}
-
-TEST_F(ScriptFile, Utf8TextIsRefusedWithAHint)
-{
-    const QString path = dir.filePath("WfdCom.dat");
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(QStringLiteral("FileName,\"シール.wfd\"\r\nPrintOut\r\n").toUtf8());
-    f.close();
-    try {
-        engine::readWfdScript(path);
-        FAIL();
-    } catch (const engine::EngineError& e) {
-        EXPECT_TRUE(e.message().contains("UTF-8"));
+    const struct {
+        const char* what;
+        QByteArray bytes;  // none: no file
+        int line;
+        const char* part;
+    } cases[] = {
+        {"missing", {}, -1, "見つかりません"},
+        {"not CP932", base::toCp932(u"FileName,\"シール.wfd\"\r\nTitle,\"") + "\x85\x20\"\r\nPrintOut\r\n", 2, "CP932"},
+        {"UTF-8", QStringLiteral("FileName,\"シール.wfd\"\r\nPrintOut\r\n").toUtf8(), -1, "UTF-8"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        QFile::remove(path);
+        if (!c.bytes.isEmpty()) sealtest::putBytes(path, c.bytes);
+        sealtest::expectEngineError([&] { engine::readWfdScript(path); }, path, c.line, {QString::fromUtf8(c.part)});
     }
 }
 
 TEST_F(ScriptFile, Cp932ScriptReadsBack)
 {
-    const QString path = dir.filePath("WfdCom.dat");
-    enginetest::writeCp932(path, {"FileName,\"C:\\SYS\\ビーコン用シール30M.wfd\"", "Title,\"シール\"", "PrintOut"});
+    sealtest::writeCrlf(path, {"FileName,\"C:\\SYS\\ビーコン用シール30M.wfd\"", "Title,\"シール\"", "PrintOut"});
     const WfdScript s = engine::readWfdScript(path);
     EXPECT_EQ(s.formFile, "C:\\SYS\\ビーコン用シール30M.wfd");
     EXPECT_EQ(s.path, path);

@@ -8,49 +8,21 @@
 #include "base/vb_error.h"
 #include "engine/document.h"
 #include "report/cls_wfdprint.h"
-
-#include "engine_test_support.h"
+#include "support/engine_job.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <gtest/gtest.h>
 
-using enginetest::Label;
+using namespace sealtest;
 using report::cls_WfdPrint;
 
 namespace {
 
-int pdfPages(const QString& path)
-{
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) return -1;
-    const QByteArray bytes = f.readAll();
-    return int(bytes.count("/Type /Page\n") + bytes.count("/Type /Page\r") + bytes.count("/Type /Page "));
-}
-
 class WfdDocumentImplTest : public ::testing::Test {
 protected:
-    static void SetUpTestSuite() { enginetest::ensureGuiApp(); }
-    void SetUp() override
-    {
-        ASSERT_TRUE(dir.isValid());
-        report::registerWfdDocument(&engine::makeWfdDocument);
-    }
+    void SetUp() override { report::registerWfdDocument(&engine::makeWfdDocument); }
     void TearDown() override { report::registerWfdDocument({}); }
-
-    // "シール.csv" with n labels, as the program writes it.
-    QString labels(int n)
-    {
-        QStringList lines{enginetest::kLabelTitle};
-        for (int i = 1; i <= n; ++i) {
-            Label l;
-            l.id = QString::number(i);
-            lines << enginetest::labelLine(l);
-        }
-        const QString path = dir.filePath(QStringLiteral("シール.csv"));
-        enginetest::writeCp932(path, lines);
-        return path;
-    }
 
     static engine::WfdDocumentImpl& impl(const cls_WfdPrint& p)
     {
@@ -62,11 +34,11 @@ protected:
     {
         ASSERT_EQ(p.iInit(title), 0) << p.sErrMsg.toStdString();
         ASSERT_EQ(p.iSetDataText(QStringLiteral("シール"), csv), 0);
-        p.iOpen(enginetest::formPath(QStringLiteral("シール.wfd")));
+        p.iOpen(formPath(QStringLiteral("シール.wfd")));
         ASSERT_EQ(p.sErrMsg, QString());
     }
 
-    QTemporaryDir dir;
+    JobFolder jobs;
 };
 
 using Output = void (cls_WfdPrint::*)();
@@ -76,15 +48,15 @@ class WfdDocumentOutputTest : public WfdDocumentImplTest, public ::testing::With
 TEST_P(WfdDocumentOutputTest, OutputWithoutADisplayLeavesThePagesBesideTheData)
 {
     cls_WfdPrint p;
-    openSeal(p, labels(13));  // ten cells a sheet: two pages
+    openSeal(p, jobs.labels(13));  // ten cells a sheet: two pages
     ASSERT_NE(impl(p).document(), nullptr);
     EXPECT_EQ(impl(p).document()->title(), QStringLiteral("タックシール"));
     EXPECT_EQ(impl(p).document()->nPages(), 2);
     (p.*GetParam())();
     EXPECT_EQ(p.sErrMsg, QString());
-    const QString pdf = dir.filePath(QStringLiteral("シール.pdf"));
+    const QString pdf = jobs.path(QStringLiteral("シール.pdf"));
     EXPECT_EQ(impl(p).lastPdf(), pdf);
-    EXPECT_EQ(pdfPages(pdf), 2);
+    EXPECT_EQ(pdfPageCount(pdf), 2);
     EXPECT_EQ(QFileInfo(pdf).permissions() & (QFileDevice::ReadOther | QFileDevice::ReadGroup), 0);
 }
 
@@ -99,8 +71,8 @@ TEST_F(WfdDocumentImplTest, MissingFormIsAFaultOfOpenAndNothingIsPrinted)
 {
     cls_WfdPrint p;
     ASSERT_EQ(p.iInit(QString()), 0);
-    p.iSetDataText(QStringLiteral("シール"), labels(1));
-    const QString form = dir.filePath(QStringLiteral("ない帳票.wfd"));
+    p.iSetDataText(QStringLiteral("シール"), jobs.labels(1));
+    const QString form = jobs.path(QStringLiteral("ない帳票.wfd"));
     p.iOpen(form);
     EXPECT_TRUE(p.sErrMsg.startsWith(QStringLiteral("(-2147467259)"))) << p.sErrMsg.toStdString();
     EXPECT_TRUE(p.sErrMsg.contains(QStringLiteral("フォームファイルが見つかりません: ") + form))
@@ -108,17 +80,16 @@ TEST_F(WfdDocumentImplTest, MissingFormIsAFaultOfOpenAndNothingIsPrinted)
     p.sErrMsg.clear();
     p.iPreview();
     EXPECT_EQ(p.sErrMsg, QStringLiteral("(-2147467259)フォームファイルが開かれていません (Open)。"));
-    EXPECT_FALSE(QFileInfo::exists(dir.filePath(QStringLiteral("シール.pdf"))));
+    EXPECT_FALSE(QFileInfo::exists(jobs.path(QStringLiteral("シール.pdf"))));
 }
 
 TEST_F(WfdDocumentImplTest, DataThatDoesNotFitTheFormIsAFaultOfOpen)
 {
-    const QString csv = dir.filePath(QStringLiteral("シール.csv"));
-    enginetest::writeCp932(csv, {QStringLiteral("cIDno,cName"), QStringLiteral("1,\"山田\"")});
+    const QString csv = jobs.write(QStringLiteral("シール.csv"), {"cIDno,cName", "1,\"山田\""});
     cls_WfdPrint p;
     ASSERT_EQ(p.iInit(QString()), 0);
     p.iSetDataText(QStringLiteral("シール"), csv);
-    p.iOpen(enginetest::formPath(QStringLiteral("シール.wfd")));
+    p.iOpen(formPath(QStringLiteral("シール.wfd")));
     EXPECT_TRUE(p.sErrMsg.startsWith(QStringLiteral("(-2147467259)"))) << p.sErrMsg.toStdString();
     EXPECT_TRUE(p.sErrMsg.contains(QStringLiteral("タイトル行がフォーム シール.wfd と合いません")))
         << p.sErrMsg.toStdString();
@@ -128,44 +99,35 @@ TEST_F(WfdDocumentImplTest, OpenWithoutDataIsAFault)
 {
     cls_WfdPrint p;
     ASSERT_EQ(p.iInit(QString()), 0);
-    p.iOpen(enginetest::formPath(QStringLiteral("シール.wfd")));
+    p.iOpen(formPath(QStringLiteral("シール.wfd")));
     EXPECT_TRUE(p.sErrMsg.contains(QStringLiteral("SetDataText"))) << p.sErrMsg.toStdString();
 }
 
 TEST_F(WfdDocumentImplTest, DataWithoutATitleLineBindsByPosition)
 {
-    QStringList lines;
-    for (int i = 1; i <= 11; ++i) {
-        Label l;
-        l.id = QString::number(i);
-        lines << enginetest::labelLine(l);
-    }
-    const QString csv = dir.filePath(QStringLiteral("無題.csv"));
-    enginetest::writeCp932(csv, lines);
+    const QString csv = jobs.write(QStringLiteral("無題.csv"), labelLines(11));
     cls_WfdPrint p;
     ASSERT_EQ(p.iInit(QString()), 0);
     EXPECT_EQ(p.iSetDataTextNoTitle(QStringLiteral("シール"), csv), 0);
-    p.iOpen(enginetest::formPath(QStringLiteral("シール.wfd")));
+    p.iOpen(formPath(QStringLiteral("シール.wfd")));
     ASSERT_EQ(p.sErrMsg, QString());
     // Read as a titled file, the first label would have been taken for the title line.
     EXPECT_EQ(impl(p).document()->nPages(), 2);
     p.iPreview();
-    EXPECT_EQ(pdfPages(dir.filePath(QStringLiteral("無題.pdf"))), 2);
+    EXPECT_EQ(pdfPageCount(jobs.path(QStringLiteral("無題.pdf"))), 2);
 }
 
 TEST_F(WfdDocumentImplTest, DataAddedAfterOpenIsReadByTheNextOutput)
 {
     cls_WfdPrint p;
-    openSeal(p, labels(10));
+    openSeal(p, jobs.labels(10));
     EXPECT_EQ(impl(p).document()->nPages(), 1);
-    Label more;
-    const QString second = dir.filePath(QStringLiteral("追加.csv"));
-    enginetest::writeCp932(second, {enginetest::kLabelTitle, enginetest::labelLine(more)});
+    const QString second = jobs.write(QStringLiteral("追加.csv"), {kLabelTitle, labelLine({})});
     p.iSetDataText(QStringLiteral("シール"), second);
     p.iPreview();
     EXPECT_EQ(p.sErrMsg, QString());
     EXPECT_EQ(impl(p).document()->nPages(), 2);
-    EXPECT_EQ(pdfPages(dir.filePath(QStringLiteral("シール.pdf"))), 2);
+    EXPECT_EQ(pdfPageCount(jobs.path(QStringLiteral("シール.pdf"))), 2);
 }
 
 TEST_F(WfdDocumentImplTest, OnlyCommaSeparatedQuotedDataIsTaken)

@@ -3,12 +3,12 @@
 
 #include "report/cls_jetdb2csv.h"
 
-#include "support/globals_scope.h"
-
 #include "app/globals.h"
-#include "base/text_codec.h"
 #include "controls/recording_platform.h"
 #include "data/ado/ado_constants.h"
+#include "support/files.h"
+#include "support/globals_scope.h"
+#include "support/installation.h"
 #include "support/printers.h"
 
 #include <gtest/gtest.h>
@@ -19,11 +19,11 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
-#include "support/files.h"
-#include <sqlite3.h>
 #include <functional>
+#include <memory>
 
 using report::cls_JetDB2CSV;
+using sealtest::crlf;
 using namespace Qt::StringLiterals;
 namespace ado = data::ado;
 
@@ -79,7 +79,7 @@ protected:
         app::gsAppPath = dir.path();
         app::setPlatform(&platform);
         dbPath = dir.filePath(u"seal.db"_s);
-        run(R"(
+        sealtest::execSql(dbPath, QStringLiteral(R"(
 CREATE TABLE EXPORT (nID INTEGER, cName TEXT, nRate REAL, tDay DATETIME, tStamp DATETIME,
   bFlag BIT, nAmount NUMERIC, nBig BIGINT, bData BLOB, iSmall SMALLINT);
 INSERT INTO EXPORT VALUES (1, '山田 "太郎"', 1.5, '2026/11/21', '2026/11/20 09:15:30', 1, 1234.5,
@@ -91,39 +91,26 @@ INSERT INTO SITE VALUES (1, '本店');
 INSERT INTO SITE VALUES (2, NULL);
 INSERT INTO SITE VALUES (3, '支店');
 INSERT INTO SITE VALUES (4, '余り');
-)");
+)"));
         writeAdodbIni(u"Provider=SQLite;Data Source="_s + dbPath);
         csvPath = app::gsAppPath + u"\\out.csv"_s;
     }
 
-    void run(const char* sql)
-    {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(dbPath.toUtf8().constData(), &db), SQLITE_OK);
-        char* message = nullptr;
-        EXPECT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, &message), SQLITE_OK) << (message ? message : "");
-        sqlite3_free(message);
-        sqlite3_close(db);
-    }
-
     void writeAdodbIni(const QString& connect)
     {
-        QFile f(dir.filePath(u"adodb.ini"_s));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(base::toCp932(u"[接続情報]\r\n接続情報="_s + connect + u"\r\n"_s));
+        sealtest::writeCrlf(dir.filePath(u"adodb.ini"_s), {u"[接続情報]"_s, u"接続情報="_s + connect});
     }
 
-    QByteArray csv() const
-    {
-        QFile f(dir.filePath(u"out.csv"_s));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<none>");
-    }
+    QByteArray csv() const { return sealtest::fileBytes(dir.filePath(u"out.csv"_s)); }
 
-    static QByteArray lines(const QStringList& l)
+    // A converter bound to one query, or to two side by side; count holds what it counted.
+    std::unique_ptr<cls_JetDB2CSV> init(const QString& sql, const QString& second = QString())
     {
-        QByteArray out;
-        for (const QString& s : l) out += base::toCp932(s) + "\r\n";
-        return out;
+        auto j = std::make_unique<cls_JetDB2CSV>();
+        count = -1;
+        EXPECT_EQ(second.isNull() ? j->iInitJ2C(sql, csvPath, count) : j->iInitJ2C_WSQL(sql, second, csvPath, count), 0)
+            << j->sErrMsg.toStdString();
+        return j;
     }
 
     QStringList boxes() const { return platform.transcript().filter(QRegularExpression(u"^box "_s)); }
@@ -141,6 +128,7 @@ INSERT INTO SITE VALUES (4, '余り');
     sealtest::GlobalsScope globals;
     QString dbPath;
     QString csvPath;
+    qint32 count = -1;
     const QString kAll = u"SELECT * FROM EXPORT ORDER BY nID"_s;
     const QString kHeader =
         u"\"nID\",\"cName\",\"nRate\",\"tDay\",\"tStamp\",\"bFlag\",\"nAmount\",\"nBig\",\"bData\",\"iSmall\""_s;
@@ -152,24 +140,20 @@ INSERT INTO SITE VALUES (4, '余り');
 
 TEST_F(JetDb2CsvTest, EachColumnIsWrittenByItsTypeWithHeader)
 {
-    cls_JetDB2CSV j;
-    qint32 count = -5;
-    ASSERT_EQ(j.iInitJ2C(kAll, csvPath, count), 0) << j.sErrMsg.toStdString();
+    const auto j = init(kAll);
     EXPECT_EQ(count, 3);
     QList<qint32> progress;
-    j.evtCnvProcessUp = [&](qint32& n) { progress << n; };
-    EXPECT_EQ(j.nExecJ2C(-1, QString()), 3);
-    EXPECT_EQ(csv(), lines({kHeader, kRow1, kRow2, kRow3}));
+    j->evtCnvProcessUp = [&](qint32& n) { progress << n; };
+    EXPECT_EQ(j->nExecJ2C(-1, QString()), 3);
+    EXPECT_EQ(csv(), crlf({kHeader, kRow1, kRow2, kRow3}));
     EXPECT_EQ(progress, (QList<qint32>{1, 2, 3}));
     EXPECT_TRUE(boxes().isEmpty());
 }
 
 TEST_F(JetDb2CsvTest, FileIsShiftJisAndTheUsersAlone)
 {
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C(u"SELECT cOffice FROM SITE WHERE nID = 1"_s, csvPath, count), 0);
-    EXPECT_EQ(j.iExecJ2C(0), 0);
+    const auto j = init(u"SELECT cOffice FROM SITE WHERE nID = 1"_s);
+    EXPECT_EQ(j->iExecJ2C(0), 0);
     EXPECT_EQ(csv(), QByteArray("\"\x96\x7b\x93\x58\"\r\n"));
     EXPECT_EQ(sealtest::fileMode(dir.filePath(u"out.csv"_s)), 0600);
 }
@@ -177,11 +161,9 @@ TEST_F(JetDb2CsvTest, FileIsShiftJisAndTheUsersAlone)
 TEST_F(JetDb2CsvTest, HeaderOnlyWhenTheFlagIsExactlyTrue)
 {
     for (int16_t flag : {int16_t(-1), int16_t(1), int16_t(0), int16_t(2)}) {
-        cls_JetDB2CSV j;
-        qint32 count = 0;
-        ASSERT_EQ(j.iInitJ2C(kAll + u" LIMIT 1"_s, csvPath, count), 0);
-        EXPECT_EQ(j.iExecJ2C(flag), 0);
-        EXPECT_EQ(csv(), flag == -1 ? lines({kHeader, kRow1}) : lines({kRow1})) << flag;
+        const auto j = init(kAll + u" LIMIT 1"_s);
+        EXPECT_EQ(j->iExecJ2C(flag), 0);
+        EXPECT_EQ(csv(), flag == -1 ? crlf({kHeader, kRow1}) : crlf({kRow1})) << flag;
     }
 }
 
@@ -194,65 +176,53 @@ TEST_F(JetDb2CsvTest, SiteColumn)
     };
     const QString sql = u"SELECT nID, cOffice FROM SITE WHERE nID <= 2 ORDER BY nID"_s;
     const QList<Case> cases{
-        {-1, u"本店"_s, lines({u"\"nID\",\"cOffice\",\"拠点名\""_s, u"1,\"本店\",本店"_s, u"2,,本店"_s})},
+        {-1, u"本店"_s, crlf({u"\"nID\",\"cOffice\",\"拠点名\""_s, u"1,\"本店\",本店"_s, u"2,,本店"_s})},
         // Without a header the rows still carry the site, untrimmed.
-        {0, u" 第二 "_s, lines({u"1,\"本店\", 第二 "_s, u"2,, 第二 "_s})},
-        {-1, u"   "_s, lines({u"\"nID\",\"cOffice\""_s, u"1,\"本店\""_s, u"2,"_s})},
-        {-1, QString(), lines({u"\"nID\",\"cOffice\""_s, u"1,\"本店\""_s, u"2,"_s})},
+        {0, u" 第二 "_s, crlf({u"1,\"本店\", 第二 "_s, u"2,, 第二 "_s})},
+        {-1, u"   "_s, crlf({u"\"nID\",\"cOffice\""_s, u"1,\"本店\""_s, u"2,"_s})},
+        {-1, QString(), crlf({u"\"nID\",\"cOffice\""_s, u"1,\"本店\""_s, u"2,"_s})},
     };
     for (const Case& c : cases) {
-        cls_JetDB2CSV j;
-        qint32 count = 0;
-        ASSERT_EQ(j.iInitJ2C(sql, csvPath, count), 0);
-        EXPECT_EQ(j.nExecJ2C(c.header, c.site), 2);
+        const auto j = init(sql);
+        EXPECT_EQ(j->nExecJ2C(c.header, c.site), 2);
         EXPECT_EQ(csv(), c.expected) << c.site.toStdString();
     }
 }
 
 TEST_F(JetDb2CsvTest, NullInTheFirstColumnStartsTheLineWithAComma)
 {
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C(u"SELECT cOffice, nID FROM SITE WHERE nID = 2"_s, csvPath, count), 0);
-    EXPECT_EQ(j.nExecJ2C(0, QString()), 1);
-    EXPECT_EQ(csv(), lines({u",2"_s}));
+    const auto j = init(u"SELECT cOffice, nID FROM SITE WHERE nID = 2"_s);
+    EXPECT_EQ(j->nExecJ2C(0, QString()), 1);
+    EXPECT_EQ(csv(), crlf({u",2"_s}));
 }
 
 TEST_F(JetDb2CsvTest, QueryWithoutRowsWritesTheHeaderAlone)
 {
-    cls_JetDB2CSV j;
-    qint32 count = -1;
-    ASSERT_EQ(j.iInitJ2C(u"SELECT * FROM EXPORT WHERE nID > 99"_s, csvPath, count), 0);
+    const auto j = init(u"SELECT * FROM EXPORT WHERE nID > 99"_s);
     EXPECT_EQ(count, 0);
-    EXPECT_EQ(j.nExecJ2C(-1, u"本店"_s), 0);
-    EXPECT_EQ(csv(), lines({kHeader + u",\"拠点名\""_s}));
+    EXPECT_EQ(j->nExecJ2C(-1, u"本店"_s), 0);
+    EXPECT_EQ(csv(), crlf({kHeader + u",\"拠点名\""_s}));
 }
 
 TEST_F(JetDb2CsvTest, ASecondExecOnTheSameInitWritesNoRows)
 {
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C(kAll, csvPath, count), 0);
-    EXPECT_EQ(j.nExecJ2C(-1, QString()), 3);
-    EXPECT_EQ(j.nExecJ2C(-1, QString()), 0);
-    EXPECT_EQ(csv(), lines({kHeader}));
+    const auto j = init(kAll);
+    EXPECT_EQ(j->nExecJ2C(-1, QString()), 3);
+    EXPECT_EQ(j->nExecJ2C(-1, QString()), 0);
+    EXPECT_EQ(csv(), crlf({kHeader}));
 }
 
 TEST_F(JetDb2CsvTest, ColumnsBeyondTheTypeTableAreAFault)
 {
     {
-        cls_JetDB2CSV j;
-        qint32 count = 0;
-        ASSERT_EQ(j.iInitJ2C(wideSelect(cls_JetDB2CSV::kMaxColumns), csvPath, count), 0);
-        EXPECT_EQ(j.nExecJ2C(0, QString()), 1);
+        const auto j = init(wideSelect(cls_JetDB2CSV::kMaxColumns));
+        EXPECT_EQ(j->nExecJ2C(0, QString()), 1);
         EXPECT_TRUE(csv().startsWith("1,2,3,"));
         EXPECT_TRUE(csv().endsWith(",257\r\n"));
     }
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C(wideSelect(cls_JetDB2CSV::kMaxColumns + 1), csvPath, count), 0);
-    EXPECT_EQ(j.nExecJ2C(-1, QString()), -1);
-    EXPECT_EQ(j.sErrMsg, u"(9)インデックスが有効範囲にありません。"_s);
+    const auto j = init(wideSelect(cls_JetDB2CSV::kMaxColumns + 1));
+    EXPECT_EQ(j->nExecJ2C(-1, QString()), -1);
+    EXPECT_EQ(j->sErrMsg, u"(9)インデックスが有効範囲にありません。"_s);
     EXPECT_EQ(csv(), QByteArray());  // created, then nothing written
 }
 
@@ -283,13 +253,11 @@ TEST_F(JetDb2CsvTest, OutputFolderThatDoesNotExist)
 
 TEST_F(JetDb2CsvTest, EndTwiceAndExecAfterEnd)
 {
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C(kAll, csvPath, count), 0);
-    EXPECT_EQ(j.iEndJ2C(), 0);
-    EXPECT_EQ(j.iEndJ2C(), 0);
-    EXPECT_EQ(j.nExecJ2C(-1, QString()), -1);
-    EXPECT_EQ(j.sErrMsg, u"(91)オブジェクト変数または With ブロック変数が設定されていません。"_s);
+    const auto j = init(kAll);
+    EXPECT_EQ(j->iEndJ2C(), 0);
+    EXPECT_EQ(j->iEndJ2C(), 0);
+    EXPECT_EQ(j->nExecJ2C(-1, QString()), -1);
+    EXPECT_EQ(j->sErrMsg, u"(91)オブジェクト変数または With ブロック変数が設定されていません。"_s);
 }
 
 // --- init failures ----------------------------------------------------------------
@@ -331,43 +299,35 @@ TEST_F(JetDb2CsvTest, InitShowsWhyItFailed)
 
 TEST_F(JetDb2CsvTest, TwoQueriesOnOneLine)
 {
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C_WSQL(u"SELECT nID, cName FROM EXPORT ORDER BY nID"_s,
-                              u"SELECT cOffice FROM SITE WHERE nID <= 3 ORDER BY nID"_s, csvPath, count),
-              0);
+    const auto j = init(u"SELECT nID, cName FROM EXPORT ORDER BY nID"_s,
+                        u"SELECT cOffice FROM SITE WHERE nID <= 3 ORDER BY nID"_s);
     EXPECT_EQ(count, 3);
     QList<qint32> progress;
-    j.evtCnvProcessUp = [&](qint32& n) { progress << n; };
-    EXPECT_EQ(j.nExecJ2C_WSQL(-1), 3);
-    EXPECT_EQ(csv(), lines({u"\"nID\",\"cName\",\"cOffice\""_s, u"1,\"山田 \"太郎\"\",\"本店\""_s, u"2,,"_s,
-                            u"3,\"a,b\",\"支店\""_s}));
+    j->evtCnvProcessUp = [&](qint32& n) { progress << n; };
+    EXPECT_EQ(j->nExecJ2C_WSQL(-1), 3);
+    EXPECT_EQ(csv(), crlf({u"\"nID\",\"cName\",\"cOffice\""_s, u"1,\"山田 \"太郎\"\",\"本店\""_s, u"2,,"_s,
+                           u"3,\"a,b\",\"支店\""_s}));
     EXPECT_EQ(progress, (QList<qint32>{1, 2, 3}));
 }
 
 TEST_F(JetDb2CsvTest, CountIsTheSecondQuerysAndLongerSecondIsCut)
 {
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C_WSQL(u"SELECT nID FROM EXPORT WHERE nID <= 2 ORDER BY nID"_s,
-                              u"SELECT cOffice FROM SITE ORDER BY nID"_s, csvPath, count),
-              0);
+    const auto j =
+        init(u"SELECT nID FROM EXPORT WHERE nID <= 2 ORDER BY nID"_s, u"SELECT cOffice FROM SITE ORDER BY nID"_s);
     EXPECT_EQ(count, 4);
-    EXPECT_EQ(j.nExecJ2C_WSQL(0), 2);
-    EXPECT_EQ(csv(), lines({u"1,\"本店\""_s, u"2,"_s}));
+    EXPECT_EQ(j->nExecJ2C_WSQL(0), 2);
+    EXPECT_EQ(csv(), crlf({u"1,\"本店\""_s, u"2,"_s}));
 }
 
 TEST_F(JetDb2CsvTest, ShorterSecondQueryFailsWithTheEarlierRowsOnDisk)
 {
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C_WSQL(kAll, u"SELECT cOffice FROM SITE WHERE nID <= 2 ORDER BY nID"_s, csvPath, count), 0);
+    const auto j = init(kAll, u"SELECT cOffice FROM SITE WHERE nID <= 2 ORDER BY nID"_s);
     EXPECT_EQ(count, 2);
-    EXPECT_EQ(j.nExecJ2C_WSQL(0), -1);
-    EXPECT_TRUE(j.sErrMsg.startsWith(u"(3021)"_s)) << j.sErrMsg.toStdString();
-    EXPECT_EQ(csv(), lines({kRow1 + u",\"本店\""_s, kRow2 + u","_s}));
-    EXPECT_EQ(j.iEndJ2C(), 0);
-    EXPECT_EQ(csv(), lines({kRow1 + u",\"本店\""_s, kRow2 + u","_s}));
+    EXPECT_EQ(j->nExecJ2C_WSQL(0), -1);
+    EXPECT_TRUE(j->sErrMsg.startsWith(u"(3021)"_s)) << j->sErrMsg.toStdString();
+    EXPECT_EQ(csv(), crlf({kRow1 + u",\"本店\""_s, kRow2 + u","_s}));
+    EXPECT_EQ(j->iEndJ2C(), 0);
+    EXPECT_EQ(csv(), crlf({kRow1 + u",\"本店\""_s, kRow2 + u","_s}));
 }
 
 TEST_F(JetDb2CsvTest, TwoQueriesShareTheLargerTypeTable)
@@ -375,17 +335,13 @@ TEST_F(JetDb2CsvTest, TwoQueriesShareTheLargerTypeTable)
     // 257 + 256 columns fit; one more does not.
     const QString from = u" FROM SITE WHERE nID = 1"_s;
     {
-        cls_JetDB2CSV j;
-        qint32 count = 0;
-        ASSERT_EQ(j.iInitJ2C_WSQL(wideSelect(257, from), wideSelect(256, from), csvPath, count), 0);
-        EXPECT_EQ(j.nExecJ2C_WSQL(0), 1);
+        const auto j = init(wideSelect(257, from), wideSelect(256, from));
+        EXPECT_EQ(j->nExecJ2C_WSQL(0), 1);
         EXPECT_TRUE(csv().endsWith(",255,256\r\n"));
     }
-    cls_JetDB2CSV j;
-    qint32 count = 0;
-    ASSERT_EQ(j.iInitJ2C_WSQL(wideSelect(257, from), wideSelect(257, from), csvPath, count), 0);
-    EXPECT_EQ(j.nExecJ2C_WSQL(0), -1);
-    EXPECT_EQ(j.sErrMsg, u"(9)インデックスが有効範囲にありません。"_s);
+    const auto j = init(wideSelect(257, from), wideSelect(257, from));
+    EXPECT_EQ(j->nExecJ2C_WSQL(0), -1);
+    EXPECT_EQ(j->sErrMsg, u"(9)インデックスが有効範囲にありません。"_s);
 }
 
 TEST_F(JetDb2CsvTest, TwoQueryInitShowsNothingAndKeepsTheFirstCountOnFailure)

@@ -34,8 +34,7 @@ public:
 
     bool startProgram(const QString& commandLine, int windowStyle) override
     {
-        QFile f(scriptPath);
-        scriptAtStart << (f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<none>"));
+        scriptAtStart << sealtest::fileBytes(scriptPath);
         return RecordingPlatform::startProgram(commandLine, windowStyle);
     }
     QStringList runs() const { return transcript().filter(QRegularExpression(u"^run "_s)); }
@@ -58,16 +57,10 @@ protected:
 
     void writeSystemSettings(const QString& tmpValue)
     {
-        QFile f(dir.path() + QStringLiteral("/Tavrine.ini"));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        f.write(base::toCp932(QStringLiteral("[SYSTEM]\r\nSYSTEM_SYS=\\SYS\r\nSYSTEM_TMP=%1\r\n").arg(tmpValue)));
+        sealtest::writeCrlf(dir.filePath("Tavrine.ini"), {"[SYSTEM]", "SYSTEM_SYS=\\SYS", "SYSTEM_TMP=" + tmpValue});
     }
 
-    QByteArray script() const
-    {
-        QFile f(recorder.scriptPath);
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<none>");
-    }
+    QByteArray script() const { return sealtest::fileBytes(recorder.scriptPath); }
 
     // A driver with the calls the seal screen makes before its output operation.
     cls_WfdPrintExe sealDriver()
@@ -115,7 +108,7 @@ struct ModeCase {
     void (*run)(cls_WfdPrintExe&);
     const char* paperLine;
     const char* modeLine;
-    QString (*expectedRun)(const QString& tmp);  // empty: nothing started
+    const char* started;  // %1 the temporary folder; empty: nothing started
 };
 
 class WfdModeTest : public WfdPrintExeTest, public ::testing::WithParamInterface<ModeCase> {};
@@ -127,25 +120,23 @@ TEST_P(WfdModeTest, WritesPaperAndModeLineAndStartsTheRightProgram)
     d.iInit(QStringLiteral("f.wfd"), QString());
     c.run(d);
     EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, QString::fromUtf8(c.paperLine), QString::fromUtf8(c.modeLine)}));
-    const QString expected = c.expectedRun(tmp);
+    const QString expected = QString::fromUtf8(c.started).replace(u"%1"_s, tmp);
     EXPECT_EQ(recorder.runs(), expected.isEmpty() ? QStringList{} : QStringList{expected});
     EXPECT_TRUE(d.sErrMsg.isEmpty()) << d.sErrMsg.toStdString();
 }
 
+const char* const kViewerRun = "run 2 wfrfv10.exe /c %1WfdCom.dat";
+
 INSTANTIATE_TEST_SUITE_P(
     Operations, WfdModeTest,
-    ::testing::Values(ModeCase{"Preview", [](cls_WfdPrintExe& d) { d.iPreview(1); }, "PrintPaper, A5", "ShowWindow,2",
-                               [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }},
-                      ModeCase{"PreviewData", [](cls_WfdPrintExe& d) { d.iPreviewData(); }, "PrintPaper, A4",
-                               "ShowWindow,2", [](const QString&) { return QString(); }},
-                      ModeCase{"PreviewActX", [](cls_WfdPrintExe& d) { d.iPreviewActX(); }, "PrintPaper, A4",
-                               "ShowWindow,2",
-                               [](const QString&) { return u"run 3 WrVb6Viewer.exe /c ./TMP\\WfdCom.dat"_s; }},
-                      ModeCase{"PrintBk", [](cls_WfdPrintExe& d) { d.iPrintBk(); }, "PrintPaper, A4", "PrintOut",
-                               [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }},
-                      ModeCase{"PrintDialog", [](cls_WfdPrintExe& d) { d.iPrintDialog(2); }, "PrintPaper, B5",
-                               "PrintOutFromDialog",
-                               [](const QString& t) { return u"run 2 wfrfv10.exe /c "_s + t + u"WfdCom.dat"_s; }}),
+    ::testing::Values(
+        ModeCase{"Preview", [](cls_WfdPrintExe& d) { d.iPreview(1); }, "PrintPaper, A5", "ShowWindow,2", kViewerRun},
+        ModeCase{"PreviewData", [](cls_WfdPrintExe& d) { d.iPreviewData(); }, "PrintPaper, A4", "ShowWindow,2", ""},
+        ModeCase{"PreviewActX", [](cls_WfdPrintExe& d) { d.iPreviewActX(); }, "PrintPaper, A4", "ShowWindow,2",
+                 "run 3 WrVb6Viewer.exe /c ./TMP\\WfdCom.dat"},
+        ModeCase{"PrintBk", [](cls_WfdPrintExe& d) { d.iPrintBk(); }, "PrintPaper, A4", "PrintOut", kViewerRun},
+        ModeCase{"PrintDialog", [](cls_WfdPrintExe& d) { d.iPrintDialog(2); }, "PrintPaper, B5", "PrintOutFromDialog",
+                 kViewerRun}),
     [](const auto& info) { return std::string(info.param.name); });
 
 // --- the paper line -------------------------------------------------------------
@@ -192,20 +183,16 @@ INSTANTIATE_TEST_SUITE_P(
                                 },
                                 {u"PrintOffsetX, 5"_s, u"PrintOffsetY, -7"_s, u"SectionRepeatStart, 3"_s,
                                  u"SectionRepeatStart, 3"_s}},
+                      PaperCase{"MinusOneRepeatsTitle",
+                                -1,
+                                [](cls_WfdPrintExe& d) { d.iInit(QStringLiteral("f.wfd"), QStringLiteral("封筒")); },
+                                {u"Title,\"封筒\""_s, u"Title,\"封筒\""_s}},
                       // Items come after the paper line, so they are never the line repeated.
                       PaperCase{"MinusOneIgnoresItems",
                                 -1,
                                 [](cls_WfdPrintExe& d) { d.iSetItemValue(u"a"_s, u"b"_s, u"c"_s, u"v"_s); },
                                 {u"FileName,\"f.wfd\""_s, u"SetItemValue,\"a.b.c\",\"v\""_s}}),
     [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(WfdPrintExeTest, MinusOneWithOnlyATitleRepeatsTheTitle)
-{
-    cls_WfdPrintExe d;
-    d.iInit(QStringLiteral("f.wfd"), QStringLiteral("封筒"));
-    d.iPreview(-1);
-    EXPECT_EQ(script(), crlf({u"FileName,\"f.wfd\""_s, u"Title,\"封筒\""_s, u"Title,\"封筒\""_s, u"ShowWindow,2"_s}));
-}
 
 // --- optional lines -------------------------------------------------------------
 
