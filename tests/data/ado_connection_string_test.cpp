@@ -6,6 +6,7 @@
 
 #include <QDir>
 
+#include "support/param_names.h"
 #include <gtest/gtest.h>
 
 using data::ado::chooseDriver;
@@ -51,22 +52,20 @@ INSTANTIATE_TEST_SUITE_P(
                     "Driver=/usr/lib/x86_64-linux-gnu/odbc/libtdsodbc.so;Server=db;Database=X"},
         Translation{"quoted_password_with_separator", "Provider=SQLOLEDB;Data Source=db;User ID=u;Password=\"a;b}c\"",
                     "FreeTDS", "Driver={FreeTDS};Server=db;UID=u;PWD={a;b}}c}"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    sealtest::ByName{});
 
-TEST(ChooseDriver, SqliteWithARelativePathLivesInTheProgramsFolder)
+TEST(ChooseDriver, SqliteWithARelativePathLivesInTheProgramsFolderAndAnAbsoluteOneStands)
 {
-    const DriverTarget target = chooseDriver(QStringLiteral("Provider=SQLite;Data Source=data\\demo.db"),
-                                             QStringLiteral("/opt/seal"), QStringLiteral("FreeTDS"));
-    EXPECT_EQ(target.kind, DriverTarget::Kind::Sqlite);
-    EXPECT_EQ(target.sqlitePath, QDir::toNativeSeparators(QStringLiteral("/opt/seal/data/demo.db")));
-}
-
-TEST(ChooseDriver, SqliteWithAnAbsolutePathStandsAsItIs)
-{
-    const DriverTarget target = chooseDriver(QStringLiteral("provider=sqlite; data source = /var/db/x.db ;"),
-                                             QStringLiteral("/opt/seal"), QStringLiteral("FreeTDS"));
-    EXPECT_EQ(target.kind, DriverTarget::Kind::Sqlite);
-    EXPECT_EQ(target.sqlitePath, QStringLiteral("/var/db/x.db"));
+    const std::pair<QString, QString> cases[] = {
+        {QStringLiteral("Provider=SQLite;Data Source=data\\demo.db"),
+         QDir::toNativeSeparators(QStringLiteral("/opt/seal/data/demo.db"))},
+        {QStringLiteral("provider=sqlite; data source = /var/db/x.db ;"), QStringLiteral("/var/db/x.db")},
+    };
+    for (const auto& [text, path] : cases) {
+        const DriverTarget target = chooseDriver(text, QStringLiteral("/opt/seal"), QStringLiteral("FreeTDS"));
+        EXPECT_EQ(target.kind, DriverTarget::Kind::Sqlite) << text.toStdString();
+        EXPECT_EQ(target.sqlitePath, path);
+    }
 }
 
 TEST(ChooseDriver, DriverOrDsnGoesToOdbcAsItStands)
@@ -106,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(Strings, RefusedStringTest,
                                            Refusal{"unknown_provider",
                                                    "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=a.mdb", 3706},
                                            Refusal{"no_provider", "Data Source=x", 3706}, Refusal{"empty", "", 3706}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         sealtest::ByName{});
 
 TEST(ConnectionStringParts, KeysIgnoreCaseAndTheLastValueWins)
 {

@@ -5,6 +5,7 @@
 // records, in the form each cT_ADODB routine gives, and never hang.
 
 #include "support/ado_roads.h"
+#include "support/param_names.h"
 
 #include "base/vb_error.h"
 #include "data/ado/faults.h"
@@ -183,16 +184,7 @@ TEST_P(FreeTdsBadReply, FailsClearlyWithinTheCommandTimeout)
 
 INSTANTIATE_TEST_SUITE_P(Replies, FreeTdsBadReply,
                          ::testing::Values(Fault::MalformedReply, Fault::TruncatedReply, Fault::UnknownType),
-                         [](const auto& info) {
-                             switch (info.param) {
-                             case Fault::MalformedReply:
-                                 return std::string("Malformed");
-                             case Fault::TruncatedReply:
-                                 return std::string("Truncated");
-                             default:
-                                 return std::string("UnknownType");
-                             }
-                         });
+                         (sealtest::Named{{"Malformed", "Truncated", "UnknownType"}}));
 
 TEST_F(FreeTds, ALoginThatTakesLongerThanTheConnectionTimeoutFails)
 {

@@ -14,6 +14,8 @@ using namespace data::ado;
 
 namespace {
 
+using adotest::faultOf;
+
 template <typename Road>
 class AdoRoad : public ::testing::Test {
 protected:
@@ -24,12 +26,6 @@ protected:
     }
 
     Recordset open(const QString& sql) { return adotest::openReadOnly(connection, sql); }
-
-    template <typename F>
-    static base::VbError faultOf(F&& call)
-    {
-        return adotest::faultOf(std::forward<F>(call));
-    }
 
     adotest::TestDb db;
     Road road;  // before the connection: a server outlives its client
@@ -118,8 +114,8 @@ TYPED_TEST(AdoRoad, TheClientSideCursorMovesEveryWay)
     rs.MoveNext();
     rs.MoveNext();
     EXPECT_TRUE(rs.Eof());
-    EXPECT_EQ(this->faultOf([&] { rs.MoveNext(); }).number(), 3021);
-    EXPECT_EQ(this->faultOf([&] { rs.Fields(0).Value(); }).number(), 3021);
+    EXPECT_EQ(faultOf([&] { rs.MoveNext(); }).number(), 3021);
+    EXPECT_EQ(faultOf([&] { rs.Fields(0).Value(); }).number(), 3021);
     rs.MovePrevious();
     EXPECT_EQ(rs.Fields(0).Value(), QVariant(12));
 }
@@ -138,8 +134,8 @@ TYPED_TEST(AdoRoad, FieldsAreFoundByNameWithoutRegardToCase)
     Recordset rs = this->open(QStringLiteral("SELECT cIDno_x.nIDNo, cName FROM STAFF cIDno_x WHERE nIDNo = 5"));
     EXPECT_EQ(rs.Fields(QStringLiteral("NIDNO")).Value(), QVariant(5));
     EXPECT_EQ(rs.Fields(QStringLiteral("cname")).Name(), QStringLiteral("cName"));
-    EXPECT_EQ(this->faultOf([&] { rs.Fields(QStringLiteral("cNameKana")); }).number(), 3265);
-    EXPECT_EQ(this->faultOf([&] { rs.Fields(2); }).number(), 3265);
+    EXPECT_EQ(faultOf([&] { rs.Fields(QStringLiteral("cNameKana")); }).number(), 3265);
+    EXPECT_EQ(faultOf([&] { rs.Fields(2); }).number(), 3265);
 }
 
 TYPED_TEST(AdoRoad, ANameSharedByTwoColumnsAlwaysFindsTheFirst)
@@ -159,18 +155,10 @@ TYPED_TEST(AdoRoad, AnOpenOnAClosedConnectionFaults)
 {
     this->connection.Close();
     Recordset rs;
-    EXPECT_EQ(this->faultOf([&] { rs.Open(QStringLiteral("SELECT 1"), this->connection); }).number(), 3709);
+    EXPECT_EQ(faultOf([&] { rs.Open(QStringLiteral("SELECT 1"), this->connection); }).number(), 3709);
     qint32 affected = 0;
-    EXPECT_EQ(this->faultOf([&] { this->connection.Execute(QStringLiteral("DELETE FROM STAFF"), affected); }).number(),
-              3709);
+    EXPECT_EQ(faultOf([&] { this->connection.Execute(QStringLiteral("DELETE FROM STAFF"), affected); }).number(), 3709);
     EXPECT_EQ(this->db.scalar("SELECT count(*) FROM STAFF"), 3);
-}
-
-TYPED_TEST(AdoRoad, TextWithAnApostropheComesBackWhole)
-{
-    Recordset rs = this->open(QStringLiteral("SELECT cName FROM RIYOUSHA WHERE cName = 'O''Brien'"));
-    ASSERT_EQ(rs.RecordCount(), 1);
-    EXPECT_EQ(rs.Fields(0).Value().toString(), QStringLiteral("O'Brien"));
 }
 
 TYPED_TEST(AdoRoad, AClosedRecordsetFaultsOnEveryRead)
@@ -178,16 +166,16 @@ TYPED_TEST(AdoRoad, AClosedRecordsetFaultsOnEveryRead)
     Recordset rs = this->open(QStringLiteral("SELECT nIDNo FROM STAFF"));
     rs.Close();
     EXPECT_EQ(rs.State(), adStateClosed);
-    EXPECT_EQ(this->faultOf([&] { rs.Eof(); }).number(), 3704);
-    EXPECT_EQ(this->faultOf([&] { rs.Close(); }).number(), 3704);
-    EXPECT_EQ(this->faultOf([&] { rs.Fields(0); }).number(), 3704);
+    EXPECT_EQ(faultOf([&] { rs.Eof(); }).number(), 3704);
+    EXPECT_EQ(faultOf([&] { rs.Close(); }).number(), 3704);
+    EXPECT_EQ(faultOf([&] { rs.Fields(0); }).number(), 3704);
 }
 
 TYPED_TEST(AdoRoad, AMissingColumnFailsWithTheProvidersRecord)
 {
     Recordset rs;
     const base::VbError fault =
-        this->faultOf([&] { rs.Open(QStringLiteral("SELECT cNoSuch FROM STAFF"), this->connection); });
+        faultOf([&] { rs.Open(QStringLiteral("SELECT cNoSuch FROM STAFF"), this->connection); });
     EXPECT_NE(fault.number(), 0);
     EXPECT_TRUE(fault.description().contains(QStringLiteral("no such column: cNoSuch")))
         << fault.description().toStdString();
@@ -203,8 +191,8 @@ TYPED_TEST(AdoRoad, AMissingColumnFailsWithTheProvidersRecord)
 TYPED_TEST(AdoRoad, ANewFailureReplacesTheErrorsOfTheLastOne)
 {
     Recordset rs;
-    this->faultOf([&] { rs.Open(QStringLiteral("SELECT x FROM STAFF"), this->connection); });
-    this->faultOf([&] { rs.Open(QStringLiteral("SELECT * FROM NO_TABLE"), this->connection); });
+    faultOf([&] { rs.Open(QStringLiteral("SELECT x FROM STAFF"), this->connection); });
+    faultOf([&] { rs.Open(QStringLiteral("SELECT * FROM NO_TABLE"), this->connection); });
     ASSERT_EQ(this->connection.Errors().Count(), 1);
     EXPECT_TRUE(this->connection.Errors().Item(0).Description.contains(QStringLiteral("NO_TABLE")));
 }
@@ -255,10 +243,10 @@ TYPED_TEST(AdoRoad, ExecuteCountsChangedRowsAndTransactionsHold)
 
 TYPED_TEST(AdoRoad, TransactionMisuseFailsAsTheProviderSays)
 {
-    EXPECT_EQ(this->faultOf([&] { this->connection.CommitTrans(); }).number(), XACT_E_NOTRANSACTION);
-    EXPECT_EQ(this->faultOf([&] { this->connection.RollbackTrans(); }).number(), XACT_E_NOTRANSACTION);
+    EXPECT_EQ(faultOf([&] { this->connection.CommitTrans(); }).number(), XACT_E_NOTRANSACTION);
+    EXPECT_EQ(faultOf([&] { this->connection.RollbackTrans(); }).number(), XACT_E_NOTRANSACTION);
     this->connection.BeginTrans();
-    EXPECT_EQ(this->faultOf([&] { this->connection.BeginTrans(); }).number(), XACT_E_XTIONEXISTS);
+    EXPECT_EQ(faultOf([&] { this->connection.BeginTrans(); }).number(), XACT_E_XTIONEXISTS);
     EXPECT_EQ(this->connection.Errors().Count(), 1);
 }
 

@@ -6,6 +6,7 @@
 
 #include <QDateTime>
 
+#include "support/param_names.h"
 #include <gtest/gtest.h>
 
 using data::ado::orderByOverSelect;
@@ -62,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "select [isnull(a)], \"getdate()\" from t"},
         Rewrite{"japanese_and_full_width_untouched", " AND REPLACE(TRIM(RIYOUSHA.cHTIryoname), '　', '') <> '手渡し' ",
                 " AND REPLACE(TRIM(RIYOUSHA.cHTIryoname), '　', '') <> '手渡し' "}),
-    [](const auto& info) { return std::string(info.param.name); });
+    sealtest::ByName{});
 
 TEST(OrderByOverSelect, OrdersAnOuterSelectByResultColumns)
 {
@@ -131,6 +132,6 @@ INSTANTIATE_TEST_SUITE_P(
                       Read{"exec", "exec sp_who", "SELECT 文ではありません"},
                       Read{"update", "UPDATE t SET a = 1", "SELECT 文ではありません"},
                       Read{"bracketed_select", "(select 1)", "SELECT 文ではありません"}, Read{"empty", "   ", "空"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    sealtest::ByName{});
 
 }  // namespace

@@ -58,8 +58,6 @@ TEST(SqliteReadOnly, TheSharedClassesWritesStillWriteAndReadTheirOwnChanges)
     EXPECT_EQ(rowsOf(ado.adoConnection(), "SELECT * FROM STAFF"), 2);
     ASSERT_EQ(ado.iRollback(), 0);
     EXPECT_EQ(rowsOf(ado.adoConnection(), "SELECT * FROM STAFF"), 3);
-    qint32 affected = 0;
-    ASSERT_EQ(ado.iExecSQL(QStringLiteral("UPDATE STAFF SET iChusiFlg = 1"), affected), 0);
-    EXPECT_EQ(affected, 3);
+    ASSERT_EQ(ado.iExecSQL(QStringLiteral("UPDATE STAFF SET iChusiFlg = 1")), 0);
     EXPECT_EQ(db.scalar("SELECT count(*) FROM STAFF WHERE iChusiFlg = 1"), 3);
 }

@@ -3,8 +3,9 @@
 
 #include "data/ct_caremane.h"
 
-#include "support/entity_db.h"
+#include "support/table_class_test.h"
 
+#include <functional>
 #include <vector>
 
 namespace {
@@ -12,11 +13,11 @@ namespace {
 using data::cD_CAREMANE;
 using data::cT_CAREMANE;
 
-class CaremaneTest : public sealtest::InstallationTest {
+class CaremaneTest : public sealtest::TableClassTest<cT_CAREMANE, cD_CAREMANE, &cT_CAREMANE::clsCAREMANE> {
 protected:
     void SetUp() override
     {
-        InstallationTest::SetUp();
+        TableClassTest::SetUp();
         run(QStringLiteral(
             "INSERT INTO SISETSU (iKyotenCd, iKyotenEb, nIDNo, cShamei1, cSisetsuType, cAddress1, cAddress2) VALUES "
             "(1, 2, 10, 'ひかり苑', '特養', '横浜市中区1-1', 'ひかりビル2F'),"
@@ -29,13 +30,6 @@ protected:
             "(1, 2, 3, '中止　済子', 'ﾁｭｳｼ ｽﾐｺ', NULL, NULL, NULL, NULL, NULL, 1, NULL, NULL),"
             "(5, 1, 1, '他拠点　ケアマネ', 'ﾀｷｮﾃﾝ', NULL, NULL, NULL, 99, NULL, 0, NULL, NULL)"));
     }
-
-    std::vector<qint32> grid(const cD_CAREMANE& filter)
-    {
-        cT_CAREMANE& list = opened<cT_CAREMANE>();
-        EXPECT_EQ(list.iDataReadGrid(filter), 0) << list.sErrMsg().toStdString();
-        return sealtest::ids(list, &cT_CAREMANE::clsCAREMANE);
-    }
 };
 
 TEST_F(CaremaneTest, FreshFilterReadsCurrentCareManagersOfEveryOfficeByNumber)
@@ -45,24 +39,19 @@ TEST_F(CaremaneTest, FreshFilterReadsCurrentCareManagersOfEveryOfficeByNumber)
 
 TEST_F(CaremaneTest, GridFiltersNeedAValueAboveZeroOrAText)
 {
-    cD_CAREMANE f;
-    f.iChusiFlg = 1;  // not 0: the stopped ones come too
-    EXPECT_EQ(grid(f), (std::vector<qint32>{1, 2, 3, 4}));
-    f = {};
-    f.iSisetsuCode = 10;
-    EXPECT_EQ(grid(f), (std::vector<qint32>{2, 4}));
-    f = {};
-    f.iJigyosyoCode = 20;
-    EXPECT_EQ(grid(f), (std::vector<qint32>{4}));
-    f = {};
-    f.nIDNo = 2;
-    EXPECT_EQ(grid(f), (std::vector<qint32>{2}));
-    f = {};
-    f.cName = QStringLiteral("ケア");
-    EXPECT_EQ(grid(f), (std::vector<qint32>{1, 2}));
-    f = {};
-    f.cNameKana = QStringLiteral("ﾀｶﾊｼ");
-    EXPECT_EQ(grid(f), (std::vector<qint32>{4}));
+    const std::pair<std::function<void(cD_CAREMANE&)>, std::vector<qint32>> cases[] = {
+        {[](cD_CAREMANE& f) { f.iChusiFlg = 1; }, {1, 2, 3, 4}},  // not 0: the stopped ones come too
+        {[](cD_CAREMANE& f) { f.iSisetsuCode = 10; }, {2, 4}},
+        {[](cD_CAREMANE& f) { f.iJigyosyoCode = 20; }, {4}},
+        {[](cD_CAREMANE& f) { f.nIDNo = 2; }, {2}},
+        {[](cD_CAREMANE& f) { f.cName = QStringLiteral("ケア"); }, {1, 2}},
+        {[](cD_CAREMANE& f) { f.cNameKana = QStringLiteral("ﾀｶﾊｼ"); }, {4}},
+    };
+    for (size_t i = 0; i < std::size(cases); ++i) {
+        cD_CAREMANE f;
+        cases[i].first(f);
+        EXPECT_EQ(grid(f), cases[i].second) << "case " << i;
+    }
 }
 
 TEST_F(CaremaneTest, JoinsGiveTheFacilityAndTheOfficeOrNothing)
@@ -123,18 +112,13 @@ TEST_F(CaremaneTest, ReadHasTheOneNumberConditionOverEveryOffice)
     EXPECT_EQ(list.nデータ数(), 3);
 }
 
-TEST_F(CaremaneTest, SearchAndHighestNumberStayInThisOffice)
+TEST_F(CaremaneTest, SearchStaysInThisOffice)
 {
     cT_CAREMANE& list = opened<cT_CAREMANE>();
     cD_CAREMANE f;
     f.cNameKana = QStringLiteral("ﾀ");
     ASSERT_EQ(list.iDataReadGrid_Jouken(f), 0) << list.sErrMsg().toStdString();
-    ASSERT_EQ(list.nデータ数(), 2);
-    EXPECT_EQ(list.clsCAREMANE(0).nIDNo, 2);
-    EXPECT_EQ(list.clsCAREMANE(1).nIDNo, 4);
-    qint32 nMax = 0;
-    ASSERT_EQ(list.iGetMaxIDNo(nMax), 0);
-    EXPECT_EQ(nMax, 4);
+    EXPECT_EQ(ids(list), (std::vector<qint32>{2, 4}));
 }
 
 }  // namespace

@@ -21,6 +21,7 @@ protected:
         InstallationTest::SetUp();
         connect(db_);
         db_.adoConnection().setClock([] { return kServerNow; });
+        sisetsu_.iInit(db_);
         // Patients 1 to 4 of this office, 1 of office 1-3; each with its RIYOUSHA_SUB row.
         run(QStringLiteral(
             "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, tUpdateTime) VALUES "
@@ -60,6 +61,7 @@ protected:
     }
 
     cT_ADODB db_;
+    cT_SISETSU sisetsu_;
 };
 
 TEST_F(CascadesTest, CareManagerChangeReachesItsPatientsOfThisOffice)
@@ -83,10 +85,8 @@ TEST_F(CascadesTest, CareManagerChangeReachesItsPatientsOfThisOffice)
 
 TEST_F(CascadesTest, FacilityReferralTelephone)
 {
-    cT_SISETSU t;
-    t.iInit(db_);
     const cD_SISETSU f = facility();
-    ASSERT_EQ(t.iDataUpdate_ToRiyousha(&f, true), 0) << t.sErrMsg().toStdString();
+    ASSERT_EQ(sisetsu_.iDataUpdate_ToRiyousha(&f, true), 0) << sisetsu_.sErrMsg().toStdString();
     EXPECT_EQ(
         column(QStringLiteral("SELECT iKyotenEb || ':' || nIDNo FROM RIYOUSHA_SUB WHERE cSyoukaiTelNo = '045-111-2222' "
                               "ORDER BY iKyotenEb, nIDNo")),
@@ -96,10 +96,8 @@ TEST_F(CascadesTest, FacilityReferralTelephone)
 
 TEST_F(CascadesTest, FacilityAddressReachesItsCareManagersAndTheirPatients)
 {
-    cT_SISETSU t;
-    t.iInit(db_);
     const cD_SISETSU f = facility();
-    ASSERT_EQ(t.iDataUpdate_ToCareMane(&f, true), 0) << t.sErrMsg().toStdString();
+    ASSERT_EQ(sisetsu_.iDataUpdate_ToCareMane(&f, true), 0) << sisetsu_.sErrMsg().toStdString();
     EXPECT_EQ(column(QStringLiteral(
                   "SELECT iKyotenEb || ':' || nIDNo || '|' || ifnull(cYubinNo, '') || '|' || "
                   "ifnull(cAdress1, '') || '|' || ifnull(cAdress2, '') || '|' || ifnull(cTelNo, '') || '|' || "
@@ -115,10 +113,8 @@ TEST_F(CascadesTest, FacilityAddressReachesItsCareManagersAndTheirPatients)
 
 TEST_F(CascadesTest, InstitutionReachesItsConsultations)
 {
-    cT_SISETSU t;
-    t.iInit(db_);
     const cD_SISETSU f = facility();
-    ASSERT_EQ(t.iDataUpdate_ToSoudan(&f, true), 0) << t.sErrMsg().toStdString();
+    ASSERT_EQ(sisetsu_.iDataUpdate_ToSoudan(&f, true), 0) << sisetsu_.sErrMsg().toStdString();
     EXPECT_EQ(
         column(QStringLiteral("SELECT nIDNo || '|' || cKikan || '|' || ifnull(cKikankana, '') || '|' || "
                               "ifnull(cAdress1, '') || '|' || ifnull(tUpdateTime, '') FROM SOUDAN ORDER BY nIDNo")),
@@ -127,10 +123,8 @@ TEST_F(CascadesTest, InstitutionReachesItsConsultations)
 
 TEST_F(CascadesTest, InstitutionReachesItsDoctorsAndTheirPatientsConsents)
 {
-    cT_SISETSU t;
-    t.iInit(db_);
     const cD_SISETSU f = facility();
-    ASSERT_EQ(t.iDataUpdate_ToRiyousha_Iryou(&f, true), 0) << t.sErrMsg().toStdString();
+    ASSERT_EQ(sisetsu_.iDataUpdate_ToRiyousha_Iryou(&f, true), 0) << sisetsu_.sErrMsg().toStdString();
     EXPECT_EQ(column(QStringLiteral("SELECT cIDno || '|' || cKikan || '|' || ifnull(cAddress2, '') || '|' || "
                                     "ifnull(tUpdateTime, '') FROM DOCTOR ORDER BY cIDno")),
               (QStringList{QStringLiteral("101|ひかり病院|ひかりビル|") + kStamp, QStringLiteral("102|別||"),
@@ -159,21 +153,19 @@ TEST_F(CascadesTest, DoctorStatementFindsTheDoctorsThroughTheirInstitution)
 
 TEST_F(CascadesTest, FailingLaterStatementUndoesTheEarlierOnes)
 {
-    cT_SISETSU t;
-    t.iInit(db_);
     cD_SISETSU f = facility();
     f.cShamei1 = QStringLiteral("O'Neil病院");  // DOCTOR's update breaks at the name
-    EXPECT_EQ(t.iDataUpdate_ToRiyousha_Iryou(&f, true), -1);
-    EXPECT_TRUE(t.sErrMsg().startsWith(QStringLiteral("ERR:iExecSQL ("))) << t.sErrMsg().toStdString();
+    EXPECT_EQ(sisetsu_.iDataUpdate_ToRiyousha_Iryou(&f, true), -1);
+    EXPECT_TRUE(sisetsu_.sErrMsg().startsWith(QStringLiteral("ERR:iExecSQL ("))) << sisetsu_.sErrMsg().toStdString();
 
     f = facility();
     f.cShameiKana1 = QStringLiteral("ﾋｶﾘ'");  // SOUDAN breaks; nothing else changed first
-    EXPECT_EQ(t.iDataUpdate_ToSoudan(&f, true), -1);
+    EXPECT_EQ(sisetsu_.iDataUpdate_ToSoudan(&f, true), -1);
 
     // ToCareMane: the care managers' update runs, the telephone copy breaks.
     run(QStringLiteral("ALTER TABLE RIYOUSHA_SUB RENAME COLUMN cCareTelNo TO cCareTel"));
     f = facility();
-    EXPECT_EQ(t.iDataUpdate_ToCareMane(&f, true), -1);
+    EXPECT_EQ(sisetsu_.iDataUpdate_ToCareMane(&f, true), -1);
     EXPECT_EQ(column(QStringLiteral("SELECT ifnull(cTelNo, 'NULL') FROM CAREMANE ORDER BY iKyotenEb, nIDNo")),
               (QStringList{QStringLiteral("NULL"), QStringLiteral("NULL"), QStringLiteral("NULL")}));
     EXPECT_EQ(column(QStringLiteral("SELECT cKikan FROM DOCTOR ORDER BY cIDno")),

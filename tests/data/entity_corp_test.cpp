@@ -3,9 +3,9 @@
 
 #include "data/ct_corp.h"
 
-#include "support/entity_db.h"
 #include "support/golden.h"
 #include "support/param_names.h"
+#include "support/table_class_test.h"
 
 #include <vector>
 
@@ -14,11 +14,11 @@ namespace {
 using data::cD_CORP;
 using data::cT_CORP;
 
-class CorpTest : public sealtest::InstallationTest {
+class CorpTest : public sealtest::TableClassTest<cT_CORP, cD_CORP, &cT_CORP::clsCORP> {
 protected:
     void SetUp() override
     {
-        InstallationTest::SetUp();
+        TableClassTest::SetUp();
         run(QStringLiteral(
             "INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, iType, cShamei1, cShamei2, cShameiKana1, cYubinNo, "
             "cAddress1, cTelNo, cDaihyo, iKinSyubetsu, nLat, nLon, tUpDateTime, cEmail) VALUES "
@@ -29,8 +29,6 @@ protected:
             "(1, 2, 2, 3, 'あおば治療院', NULL, 'ｱｵﾊﾞ', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL),"
             "(1, 3, 9, 0, '別拠点', NULL, 'ﾍﾞﾂ', NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL)"));
     }
-
-    std::vector<qint32> ids(cT_CORP& corps) { return sealtest::ids(corps, &cT_CORP::clsCORP); }
 };
 
 // The statements whole, in tests/data/fixtures/golden/corp_*.sql: the short list of
@@ -89,35 +87,21 @@ TEST_F(CorpTest, ReadFillsEveryColumnAndKeepsTheUpdateTimeAsText)
 
 TEST_F(CorpTest, NullColumnsReadAsEmptyTextAndZero)
 {
-    cT_CORP& corps = opened<cT_CORP>();
-    cD_CORP filter;
-    filter.nIDNo = 2;
-    filter.iType = -1;
-    ASSERT_EQ(corps.iDataRead(filter), 0) << corps.sErrMsg().toStdString();
-    ASSERT_EQ(corps.nデータ数(), 1);
-    const cD_CORP& row = corps.clsCORP(0);
-    EXPECT_EQ(row.cShamei2, QString());
-    EXPECT_EQ(row.cAddress1, QString());
-    EXPECT_EQ(row.tUpDateTime, QString());
-    EXPECT_EQ(row.iKinSyubetsu, 0);
-    EXPECT_EQ(row.nLat, 0.0);
-    EXPECT_EQ(row.iType, 3);
-    EXPECT_EQ(row.sType(), QStringLiteral("団体請求"));
-}
-
-TEST_F(CorpTest, RowWithOnlyItsKeyReadsWithoutFault)
-{
     run(QStringLiteral("INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo) VALUES (1, 2, 7)"));
     cT_CORP& corps = opened<cT_CORP>();
     cD_CORP filter;
-    filter.nIDNo = 7;
     filter.iType = -1;
-    ASSERT_EQ(corps.iDataRead(filter), 0) << corps.sErrMsg().toStdString();
-    ASSERT_EQ(corps.nデータ数(), 1);
-    const cD_CORP& row = corps.clsCORP(0);
-    EXPECT_EQ(row.cShamei1 + row.cEmail + row.cPcName + row.tUpDateTime, QString());
-    EXPECT_EQ(row.iType + row.iKyotenToshiNo + row.iKozaType, 0);
-    EXPECT_EQ(row.sType(), QStringLiteral("本社（往療基点）"));
+    for (const qint32 id : {2, 7}) {  // some columns NULL; all but the key NULL
+        filter.nIDNo = id;
+        ASSERT_EQ(corps.iDataRead(filter), 0) << corps.sErrMsg().toStdString();
+        ASSERT_EQ(corps.nデータ数(), 1);
+        const cD_CORP& row = corps.clsCORP(0);
+        EXPECT_EQ(row.cShamei2 + row.cAddress1 + row.cEmail + row.cPcName + row.tUpDateTime, QString()) << id;
+        EXPECT_EQ(row.iKinSyubetsu + row.iKyotenToshiNo + row.iKozaType, 0) << id;
+        EXPECT_EQ(row.nLat, 0.0) << id;
+        EXPECT_EQ(row.iType, id == 2 ? 3 : 0);
+    }
+    EXPECT_EQ(corps.clsCORP(0).cShamei1, QString());
 }
 
 struct ReadFilterCase {
@@ -147,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
                       ReadFilterCase{"NumberZeroMatchesNothing", 0, -1, {}}, ReadFilterCase{"OneNumber", 2, -1, {2}},
                       ReadFilterCase{"AnotherOfficesNumber", 9, -1, {}}, ReadFilterCase{"TypeZero", -1, 0, {1}},
                       ReadFilterCase{"TypeAndNumber", 3, 1, {3}}, ReadFilterCase{"TypeAndNumberDisagree", 3, 0, {}}),
-    [](const ::testing::TestParamInfo<ReadFilterCase>& info) { return std::string(info.param.name); });
+    sealtest::ByName{});
 
 TEST_F(CorpTest, DuplicateCheckReadsEveryOtherRowOfTheOffice)
 {
@@ -204,7 +188,7 @@ INSTANTIATE_TEST_SUITE_P(Conditions, CorpJoukenTest,
                                            JoukenCase{"KanaContains", 0, u"", u"ﾎﾝ", {1}},
                                            JoukenCase{"NameAndKana", 0, u"さくら", u"ｱｵ", {}},
                                            JoukenCase{"OtherOfficeNameNotFound", 0, u"別拠点", u"", {}}),
-                         [](const ::testing::TestParamInfo<JoukenCase>& info) { return std::string(info.param.name); });
+                         sealtest::ByName{});
 
 TEST_F(CorpTest, ApostropheInASearchTextFailsTheReadAndChangesNothing)
 {

@@ -2,7 +2,7 @@
 
 #include "data/ct_shinseisyo.h"
 
-#include "support/entity_db.h"
+#include "support/table_class_test.h"
 
 #include <vector>
 
@@ -11,11 +11,11 @@ namespace {
 using data::cD_SHINSEISYO;
 using data::cT_SHINSEISYO;
 
-class ShinseisyoTest : public sealtest::InstallationTest {
+class ShinseisyoTest : public sealtest::TableClassTest<cT_SHINSEISYO, cD_SHINSEISYO, &cT_SHINSEISYO::clsSHINSEISYO> {
 protected:
     void SetUp() override
     {
-        InstallationTest::SetUp();
+        TableClassTest::SetUp();
         run(QStringLiteral(
             "INSERT INTO SHINSEISYO (iKyotenCd, iKyotenEb, nIDNo, cFileName, cDispName, iDelFlg, iPrintType, "
             "iStateNo) VALUES "
@@ -24,13 +24,6 @@ protected:
             "(1, 2, 3, 'c.wfd', '削除済み', 1, 1, 1),"
             "(1, 2, 4, 'd.wfd', '療養費支給申請書（東京）', 0, 1, 2),"
             "(2, 2, 5, 'e.wfd', '他拠点', 0, 1, 1)"));
-    }
-
-    std::vector<qint32> grid(const cD_SHINSEISYO& f)
-    {
-        cT_SHINSEISYO& list = opened<cT_SHINSEISYO>();
-        EXPECT_EQ(list.iDataReadGrid(f), 0) << list.sErrMsg().toStdString();
-        return sealtest::ids(list, &cT_SHINSEISYO::clsSHINSEISYO);
     }
 };
 

@@ -16,6 +16,7 @@
 #include <QFile>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -36,6 +37,7 @@ protected:
 
     void TearDown() override
     {
+        tables_.clear();
         gsChizuSetting.clear();
         InstallationTest::TearDown();
     }
@@ -58,7 +60,18 @@ protected:
         ASSERT_TRUE(base::writeTextFile(dir_.path() + QStringLiteral("/loginuser.cid"), lines).ok);
     }
 
+    // A table class on the fixture's connection, kept until the test ends.
+    template <class Table>
+    Table& table()
+    {
+        auto t = std::make_shared<Table>();
+        t->iInit(db_);
+        tables_.push_back(t);
+        return *t;
+    }
+
     cT_ADODB db_;
+    std::vector<std::shared_ptr<void>> tables_;
 };
 
 // The write statements whole, in tests/data/fixtures/golden/corp_*.sql: the office's
@@ -75,8 +88,7 @@ TEST_F(WritesTest, StatementsAreTheirGoldenTexts)
 TEST_F(WritesTest, InsertUpdateDeleteLeaveExactlyTheirRow)
 {
     run(QStringLiteral("INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, cShamei1) VALUES (1, 3, 4, '他拠点の4番')"));
-    cT_CORP corps;
-    corps.iInit(db_);
+    cT_CORP& corps = table<cT_CORP>();
     cD_CORP row = office(4, QStringLiteral("さくら鍼灸院"));
     ASSERT_EQ(corps.iDataInsert(&row, true), 0) << corps.sErrMsg().toStdString();
     EXPECT_EQ(
@@ -100,8 +112,7 @@ TEST_F(WritesTest, EveryPairWritesAndDeletesItsOwnRow)
     const std::vector<std::pair<QString, std::function<short(bool)>>> cases = {
         {QStringLiteral("CAREMANE"),
          [&](bool del) {
-             cT_CAREMANE t;
-             t.iInit(db_);
+             cT_CAREMANE& t = table<cT_CAREMANE>();
              cD_CAREMANE r;
              r.nIDNo = 6;
              r.cName = QStringLiteral("高橋");
@@ -111,8 +122,7 @@ TEST_F(WritesTest, EveryPairWritesAndDeletesItsOwnRow)
          }},
         {QStringLiteral("STAFF"),
          [&](bool del) {
-             cT_STAFF t;
-             t.iInit(db_);
+             cT_STAFF& t = table<cT_STAFF>();
              cD_STAFF r;
              r.nIDNo = 6;
              r.cName = QStringLiteral("佐藤");
@@ -121,8 +131,7 @@ TEST_F(WritesTest, EveryPairWritesAndDeletesItsOwnRow)
          }},
         {QStringLiteral("SISETSU"),
          [&](bool del) {
-             cT_SISETSU t;
-             t.iInit(db_);
+             cT_SISETSU& t = table<cT_SISETSU>();
              cD_SISETSU r;
              r.nIDNo = 6;
              r.cShamei1 = QStringLiteral("ひかり苑");
@@ -130,8 +139,7 @@ TEST_F(WritesTest, EveryPairWritesAndDeletesItsOwnRow)
          }},
         {QStringLiteral("SHINSEISYO"),
          [&](bool del) {
-             cT_SHINSEISYO t;
-             t.iInit(db_);
+             cT_SHINSEISYO& t = table<cT_SHINSEISYO>();
              cD_SHINSEISYO r;
              r.nIDNo = 6;
              r.cDispName = QStringLiteral("申請書");
@@ -151,8 +159,7 @@ TEST_F(WritesTest, EveryPairWritesAndDeletesItsOwnRow)
 
 TEST_F(WritesTest, EmptyDateGoesInAsNullAndADateAsItsText)
 {
-    cT_STAFF t;
-    t.iInit(db_);
+    cT_STAFF& t = table<cT_STAFF>();
     cD_STAFF r;
     r.nIDNo = 1;
     r.cName = QStringLiteral("佐藤");
@@ -162,51 +169,35 @@ TEST_F(WritesTest, EmptyDateGoesInAsNullAndADateAsItsText)
               QStringList{QStringLiteral("1980/02/29|NULL")});
 }
 
+// A call of method with no row fails with text.
+template <class Table, class Base, class Row>
+void expectAbsent(short (Base::*method)(const Row*, bool), bool bTrans, const char16_t* text)
+{
+    Table table;
+    EXPECT_EQ((table.*method)(nullptr, bTrans), -1);
+    EXPECT_EQ(table.sErrMsg(), QString::fromUtf16(text));
+}
+
 TEST_F(WritesTest, AbsentRowFailsWithTheTablesOwnText)
 {
-    cT_CORP corp;
-    cT_CAREMANE caremane;
-    cT_STAFF staff;
-    cT_SISETSU sisetsu;
-    cT_SHINSEISYO shinseisyo;
-    struct Case {
-        std::function<short()> call;
-        std::function<QString()> text;
-        const char16_t* expected;
-    };
-    const std::vector<Case> cases = {
-        {[&] { return corp.iDataInsert(nullptr, true); }, [&] { return corp.sErrMsg(); }, u"CORPが無効です。"},
-        {[&] { return corp.iData削除(nullptr, false); }, [&] { return corp.sErrMsg(); }, u"CORPが無効です。"},
-        {[&] { return caremane.iDataUpdate(nullptr, true); }, [&] { return caremane.sErrMsg(); },
-         u"CAREMANEが無効です。"},
-        {[&] { return caremane.iDataUpdate_ToRiyousha(nullptr, true); }, [&] { return caremane.sErrMsg(); },
-         u"CAREMANEが無効です。"},
-        {[&] { return staff.iData削除(nullptr, true); }, [&] { return staff.sErrMsg(); }, u"STAFFが無効です。"},
-        {[&] { return sisetsu.iDataInsert(nullptr, true); }, [&] { return sisetsu.sErrMsg(); }, u"Sisetsuが無効です。"},
-        {[&] { return sisetsu.iData削除(nullptr, true); }, [&] { return sisetsu.sErrMsg(); }, u"Sisetsuが無効です。"},
-        {[&] { return sisetsu.iDataUpdate_ToRiyousha(nullptr, true); }, [&] { return sisetsu.sErrMsg(); },
-         u"SISETUが無効です。"},
-        {[&] { return sisetsu.iDataUpdate_ToCareMane(nullptr, true); }, [&] { return sisetsu.sErrMsg(); },
-         u"SISETUが無効です。"},
-        {[&] { return sisetsu.iDataUpdate_ToSoudan(nullptr, true); }, [&] { return sisetsu.sErrMsg(); },
-         u"SISETUが無効です。"},
-        {[&] { return sisetsu.iDataUpdate_ToRiyousha_Iryou(nullptr, true); }, [&] { return sisetsu.sErrMsg(); },
-         u"SISETUが無効です。"},
-        {[&] { return shinseisyo.iDataUpdate(nullptr, true); }, [&] { return shinseisyo.sErrMsg(); },
-         u"SHINSEISYOが無効です。"},
-    };
-    for (size_t i = 0; i < cases.size(); ++i) {
-        EXPECT_EQ(cases[i].call(), -1) << "case " << i;
-        EXPECT_EQ(cases[i].text(), QString::fromUtf16(cases[i].expected)) << "case " << i;
-    }
+    expectAbsent<cT_CORP>(&cT_CORP::iDataInsert, true, u"CORPが無効です。");
+    expectAbsent<cT_CORP>(&cT_CORP::iData削除, false, u"CORPが無効です。");
+    expectAbsent<cT_CAREMANE>(&cT_CAREMANE::iDataUpdate, true, u"CAREMANEが無効です。");
+    expectAbsent<cT_CAREMANE>(&cT_CAREMANE::iDataUpdate_ToRiyousha, true, u"CAREMANEが無効です。");
+    expectAbsent<cT_STAFF>(&cT_STAFF::iData削除, true, u"STAFFが無効です。");
+    expectAbsent<cT_SISETSU>(&cT_SISETSU::iDataInsert, true, u"Sisetsuが無効です。");
+    expectAbsent<cT_SISETSU>(&cT_SISETSU::iData削除, true, u"Sisetsuが無効です。");
+    for (auto cascade : {&cT_SISETSU::iDataUpdate_ToRiyousha, &cT_SISETSU::iDataUpdate_ToCareMane,
+                         &cT_SISETSU::iDataUpdate_ToSoudan, &cT_SISETSU::iDataUpdate_ToRiyousha_Iryou})
+        expectAbsent<cT_SISETSU>(cascade, true, u"SISETUが無効です。");
+    expectAbsent<cT_SHINSEISYO>(&cT_SHINSEISYO::iDataUpdate, true, u"SHINSEISYOが無効です。");
 }
 
 TEST_F(WritesTest, MachineNameThatCannotBeTakenStopsInsertAndUpdateButNotDelete)
 {
     run(QStringLiteral("INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, cShamei1) VALUES (1, 2, 4, '元')"));
     platform_.setMachineName(QString(260, u'X'));
-    cT_CORP corps;
-    corps.iInit(db_);
+    cT_CORP& corps = table<cT_CORP>();
     cD_CORP row = office(4, QStringLiteral("新"));
     EXPECT_EQ(corps.iDataUpdate(&row, true), -1);
     EXPECT_EQ(corps.sErrMsg(), QStringLiteral("コンピューター名の取得に失敗しました。"));
@@ -220,8 +211,7 @@ TEST_F(WritesTest, MachineNameThatCannotBeTakenStopsInsertAndUpdateButNotDelete)
 
 TEST_F(WritesTest, QuoteInAValueFailsTheStatementWithItsWholeText)
 {
-    cT_CORP corps;
-    corps.iInit(db_);
+    cT_CORP& corps = table<cT_CORP>();
     cD_CORP row = office(4, QStringLiteral("O'Hara治療院"));
     EXPECT_EQ(corps.iDataInsert(&row, true), -1);
     EXPECT_TRUE(corps.sErrMsg().startsWith(QStringLiteral("ERR:iExecSQL ("))) << corps.sErrMsg().toStdString();
@@ -234,8 +224,7 @@ TEST_F(WritesTest, QuoteInAValueFailsTheStatementWithItsWholeText)
 TEST_F(WritesTest, FailedLaterStepRollsTheWholeWriteBack)
 {
     run(QStringLiteral("INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName) VALUES (1, 2, 3, 'O''Brien')"));
-    cT_STAFF t;
-    t.iInit(db_);
+    cT_STAFF& t = table<cT_STAFF>();
     cD_STAFF r;
     r.nIDNo = 3;
     r.cName = QStringLiteral("O'Brien");  // the delete runs; its log line breaks
@@ -247,8 +236,7 @@ TEST_F(WritesTest, FailedLaterStepRollsTheWholeWriteBack)
 
 TEST_F(WritesTest, WithoutTheFlagTheCallersTransactionDecides)
 {
-    cT_CORP corps;
-    corps.iInit(db_);
+    cT_CORP& corps = table<cT_CORP>();
     cD_CORP a = office(1, QStringLiteral("一"));
     cD_CORP b = office(2, QStringLiteral("二"));
     ASSERT_EQ(db_.iBeginTrans(), 0);
@@ -276,8 +264,7 @@ TEST_F(WritesTest, FailedCommitRollsBackAndLeavesNoRow)
                        "CREATE TRIGGER CORP_ORPHAN AFTER INSERT ON CORP WHEN NEW.cShamei1 = '拒否' "
                        "BEGIN INSERT INTO ORPHAN_T VALUES (999); END;"));
     ASSERT_EQ(db_.iExecSQL(QStringLiteral("PRAGMA foreign_keys = ON")), 0) << db_.sErrMsg().toStdString();
-    cT_CORP corps;
-    corps.iInit(db_);
+    cT_CORP& corps = table<cT_CORP>();
     cD_CORP row = office(1, QStringLiteral("拒否"));
     EXPECT_EQ(corps.iDataInsert(&row, true), -1);
     EXPECT_TRUE(corps.sErrMsg().startsWith(QStringLiteral("ERR:CommitTrans ("))) << corps.sErrMsg().toStdString();
@@ -294,14 +281,12 @@ TEST_F(WritesTest, DeleteLogsWhoDeletedWhatAndWhen)
     loginFile({QStringLiteral("[User]=受付"), QStringLiteral("[LoginId]=tanaka01"), QStringLiteral("[LoginId]=other")});
     run(QStringLiteral("INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName) VALUES (1, 2, 3, '佐藤　花子');"
                        "INSERT INTO SISETSU (iKyotenCd, iKyotenEb, nIDNo, cShamei1) VALUES (1, 2, 8, 'ひかり苑')"));
-    cT_STAFF staff;
-    staff.iInit(db_);
+    cT_STAFF& staff = table<cT_STAFF>();
     cD_STAFF s;
     s.nIDNo = 3;
     s.cName = QStringLiteral("佐藤　花子");
     ASSERT_EQ(staff.iData削除(&s, true), 0) << staff.sErrMsg().toStdString();
-    cT_SISETSU sisetsu;
-    sisetsu.iInit(db_);
+    cT_SISETSU& sisetsu = table<cT_SISETSU>();
     cD_SISETSU f;
     f.nIDNo = 8;
     f.cShamei1 = QStringLiteral("ひかり苑");
@@ -330,8 +315,7 @@ TEST_F(WritesTest, LoginIdIsEmptyWithoutTheFileOrTheLine)
 
     QFile::remove(dir_.path() + QStringLiteral("/loginuser.cid"));
     run(QStringLiteral("INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName) VALUES (1, 2, 3, '佐藤')"));
-    cT_STAFF staff;
-    staff.iInit(db_);
+    cT_STAFF& staff = table<cT_STAFF>();
     cD_STAFF s;
     s.nIDNo = 3;
     s.cName = QStringLiteral("佐藤");
@@ -341,8 +325,7 @@ TEST_F(WritesTest, LoginIdIsEmptyWithoutTheFileOrTheLine)
 
 TEST_F(WritesTest, MapEntriesFollowOnlyWhenTheSuiteSwitchIsOn)
 {
-    cT_CORP corps;
-    corps.iInit(db_);
+    cT_CORP& corps = table<cT_CORP>();
     cD_CORP row = office(4, QStringLiteral("さくら"));
     ASSERT_EQ(corps.iDataInsert(&row, false), 0);
     EXPECT_EQ(scalar(QStringLiteral("SELECT COUNT(*) FROM RIYOUSHA_MAP")), 0);
@@ -352,8 +335,7 @@ TEST_F(WritesTest, MapEntriesFollowOnlyWhenTheSuiteSwitchIsOn)
     ASSERT_EQ(corps.iDataInsert(&row, false), 0) << corps.sErrMsg().toStdString();
     row.nLat = 34.5;
     ASSERT_EQ(corps.iDataUpdate(&row, false), 0) << corps.sErrMsg().toStdString();
-    cT_STAFF staff;
-    staff.iInit(db_);
+    cT_STAFF& staff = table<cT_STAFF>();
     cD_STAFF s;
     s.nIDNo = 9;
     s.nLat = 1.25;
@@ -369,8 +351,7 @@ TEST_F(WritesTest, MapEntryFailureIsTheWritesFailure)
 {
     gsChizuSetting = QStringLiteral("1");
     run(QStringLiteral("DROP TABLE RIYOUSHA_MAP"));
-    cT_SISETSU t;
-    t.iInit(db_);
+    cT_SISETSU& t = table<cT_SISETSU>();
     cD_SISETSU r;
     r.nIDNo = 2;
     EXPECT_EQ(t.iDataInsert(&r, false), -1);

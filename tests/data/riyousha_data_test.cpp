@@ -4,6 +4,7 @@
 #include "data/riyousha_data.h"
 
 #include "support/entity_db.h"
+#include "support/param_names.h"
 
 namespace {
 
@@ -125,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadValue{"NotADate", "UPDATE RIYOUSHA SET iRoomAnbunUmu = 'あり'", "box 0 |Read Error:型が一致しません。"},
         BadValue{"MissingColumn", "ALTER TABLE RIYOUSHA DROP COLUMN cFMCode",
                  "box 0 |Read Error:要求された名前、または序数に対応する項目がコレクションで見つかりません。"}),
-    [](const ::testing::TestParamInfo<BadValue>& info) { return std::string(info.param.name); });
+    sealtest::ByName{});
 
 TEST_F(RiyoushaDataTest, DatabaseFailuresGoToTheLastErrorWithoutABox)
 {
