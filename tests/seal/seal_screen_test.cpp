@@ -5,8 +5,6 @@
 
 #include "support/scenario.h"
 
-#include <QDir>
-
 #include <gtest/gtest.h>
 
 using sealtest::SealInstall;
@@ -20,14 +18,11 @@ QStringList lines(std::initializer_list<const char*> l)
     return out;
 }
 
-QStringList run(const SealInstall& install, const QStringList& script) { return sealtest::runScript(install, script); }
-
 QStringList runWith(const SealInstall& install, const QStringList& body, const char* start = "start 5")
 {
     return sealtest::runAfterStart(install, body, QString::fromUtf8(start));
 }
 
-// The whole transcript of the process, the open seal screen handed to work.
 using sealtest::driveProcess;
 
 const QStringList kOpen = lines({"screen open frmBack", "screen open frmPrintシール"});
@@ -86,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(StartUp, WithoutRunModeTheProcessEndsWithTwoBoxes)
 {
     SealInstall install;
-    EXPECT_EQ(run(install, lines({"start"})),
+    EXPECT_EQ(sealtest::runScript(install, lines({"start"})),
               lines({"screen open frmBack", "box 48 　エラー！！|処理モードが設定されていません。",
                      "box 16 　エラー！！|起動できません！", "end 0"}));
 }
