@@ -3,6 +3,7 @@
 
 #include "seal/seal_screen.h"
 
+#include "support/patients.h"
 #include "support/scenario.h"
 
 #include <gtest/gtest.h>
@@ -26,15 +27,6 @@ QStringList runWith(const SealInstall& install, const QStringList& body, const c
 using sealtest::driveProcess;
 
 const QStringList kOpen = lines({"screen open frmBack", "screen open frmPrintシール"});
-
-void addThreePatients(const SealInstall& install)
-{
-    install.addPatient(1, QStringLiteral("山田 太郎"), QStringLiteral("ﾔﾏﾀﾞ ﾀﾛｳ"), QStringLiteral("'1950/11/21'"));
-    install.addPatient(2, QStringLiteral("佐藤 花子"), QStringLiteral("ｻﾄｳ ﾊﾅｺ"), QStringLiteral("'1940/03/05'"));
-    install.addPatient(3, QStringLiteral("鈴木 一郎"), QStringLiteral("ｽｽﾞｷ ｲﾁﾛｳ"), QStringLiteral("'2000/01/01'"),
-                       QStringLiteral("'2026/11/20'"));
-    install.addService(1, QStringLiteral("2026/11/02 10:00:00"));
-}
 
 }  // namespace
 
@@ -117,8 +109,10 @@ TEST(StartUp, UnreachableDatabaseReportsThenClosesOnActivationAndStartsTheMenu)
 TEST(StartUp, FirstSearchFillsTheListWithoutAMessage)
 {
     SealInstall install;
-    addThreePatients(install);
-    install.touch(QStringLiteral("DATA/印刷設定.ini"));
+    sealtest::addThreePatients(install);
+    install.exec(
+        QStringLiteral("UPDATE RIYOUSHA SET tBirthday = '2000/01/01', tExpireDay = '2026/11/20' WHERE nIDNo = 3;"));
+    install.addService(1, QStringLiteral("2026/11/02 10:00:00"));
     const QStringList t =
         runWith(install, lines({"show fpSpread02", "show imJissekiYm", "show chkEnter", "show lblEnter"}));
     // Sorted by kana; the patient whose service ended yesterday is hidden; the month
