@@ -40,14 +40,19 @@ protected:
     }
 };
 
+// The screen with the focus in txtA.
+class ScreenKeys : public ::testing::Test {
+protected:
+    ScreenKeys() { s.SetFocus(s.txtA); }
+    RecordingPlatform p;
+    KeyScreen s{p};
+};
+
 }  // namespace
 
-TEST(ScreenKeys, TheScreenSeesAKeyBeforeTheControlWithKeyPreview)
+TEST_F(ScreenKeys, TheScreenSeesAKeyBeforeTheControlWithKeyPreview)
 {
-    RecordingPlatform p;
-    KeyScreen s(p);
     s.KeyPreview = true;
-    s.SetFocus(s.txtA);
     s.pressKey(QStringLiteral("Enter"));
     EXPECT_EQ(s.log, (QStringList{QStringLiteral("form down 13"), QStringLiteral("txtA down 13"),
                                   QStringLiteral("form press 13"), QStringLiteral("txtA press 13")}));
@@ -58,12 +63,9 @@ TEST(ScreenKeys, TheScreenSeesAKeyBeforeTheControlWithKeyPreview)
     EXPECT_EQ(s.log.last(), QStringLiteral("form press 13"));
 }
 
-TEST(ScreenKeys, AMenuShortcutTakesTheKeyAndADisabledMenuDoesNot)
+TEST_F(ScreenKeys, AMenuShortcutTakesTheKeyAndADisabledMenuDoesNot)
 {
-    RecordingPlatform p;
-    KeyScreen s(p);
     s.KeyPreview = true;
-    s.SetFocus(s.txtA);
     s.pressKey(QStringLiteral("F4"));
     EXPECT_EQ(s.log, QStringList{QStringLiteral("mnF04")});
     s.log.clear();
@@ -73,11 +75,8 @@ TEST(ScreenKeys, AMenuShortcutTakesTheKeyAndADisabledMenuDoesNot)
     EXPECT_FALSE(s.pressKey(QStringLiteral("F13")));
 }
 
-TEST(ScreenKeys, TabSkipsControlsThatCannotTakeTheFocusAndWrapsAround)
+TEST_F(ScreenKeys, TabSkipsControlsThatCannotTakeTheFocusAndWrapsAround)
 {
-    RecordingPlatform p;
-    KeyScreen s(p);
-    s.SetFocus(s.txtA);
     s.btnB.setEnabled(false);
     s.pressKey(QStringLiteral("Tab"));
     EXPECT_EQ(s.ActiveControl(), &s.txtC);

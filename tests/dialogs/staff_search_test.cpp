@@ -12,31 +12,21 @@
 
 #include <gtest/gtest.h>
 
-#include <cctype>
-#include <string>
-
 using namespace dialogs;
 
 namespace {
 
-TEST(StaffStatements, ListWithEveryFilterAndAConsultation)
+TEST(StaffStatements, ListWithAndWithoutFiltersTheCheckAndTheMaster)
 {
     sealtest::GlobalsScope globals;
     app::iKyotenCd = 1;
     app::iKyotenEb = 2;
     sealtest::expectGolden(QStringLiteral("staff_list_every_filter.sql"),
                            sqlStaffList({QStringLiteral("山"), QStringLiteral("ヤマ"), 1, 7, 55}));
-}
-
-TEST(StaffStatements, WithoutFiltersOnlyCurrentStaffOfThisOffice)
-{
-    sealtest::GlobalsScope globals;
-    app::iKyotenCd = 1;
-    app::iKyotenEb = 2;
-    const QString s = sqlStaffList({});
-    EXPECT_TRUE(
-        s.endsWith(QStringLiteral("              STAFF where (iChusiFlg = 0 OR iChusiFlg IS NULL) and "
-                                  "iKyotenCd = 1 and iKyotenEb = 2      )staff order by     nIDNo    ,cName ")));
+    // Without filters only current staff of this office.
+    EXPECT_TRUE(sqlStaffList({}).endsWith(
+        QStringLiteral("              STAFF where (iChusiFlg = 0 OR iChusiFlg IS NULL) and "
+                       "iKyotenCd = 1 and iKyotenEb = 2      )staff order by     nIDNo    ,cName ")));
     sealtest::expectGolden(QStringLiteral("staff_check_12.sql"), sqlChkStaff(12));
     sealtest::expectGolden(QStringLiteral("staff_master.sql"), sqlStaffMast());
 }
@@ -74,44 +64,46 @@ protected:
     sealtest::ProcessValues values;
 };
 
-TEST_F(StaffSearch, FirstDisplayListsCurrentStaffOfThisOfficeTrimmed)
+struct FirstDisplayCase {
+    const char* name;
+    qint32 endStaff;
+    qint32 preselected;
+    const char* ids;  // the numbers listed, in order
+    int activeRow;
+};
+
+class FirstDisplay : public StaffSearch, public ::testing::WithParamInterface<FirstDisplayCase> {};
+
+TEST_P(FirstDisplay, ListsTheStaffTrimmedWithThePreselectedRowActive)
 {
+    const FirstDisplayCase& c = GetParam();
     cls施術者検索 search;
+    search.nSeledCD = c.preselected;
     QStringList ids, names;
     bool confirmOn = false;
-    EXPECT_EQ(runSearch(search, 0,
+    int active = 0;
+    EXPECT_EQ(runSearch(search, c.endStaff,
                         [&](frm施術者検索& f) {
                             ids = column(f.spr_1ran, 1);
                             names = column(f.spr_1ran, 2);
                             confirmOn = f.but_Act[0].enabled();
+                            active = f.spr_1ran.ActiveRow();
+                            EXPECT_EQ(f.chkEndSejutsuha.value(), c.endStaff);
                             EXPECT_EQ(f.ActiveControl(), &f.in_SiboriID);
                         }),
               1);
-    // iChusiFlg 2 is not current for the search.
-    EXPECT_EQ(ids, (QStringList{QStringLiteral("3"), QStringLiteral("5")}));
+    EXPECT_EQ(ids.join(u' '), QString::fromUtf8(c.ids));
     EXPECT_EQ(names[0], QStringLiteral("佐藤 一郎"));
     EXPECT_TRUE(confirmOn);
+    EXPECT_EQ(active, c.activeRow);
 }
 
-TEST_F(StaffSearch, EndedStaffAreListedWhenAsked)
-{
-    cls施術者検索 search;
-    QStringList ids;
-    runSearch(search, 1, [&](frm施術者検索& f) {
-        ids = column(f.spr_1ran, 1);
-        EXPECT_EQ(f.chkEndSejutsuha.value(), 1);
-    });
-    EXPECT_EQ(ids, (QStringList{QStringLiteral("3"), QStringLiteral("5"), QStringLiteral("8"), QStringLiteral("9")}));
-}
-
-TEST_F(StaffSearch, ThePreselectedNumberIsTheActiveRowAtFirstDisplay)
-{
-    cls施術者検索 search;
-    search.nSeledCD = 5;
-    int active = 0;
-    runSearch(search, 0, [&](frm施術者検索& f) { active = f.spr_1ran.ActiveRow(); });
-    EXPECT_EQ(active, 2);
-}
+// iChusiFlg 2 is not current for the search.
+INSTANTIATE_TEST_SUITE_P(StaffSearch, FirstDisplay,
+                         ::testing::Values(FirstDisplayCase{"CurrentStaffOnly", 0, 0, "3 5", 1},
+                                           FirstDisplayCase{"EndedStaffWhenAsked", 1, 0, "3 5 8 9", 1},
+                                           FirstDisplayCase{"PreselectedNumber", 0, 5, "3 5", 2}),
+                         sealtest::ByName());
 
 TEST_F(StaffSearch, ConfirmingTheActiveRowHandsBackNumberAndName)
 {
@@ -192,10 +184,14 @@ TEST_F(StaffSearch, AnApostropheInTheNameGoesDownTheFailurePath)
     EXPECT_TRUE(t[3].endsWith(QStringLiteral("\\r\\niDsp1ranSub() でエラー")));
 }
 
-TEST_F(StaffSearch, WhileBusyKeysAreSwallowedAndTheCloseBoxIsRefused)
+TEST_F(StaffSearch, EnterMovesTheFocusOnButWhileBusyKeysAreSwallowedAndTheCloseBoxIsRefused)
 {
     cls施術者検索 search;
     runSearch(search, 0, [&](frm施術者検索& f) {
+        f.SetFocus(f.txt_SiboriName);
+        f.pressKey(QStringLiteral("Enter"));
+        EXPECT_EQ(f.ActiveControl(), &f.txt_SiboriKana);
+
         f.lock.take();
         const int rows = f.spr_1ran.MaxRows();
         f.txt_SiboriName.setText(QStringLiteral("鈴木"));
@@ -207,16 +203,6 @@ TEST_F(StaffSearch, WhileBusyKeysAreSwallowedAndTheCloseBoxIsRefused)
         f.closeByUser();
         EXPECT_FALSE(f.isUnloaded());
         f.lock.release();
-    });
-}
-
-TEST_F(StaffSearch, EnterInAnInputMovesTheFocusOn)
-{
-    cls施術者検索 search;
-    runSearch(search, 0, [&](frm施術者検索& f) {
-        f.SetFocus(f.txt_SiboriName);
-        f.pressKey(QStringLiteral("Enter"));
-        EXPECT_EQ(f.ActiveControl(), &f.txt_SiboriKana);
     });
 }
 

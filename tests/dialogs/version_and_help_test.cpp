@@ -1,15 +1,9 @@
 // The version screen and the online help, on real files in a temporary program folder.
 
-#include "app/globals.h"
-
-#include "base/text_codec.h"
-#include "controls/recording_platform.h"
 #include "dialogs/frm_ver.h"
 #include "dialogs/online_help.h"
-#include "support/globals_scope.h"
+#include "support/installation.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -20,21 +14,13 @@ namespace {
 
 class HelpFiles : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        app::setPlatform(&platform);
-        app::gsAppPath = dir.path();
-    }
-
     void write(const QString& name, const QString& text)
     {
-        QFile f(dir.filePath(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(base::toCp932(text));
+        sealtest::putBytes(dir.filePath(name), base::toCp932(text));
     }
     QStringList versionLines()
     {
-        frmVer v(platform);
+        frmVer v(values.platform);
         v.nVerKind = 7;
         v.laVer.setCaption(QStringLiteral("シール印刷"));
         v.load();
@@ -44,8 +30,8 @@ protected:
     }
 
     QTemporaryDir dir;
-    controls::RecordingPlatform platform;
-    sealtest::GlobalsScope globals;
+    sealtest::ProcessValues values{dir.path()};
+    controls::RecordingPlatform& platform = values.platform;
 };
 
 }  // namespace

@@ -3,29 +3,13 @@
 
 #include "desk.h"
 #include "gui/binder.h"
-#include "gui/grid_model.h"
-#include "gui/qt_platform.h"
 
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStyle>
-#include <QStyleOptionViewItem>
-#include <QTableView>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 using namespace controls;
 
 namespace {
-
-QApplication& application() { return desk::application(); }
 
 class Form : public Screen {
 public:
@@ -54,15 +38,10 @@ public:
     std::vector<OptionButton*> group;
 };
 
-class Binding : public ::testing::Test {
+class Binding : public desk::Bench {
 protected:
-    Binding()
-            : app(application()), platform({}), form(platform), window(new QWidget),
-              binder(platform, form, window.get())
-    {}
+    Binding() : form(qt), window(new QWidget), binder(qt, form, window.get()) {}
 
-    QApplication& app;
-    gui::QtPlatform platform;
     Form form;
     std::unique_ptr<QWidget> window;
     gui::Binder binder;
@@ -140,16 +119,6 @@ TEST_F(Binding, TheGridShowsOnlyVisibleRowsAndTicksGoToTheGridsEvent)
     EXPECT_EQ(model->data(model->index(1, 0), Qt::CheckStateRole).toInt(), int(Qt::Checked));
 }
 
-// Where the style draws the tick box of a cell.
-QPoint tickBox(QTableView& view, int row)
-{
-    QStyleOptionViewItem option;
-    option.initFrom(view.viewport());
-    option.rect = view.visualRect(view.model()->index(row, 0));
-    option.features = QStyleOptionViewItem::HasCheckIndicator;
-    return view.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &view).center();
-}
-
 TEST_F(Binding, AMouseTickThatRebuildsTheRowsStillClicksThePressedCell)
 {
     QTableView view(window.get());
@@ -166,7 +135,7 @@ TEST_F(Binding, AMouseTickThatRebuildsTheRowsStillClicksThePressedCell)
     form.fpSpread02.Click = [&](int col, int row) { clicks.emplace_back(col, row); };
     form.fpSpread02.DblClick = [&](int col, int row) { doubleClicks.emplace_back(col, row); };
 
-    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, tickBox(view, 2));
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, desk::tickBoxCentre(&view, 2));
     EXPECT_EQ(form.fpSpread02.value(1, 3), 1);
     ASSERT_EQ(view.model()->rowCount(), 3);
     EXPECT_EQ(clicks, (std::vector<std::pair<int, int>>{{1, 3}}));
@@ -231,7 +200,7 @@ TEST_F(Binding, TheEndOfTheProcessIsKeptForTheModalCallerNotThrownThroughQt)
 {
     QPushButton button(window.get());
     binder.button(form.btnDisp, &button);
-    form.btnDisp.Click = [&] { platform.endProcess(0); };
+    form.btnDisp.Click = [&] { qt.endProcess(0); };
     EXPECT_NO_THROW(button.click());
 }
 

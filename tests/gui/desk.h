@@ -31,6 +31,8 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QStyle>
+#include <QStyleOptionViewItem>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
@@ -54,6 +56,14 @@ inline QApplication& application()
     }();
     return *app;
 }
+
+// For windows a test builds itself: the application, and the Qt platform the windows
+// dispatch through, which makes no windows of its own.
+class Bench : public ::testing::Test {
+protected:
+    Bench() { application(); }
+    gui::QtPlatform qt{{}};
+};
 
 // The Qt platform with the outside world recorded. Boxes are answered by `answer`
 // (OK when unset) unless realBoxes shows them as the program does.
@@ -261,6 +271,29 @@ inline QStringList mirrorFaults(QWidget& window, const controls::Screen& screen)
     return Mirror(window, screen).faults();
 }
 
+// The window's widget of that name; a missing one fails the test.
+template <class W>
+W* child(QWidget& window, const QString& name)
+{
+    W* w = window.findChild<W*>(name);
+    if (!w) ADD_FAILURE() << "no widget " << name.toStdString();
+    return w;
+}
+
+// Shows a window and makes it the active one, so that its menu keys work.
+inline bool activate(QWidget& window)
+{
+    window.show();
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window);
+}
+
+// Types text as the keyboard does, one character a key; Japanese too, unlike keyClicks.
+inline void typeKeys(QWidget* w, const QString& text)
+{
+    for (QChar ch : text) QTest::sendKeyEvent(QTest::Click, w, Qt::Key_unknown, QString(ch), Qt::NoModifier);
+}
+
 // A double click as the mouse gives it: a click, then the second press.
 inline void doubleClick(QWidget* viewport, QPoint at)
 {
@@ -272,6 +305,17 @@ inline void doubleClick(QWidget* viewport, QPoint at)
 inline QPoint cellCentre(QTableView* view, int viewRow, int viewCol)
 {
     return view->visualRect(view->model()->index(viewRow, viewCol)).center();
+}
+
+// Where the tick box of a view cell is drawn, as the style lays the cell out.
+inline QPoint tickBoxCentre(QTableView* view, int viewRow)
+{
+    QStyleOptionViewItem option;
+    option.initFrom(view->viewport());
+    option.rect = view->visualRect(view->model()->index(viewRow, 0));
+    option.features = QStyleOptionViewItem::HasCheckIndicator;
+    option.state |= QStyle::State_Enabled;
+    return view->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, view).center();
 }
 
 }  // namespace desk

@@ -16,33 +16,14 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QStyle>
 #include <QTemporaryDir>
 
+using desk::child;
 using desk::DeskPlatform;
 using desk::Office;
 using seal::frmPrintシール;
 
 namespace {
-
-template <class W>
-W* child(QWidget& window, const QString& name)
-{
-    W* w = window.findChild<W*>(name);
-    if (!w) ADD_FAILURE() << "no widget " << name.toStdString();
-    return w;
-}
-
-// Where the tick box of a view cell is drawn, as the style lays the cell out.
-QPoint tickBoxCentre(QTableView* view, int viewRow)
-{
-    QStyleOptionViewItem option;
-    option.initFrom(view->viewport());
-    option.rect = view->visualRect(view->model()->index(viewRow, 0));
-    option.features = QStyleOptionViewItem::HasCheckIndicator;
-    option.state |= QStyle::State_Enabled;
-    return view->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, view).center();
-}
 
 class SealDesk : public testing::Test {
 protected:
@@ -76,7 +57,7 @@ TEST_P(MouseTicks, AClickOnATickBoxTicksTheRowAndTheWindowFollows)
         for (int row : {2, 0, 2}) {
             const int gridRow = view->model()->headerData(row, Qt::Vertical, Qt::DisplayRole).toInt();
             const int before = f.fpSpread02.value(1, gridRow);
-            QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, tickBoxCentre(view, row));
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, desk::tickBoxCentre(view, row));
             EXPECT_NE(f.fpSpread02.value(1, gridRow), before) << "row " << row;
             EXPECT_EQ(f.fpSpread02.ActiveRow(), gridRow);
         }
@@ -102,7 +83,7 @@ TEST_F(SealDesk, AClickOnARowThatASearchJustRemovedActsOnNoStaleRow)
     desk::runSealWindow(desk, office, [&](frmPrintシール& f, QWidget& w) {
         auto* view = child<QTableView>(w, QStringLiteral("fpSpread02"));
         ASSERT_NE(view, nullptr);
-        const QPoint lastRow = tickBoxCentre(view, view->model()->rowCount() - 1);
+        const QPoint lastRow = desk::tickBoxCentre(view, view->model()->rowCount() - 1);
         // The press lands on the last row; a search removes it before the button
         // comes up, and the double click lands where no row is left.
         QTest::mousePress(view->viewport(), Qt::LeftButton, {}, lastRow);
@@ -125,7 +106,8 @@ TEST_F(SealDesk, ClicksOnThePrintOrderListSelectAndDoubleClicksRemove)
         ASSERT_TRUE(view && list);
         auto* order = child<QCheckBox>(w, QStringLiteral("chkCheck"));
         QTest::mouseClick(order, Qt::LeftButton, {}, QPoint(8, order->height() / 2));
-        for (int row : {0, 1, 2}) QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, tickBoxCentre(view, row));
+        for (int row : {0, 1, 2})
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, desk::tickBoxCentre(view, row));
         ASSERT_EQ(list->count(), 3);
         const QString second = f.lstCheck.List(1);
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(1)).center());
@@ -346,7 +328,7 @@ TEST_F(MissingPrograms, APreviewWithoutTheEngineSaysSoInsteadOfDoingNothing)
     desk::runSealWindow(desk, office, [&](frmPrintシール&, QWidget& w) {
         auto* view = child<QTableView>(w, QStringLiteral("fpSpread02"));
         ASSERT_NE(view, nullptr);
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, tickBoxCentre(view, 0));
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, desk::tickBoxCentre(view, 0));
         desk.boxes.clear();
         QTest::mouseClick(child<QPushButton>(w, QStringLiteral("btnJisseki(1)")), Qt::LeftButton);
         EXPECT_EQ(desk.boxes, QStringList{fault});

@@ -4,21 +4,17 @@
 #include "app/globals.h"
 #include "app/wait_notices.h"
 #include "desk.h"
-#include "gui/qt_platform.h"
 #include "gui/seal_window.h"
 #include "gui/wait_windows.h"
-#include "seal/seal_screen.h"
-#include "support/globals_scope.h"
-
-#include <QApplication>
-#include <QLabel>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 namespace {
 
-QApplication& application() { return desk::application(); }
+class Windows : public desk::Bench {
+protected:
+    sealtest::GlobalsScope globals{qt};
+};
+using SealWindowKeys = Windows;
+using WaitNoticeWindow = Windows;
 
 struct KeyCase {
     QKeySequence keys;
@@ -27,14 +23,11 @@ struct KeyCase {
 
 }  // namespace
 
-TEST(SealWindowKeys, EachMenuKeyReachesItsCommand)
+TEST_F(SealWindowKeys, EachMenuKeyReachesItsCommand)
 {
-    application();
-    gui::QtPlatform platform({});
-    sealtest::GlobalsScope globals(platform);
-    seal::frmPrintシール screen(platform);
-    gui::SealWindow window(platform, screen);
-    QStringList reached;
+    seal::frmPrintシール screen(qt);
+    gui::SealWindow window(qt, screen);
+    QStringList reached, expected;
     const KeyCase cases[] = {
         {QKeySequence(Qt::Key_F3), "mnDouiSet"},   {QKeySequence(Qt::Key_F4), "mnF04"},
         {QKeySequence(Qt::Key_F5), "mnMenuPrint"}, {QKeySequence(Qt::Key_F9), "mnMenuPreview"},
@@ -44,26 +37,20 @@ TEST(SealWindowKeys, EachMenuKeyReachesItsCommand)
         ASSERT_NE(item, nullptr) << c.menu;
         item->setEnabled(true);  // the kind decides some; here only the key counts
         item->Click = [&reached, &c] { reached << QString::fromUtf8(c.menu); };
+        expected << QString::fromUtf8(c.menu);
     }
-    window.show();
-    window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(desk::activate(window));
     for (const KeyCase& c : cases) QTest::keySequence(&window, c.keys);
-    EXPECT_EQ(reached, (QStringList{QStringLiteral("mnDouiSet"), QStringLiteral("mnF04"), QStringLiteral("mnMenuPrint"),
-                                    QStringLiteral("mnMenuPreview"), QStringLiteral("mnMenuExit"),
-                                    QStringLiteral("mnMenuReturn")}));
+    EXPECT_EQ(reached, expected);
 }
 
-TEST(WaitNoticeWindow, ShowsTheChosenIconAndLaysTheTextOutFromTheModel)
+TEST_F(WaitNoticeWindow, ShowsTheChosenIconAndLaysTheTextOutFromTheModel)
 {
-    application();
-    gui::QtPlatform platform({});
-    sealtest::GlobalsScope globals(platform);
-    app::frmWaitMsg notice(platform);
+    app::frmWaitMsg notice(qt);
     notice.nIcon = 1;
     notice.laMsg.setCaption(QStringLiteral("処理が終わりました。"));
     notice.load();
-    gui::WaitMsgWindow window(platform, notice);
+    gui::WaitMsgWindow window(qt, notice);
     window.resize(400, 150);
     window.show();
     QApplication::processEvents();

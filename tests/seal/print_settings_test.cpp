@@ -5,6 +5,7 @@
 #include "seal/seal_job.h"
 
 #include "support/installation.h"
+#include "support/scenario.h"
 
 #include <QFile>
 
@@ -35,12 +36,7 @@ protected:
     PrintSettingControls controls() { return {ck0, ck1, chkCheck, chkEnter, hk0, hk1, txtEtc}; }
     void writeFile(const QStringList& lines) { install.writeLines(QStringLiteral("DATA/印刷設定.ini"), lines); }
     QString ini() const { return install.settingsIni(); }
-    QStringList footnotes() const
-    {
-        QStringList rows;
-        for (int i = 0; i < cbo.ListCount(); ++i) rows << cbo.List(i);
-        return rows;
-    }
+    QStringList footnotes() const { return sealtest::listTexts(cbo); }
 
     SealInstall install;
     ProcessValues values;
@@ -60,13 +56,16 @@ protected:
 
 // --- the settings ----------------------------------------------------------------
 
-TEST_F(Settings, MissingFileLeavesTheBuiltInStateAndIsNotCreated)
+TEST_F(Settings, MissingFileLeavesTheBuiltInStateAndTheFootnotesAndIsNotCreated)
 {
+    cbo.AddItem(QStringLiteral("残る"));
     loadPrintSettings(ini(), controls());
+    loadFootnotes(ini(), cbo);
     EXPECT_FALSE(ck0.checked() || ck1.checked() || hk0.checked() || hk1.checked());
     EXPECT_EQ(chkCheck.value(), 0);
     EXPECT_EQ(chkEnter.value(), 0);
     EXPECT_EQ(txtEtc.text(), QStringLiteral("医事課御中"));
+    EXPECT_EQ(footnotes(), QStringList{QStringLiteral("残る")});
     savePrintSettings(ini(), controls());
     EXPECT_FALSE(QFile::exists(ini()));
     EXPECT_TRUE(values.platform.transcript().isEmpty());
@@ -150,14 +149,6 @@ TEST_F(Settings, StoredFootnotesAreListedAsTheyStandEmptyOnesToo)
                QStringLiteral("脚注2=レントゲン在中")});
     loadFootnotes(ini(), cbo);
     EXPECT_EQ(footnotes(), (QStringList{QStringLiteral("請求書在中"), QStringLiteral("レントゲン在中"), QString()}));
-}
-
-TEST_F(Settings, MissingFileKeepsTheListAndWritesNothing)
-{
-    cbo.AddItem(QStringLiteral("残る"));
-    loadFootnotes(ini(), cbo);
-    EXPECT_EQ(footnotes(), QStringList{QStringLiteral("残る")});
-    EXPECT_FALSE(QFile::exists(ini()));
 }
 
 TEST_F(Settings, AddingAppendsANewFootnoteAndReloadsTheList)

@@ -4,9 +4,6 @@
 #include "seal/seal_screen.h"
 #include "support/scenario.h"
 
-#include <QDir>
-#include <QFile>
-
 #include <gtest/gtest.h>
 
 using sealtest::SealInstall;
@@ -20,9 +17,7 @@ QStringList run(const SealInstall& install, const QString& body)
 
 void writeFile(const SealInstall& install, const QString& name, const QString& text)
 {
-    QFile f(QDir(install.appDir()).filePath(name));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(base::toCp932(text));
+    sealtest::putBytes(install.path(name), base::toCp932(text));
 }
 
 }  // namespace

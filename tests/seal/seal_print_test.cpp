@@ -4,6 +4,7 @@
 
 #include "seal/seal_screen.h"
 
+#include "support/patients.h"
 #include "support/scenario.h"
 
 #include <QDir>
@@ -17,20 +18,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Three patients of this office, in kana order 佐藤 (row 1), 鈴木 (row 2), 山田 (row 3),
-// and the office's own row for the sender block.
+// The three patients and the office's own row for the sender block.
 void addPatientsAndOffice(const SealInstall& install)
 {
-    install.addPatient(1, u"山田 太郎"_s, u"ﾔﾏﾀﾞ ﾀﾛｳ"_s, u"'1950/11/21'"_s);
-    install.addPatient(2, u"佐藤 花子"_s, u"ｻﾄｳ ﾊﾅｺ"_s, u"'1940/03/05'"_s);
-    install.addPatient(3, u"鈴木 一郎"_s, u"ｽｽﾞｷ ｲﾁﾛｳ"_s, u"'1960/01/01'"_s);
+    sealtest::addThreePatients(install);
     install.exec(u"UPDATE RIYOUSHA SET cYubinNo = '100-0001', cAdress1 = '千代田区1-2-3', cTelNo = '03-1234-5678' "
                  u"WHERE nIDNo = 1;"
                  u"UPDATE RIYOUSHA SET cYubinNo = '150-0002', cAdress1 = '渋谷区4-5' WHERE nIDNo = 2;"
                  u"INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, cShamei1, cShameiKana1, iType, cTelNo, cFaxNo, "
                  u"cMailDestination, cMailDestinationZipNo) VALUES (1, 2, 1, 'ひかり鍼灸院', 'ﾋｶﾘ', 0, '03-0000-1111', "
                  u"'03-0000-2222', '港区芝1-1', '105-0014');"_s);
-    install.touch(u"DATA/印刷設定.ini"_s);
 }
 
 using sealtest::crlf;

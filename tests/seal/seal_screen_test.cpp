@@ -3,9 +3,8 @@
 
 #include "seal/seal_screen.h"
 
+#include "support/patients.h"
 #include "support/scenario.h"
-
-#include <QDir>
 
 #include <gtest/gtest.h>
 
@@ -20,26 +19,14 @@ QStringList lines(std::initializer_list<const char*> l)
     return out;
 }
 
-QStringList run(const SealInstall& install, const QStringList& script) { return sealtest::runScript(install, script); }
-
 QStringList runWith(const SealInstall& install, const QStringList& body, const char* start = "start 5")
 {
     return sealtest::runAfterStart(install, body, QString::fromUtf8(start));
 }
 
-// The whole transcript of the process, the open seal screen handed to work.
 using sealtest::driveProcess;
 
 const QStringList kOpen = lines({"screen open frmBack", "screen open frmPrintシール"});
-
-void addThreePatients(const SealInstall& install)
-{
-    install.addPatient(1, QStringLiteral("山田 太郎"), QStringLiteral("ﾔﾏﾀﾞ ﾀﾛｳ"), QStringLiteral("'1950/11/21'"));
-    install.addPatient(2, QStringLiteral("佐藤 花子"), QStringLiteral("ｻﾄｳ ﾊﾅｺ"), QStringLiteral("'1940/03/05'"));
-    install.addPatient(3, QStringLiteral("鈴木 一郎"), QStringLiteral("ｽｽﾞｷ ｲﾁﾛｳ"), QStringLiteral("'2000/01/01'"),
-                       QStringLiteral("'2026/11/20'"));
-    install.addService(1, QStringLiteral("2026/11/02 10:00:00"));
-}
 
 }  // namespace
 
@@ -86,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(StartUp, WithoutRunModeTheProcessEndsWithTwoBoxes)
 {
     SealInstall install;
-    EXPECT_EQ(run(install, lines({"start"})),
+    EXPECT_EQ(sealtest::runScript(install, lines({"start"})),
               lines({"screen open frmBack", "box 48 　エラー！！|処理モードが設定されていません。",
                      "box 16 　エラー！！|起動できません！", "end 0"}));
 }
@@ -122,8 +109,10 @@ TEST(StartUp, UnreachableDatabaseReportsThenClosesOnActivationAndStartsTheMenu)
 TEST(StartUp, FirstSearchFillsTheListWithoutAMessage)
 {
     SealInstall install;
-    addThreePatients(install);
-    install.touch(QStringLiteral("DATA/印刷設定.ini"));
+    sealtest::addThreePatients(install);
+    install.exec(
+        QStringLiteral("UPDATE RIYOUSHA SET tBirthday = '2000/01/01', tExpireDay = '2026/11/20' WHERE nIDNo = 3;"));
+    install.addService(1, QStringLiteral("2026/11/02 10:00:00"));
     const QStringList t =
         runWith(install, lines({"show fpSpread02", "show imJissekiYm", "show chkEnter", "show lblEnter"}));
     // Sorted by kana; the patient whose service ended yesterday is hidden; the month

@@ -3,6 +3,7 @@
 
 #include "seal/seal_screen.h"
 
+#include "support/patients.h"
 #include "support/scenario.h"
 
 #include <gtest/gtest.h>
@@ -15,17 +16,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Patients in kana order 佐藤 (row 1, number 2), 鈴木 (row 2, number 3), 山田 (row 3,
-// number 1); doctors in the order of their numbers.
+// The three patients, doctors in the order of their numbers.
 void addAddressees(const SealInstall& install)
 {
-    install.addPatient(1, u"山田 太郎"_s, u"ﾔﾏﾀﾞ ﾀﾛｳ"_s, u"'1950/11/21'"_s);
-    install.addPatient(2, u"佐藤 花子"_s, u"ｻﾄｳ ﾊﾅｺ"_s, u"'1940/03/05'"_s);
-    install.addPatient(3, u"鈴木 一郎"_s, u"ｽｽﾞｷ ｲﾁﾛｳ"_s, u"'1960/01/01'"_s);
+    sealtest::addThreePatients(install);
     install.addService(3, u"2026/11/02 10:00:00"_s);
     install.exec(u"INSERT INTO DOCTOR (cIDno, cName, cNameKana, cKikan) VALUES "
                  u"('501', '医師 一', 'ｲｼ ｲﾁ', '中央病院'), ('502', '医師 二', 'ｲｼ ﾆ', '北病院');"_s);
-    install.touch(u"DATA/印刷設定.ini"_s);
 }
 
 class Ticks : public testing::Test {
@@ -127,7 +124,7 @@ TEST_F(Ticks, LeavingOrderByTickingKeepsTheListInUseWhileTheEnterModeIsOn)
 
 // --- the lines of lstCheck ------------------------------------------------------------
 
-TEST_F(Ticks, AClickOnALineShowsItsRowAndChangesNothing)
+TEST_F(Ticks, AClickOnALineShowsItsRowAndADoubleClickUnticksThePatientAndTakesTheLine)
 {
     drive(install, [&](frmPrintシール& f) {
         f.fpSpread02.pressButton(1, 3, true);
@@ -137,14 +134,8 @@ TEST_F(Ticks, AClickOnALineShowsItsRowAndChangesNothing)
         EXPECT_EQ(f.fpSpread02.ActiveRow(), 3);
         EXPECT_EQ(f.fpSpread02.ActiveCol(), 1);
         EXPECT_EQ(f.lstCheck.ListCount(), 2);
-    });
-}
+        EXPECT_EQ(f.fpSpread02.value(1, 3), 1);
 
-TEST_F(Ticks, ADoubleClickUnticksThePatientAndTakesTheLine)
-{
-    drive(install, [&](frmPrintシール& f) {
-        f.fpSpread02.pressButton(1, 3, true);
-        f.fpSpread02.pressButton(1, 1, true);
         f.lstCheck.doubleClick(0);
         EXPECT_EQ(f.fpSpread02.value(1, 3), 0);
         EXPECT_EQ(listTexts(f.lstCheck), QStringList({u"2     佐藤 花子 "_s}));
