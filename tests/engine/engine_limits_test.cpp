@@ -147,8 +147,9 @@ TEST(CsvUnterminatedQuote, IsRefusedWithTheLineTheValueOpenedOn)
                         QStringLiteral("\r\n2,\"佐藤 様\",\"東京都新宿");
     // A quote opened on line 2 with no quoted value after it to close it.
     const QString open = QStringLiteral("a,b\r\n1,\"x\r\n2,y\r\n3,z\r\n");
-    for (const auto& [text, line] : {std::pair{cut, 3}, std::pair{open, 2}})
-        sealtest::expectEngineError([&] { engine::parseCsv(text, "シール.csv", true); }, "シール.csv", line, {"\""});
+    for (const auto& c : {std::pair{cut, 3}, std::pair{open, 2}})
+        sealtest::expectEngineError([&] { engine::parseCsv(c.first, "シール.csv", true); }, "シール.csv", c.second,
+                                    {"\""});
     // A quote at the very end of the file opens a value too.
     EXPECT_THROW(engine::parseCsv(QStringLiteral("a,b\r\n1,\""), "x.csv", true), engine::EngineError);
     // A value closed at the very end of the file is whole, its inner quote kept.
