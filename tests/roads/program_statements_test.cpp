@@ -32,10 +32,7 @@ protected:
         demo::buildDatabase({path_, 200, 7, kToday});
         // The characters that differ between CP932 converters (～ － ① 髙 﨑 and a
         // half-width voiced kana), and a double quote, in names, readings and addresses.
-        sqlite3* db = nullptr;
-        sqlite3_open(path_.toUtf8().constData(), &db);
-        char* message = nullptr;
-        const int rc = sqlite3_exec(db, R"(
+        sealtest::execSql(path_, QString::fromUtf8(R"(
 UPDATE RIYOUSHA SET cName = '髙﨑　"りえ"', cNameKana = 'ﾀｶｻｷ ﾘｴ', cAdress1 = '東京都～区①－２'
  WHERE nIDNo = (SELECT min(nIDNo) FROM RIYOUSHA WHERE iKyotenCd = 1 AND iKyotenEb = 1);
 UPDATE RIYOUSHA SET cNameKana = 'ｶﾞﾄｳ ﾀﾛｳ'
@@ -43,11 +40,7 @@ UPDATE RIYOUSHA SET cNameKana = 'ｶﾞﾄｳ ﾀﾛｳ'
 UPDATE STAFF SET cName = '髙﨑　～－①', cNameKana = 'ﾀｶｻｷ'
  WHERE nIDNo = (SELECT min(nIDNo) FROM STAFF WHERE iKyotenCd = 1 AND iKyotenEb = 1);
 UPDATE DOCTOR SET cName = '﨑山　"医師"' WHERE rowid = (SELECT min(rowid) FROM DOCTOR);
-)",
-                                    nullptr, nullptr, &message);
-        EXPECT_EQ(rc, SQLITE_OK) << (message ? message : "");
-        sqlite3_free(message);
-        sqlite3_close(db);
+)"));
     }
     static void TearDownTestSuite()
     {

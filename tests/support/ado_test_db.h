@@ -4,6 +4,8 @@
 // storage conventions of the customers' data: c… TEXT, i…/n… INTEGER, nLat/nLon
 // REAL, t… DATETIME stored as 'YYYY/MM/DD' or 'YYYY/MM/DD HH:MM:SS' text.
 
+#include "support/sqlite_reader.h"
+
 #include "base/vb_error.h"
 #include "data/ado/connection.h"
 #include "data/ado/japanese_collation.h"
@@ -87,28 +89,15 @@ COMMIT;
     // Runs statements on the file outside the code under test.
     void run(const char* sql) const
     {
-        sqlite3* db = nullptr;
-        ASSERT_EQ(sqlite3_open(path_.toUtf8().constData(), &db), SQLITE_OK);
-        char* message = nullptr;
-        const int rc = sqlite3_exec(db, sql, nullptr, nullptr, &message);
-        EXPECT_EQ(rc, SQLITE_OK) << (message ? message : "");
-        sqlite3_free(message);
-        sqlite3_close(db);
+        try {
+            sealtest::execSql(path_, QString::fromUtf8(sql));
+        } catch (const std::exception& e) {
+            ADD_FAILURE() << e.what();
+        }
     }
 
     // One integer from the file, outside the code under test.
-    long long scalar(const char* sql) const
-    {
-        sqlite3* db = nullptr;
-        sqlite3_open(path_.toUtf8().constData(), &db);
-        sqlite3_stmt* st = nullptr;
-        long long value = -999;
-        if (sqlite3_prepare_v2(db, sql, -1, &st, nullptr) == SQLITE_OK && sqlite3_step(st) == SQLITE_ROW)
-            value = sqlite3_column_int64(st, 0);
-        sqlite3_finalize(st);
-        sqlite3_close(db);
-        return value;
-    }
+    long long scalar(const char* sql) const { return sealtest::SqliteReader(path_).number(QString::fromUtf8(sql)); }
 
 private:
     QTemporaryDir dir_;

@@ -71,40 +71,11 @@ protected:
     }
 
     // One integer from the file, outside the code under test.
-    long long scalar(const QString& sql) const
-    {
-        sqlite3* db = nullptr;
-        sqlite3_open(dbPath_.toUtf8().constData(), &db);
-        sqlite3_stmt* st = nullptr;
-        long long value = -999;
-        if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st, nullptr) == SQLITE_OK &&
-            sqlite3_step(st) == SQLITE_ROW)
-            value = sqlite3_column_int64(st, 0);
-        sqlite3_finalize(st);
-        sqlite3_close(db);
-        return value;
-    }
+    long long scalar(const QString& sql) const { return SqliteReader(dbPath_).number(sql); }
 
     // The first column of every row, as text ("NULL" for NULL), outside the code under
     // test.
-    QStringList column(const QString& sql) const
-    {
-        sqlite3* db = nullptr;
-        sqlite3_open(dbPath_.toUtf8().constData(), &db);
-        sqlite3_stmt* st = nullptr;
-        QStringList out;
-        if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &st, nullptr) == SQLITE_OK) {
-            while (sqlite3_step(st) == SQLITE_ROW) {
-                const unsigned char* t = sqlite3_column_text(st, 0);
-                out << (t ? QString::fromUtf8(reinterpret_cast<const char*>(t)) : QStringLiteral("NULL"));
-            }
-        } else {
-            out << QStringLiteral("<bad query>");
-        }
-        sqlite3_finalize(st);
-        sqlite3_close(db);
-        return out;
-    }
+    QStringList column(const QString& sql) const { return SqliteReader(dbPath_).column(sql, QStringLiteral("NULL")); }
 
     // A database object connected to the fixture.
     void connect(data::cT_ADODB& db) const

@@ -6,6 +6,7 @@
 #include "support/files.h"
 #include "support/globals_scope.h"
 #include "support/printers.h"
+#include "support/sqlite_reader.h"
 
 #include "controls/recording_platform.h"
 #include "data/schema.h"
@@ -23,23 +24,6 @@
 #include <string>
 
 namespace sealtest {
-
-// Runs SQL on a SQLite file outside the code under test (UTF-8 statements; several at
-// once); throws with SQLite's message when a statement fails.
-inline void execSql(const QString& file, const QString& sql)
-{
-    sqlite3* db = nullptr;
-    if (sqlite3_open(file.toUtf8().constData(), &db) != SQLITE_OK) {
-        sqlite3_close(db);
-        throw std::runtime_error("cannot open fixture database");
-    }
-    char* message = nullptr;
-    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
-    const std::string text = message ? message : "";
-    sqlite3_free(message);
-    sqlite3_close(db);
-    if (rc != SQLITE_OK) throw std::runtime_error("fixture SQL failed: " + text + "\n" + sql.toStdString());
-}
 
 class SealInstall {
 public:

@@ -1,6 +1,7 @@
 #pragma once
-// Read-only access to a SQLite database a test did not write itself (a generated demo
-// database): single values, one column as a list, and a whole table as text.
+// A SQLite file as a test sees it from outside the code under test: statements run on
+// it, and a read-only view of single values, one column as a list, and a whole table
+// as text.
 
 #include <QString>
 #include <QStringList>
@@ -9,7 +10,27 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+#include <string>
+
 namespace sealtest {
+
+// Runs SQL on a SQLite file (UTF-8 statements; several at once); throws with SQLite's
+// message when a statement fails.
+inline void execSql(const QString& file, const QString& sql)
+{
+    sqlite3* db = nullptr;
+    if (sqlite3_open(file.toUtf8().constData(), &db) != SQLITE_OK) {
+        sqlite3_close(db);
+        throw std::runtime_error("cannot open fixture database");
+    }
+    char* message = nullptr;
+    const int rc = sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &message);
+    const std::string text = message ? message : "";
+    sqlite3_free(message);
+    sqlite3_close(db);
+    if (rc != SQLITE_OK) throw std::runtime_error("fixture SQL failed: " + text + "\n" + sql.toStdString());
+}
 
 class SqliteReader {
 public:
@@ -22,13 +43,14 @@ public:
     SqliteReader(const SqliteReader&) = delete;
     SqliteReader& operator=(const SqliteReader&) = delete;
 
-    // Every value of the first column, NULL as an empty text.
-    QStringList column(const QString& sql) const
+    // Every value of the first column; NULL as nullText.
+    QStringList column(const QString& sql, const QString& nullText = {}) const
     {
         QStringList values;
         sqlite3_stmt* st = prepare(sql);
         if (!st) return values;
-        while (sqlite3_step(st) == SQLITE_ROW) values << text(st, 0);
+        while (sqlite3_step(st) == SQLITE_ROW)
+            values << (sqlite3_column_type(st, 0) == SQLITE_NULL ? nullText : text(st, 0));
         sqlite3_finalize(st);
         return values;
     }
